@@ -1,0 +1,20 @@
+# Header-only libraries from the system's packages. A cross compiler must not see the rest of /usr/include, so each
+# library is linked into a folder of its own.
+
+set(VQS_SYSTEM_INCLUDE /usr/include CACHE PATH "Where the header-only libraries are installed")
+
+function(vqs_header_library target folder)
+  set(staged ${PROJECT_BINARY_DIR}/header-libraries/${target})
+  if(NOT EXISTS ${VQS_SYSTEM_INCLUDE}/${folder})
+    message(FATAL_ERROR "${VQS_SYSTEM_INCLUDE}/${folder} is missing: run scripts/install-packages.sh")
+  endif()
+  file(MAKE_DIRECTORY ${staged})
+  file(CREATE_LINK ${VQS_SYSTEM_INCLUDE}/${folder} ${staged}/${folder} SYMBOLIC)
+  add_library(${target} INTERFACE)
+  target_include_directories(${target} SYSTEM INTERFACE ${staged})
+endfunction()
+
+vqs_header_library(vqs_cli11 CLI)
+vqs_header_library(vqs_json nlohmann)
+vqs_header_library(vqs_fmt fmt)
+target_compile_definitions(vqs_fmt INTERFACE FMT_HEADER_ONLY)

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "host/call_hook.h"
+#include "host/host.h"
+
+namespace {
+
+struct Attachment {
+  host::Device* device;
+  GUID interfaceClass;
+  std::u16string path;
+};
+
+std::mutex deviceMutex;
+std::vector<Attachment> attachments;
+std::map<HANDLE, host::Device*> openHandles;
+std::uintptr_t lastHandle = 0x100;
+
+bool sameClass(const GUID& left, const GUID& right) { return std::memcmp(&left, &right, sizeof(GUID)) == 0; }
+
+/// The present paths of a class, each ended by a zero unit, and the terminator of the list.
+std::u16string interfaceList(const GUID& interfaceClass) {
+  const std::lock_guard lock{deviceMutex};
+  std::u16string list;
+  for (const auto& attachment : attachments)
+    if (sameClass(attachment.interfaceClass, interfaceClass)) (list += attachment.path) += u'\0';
+  return list += u'\0';
+}
+
+/// Device paths are compared without regard to case, as the object manager does.
+bool samePath(std::u16string_view left, std::u16string_view right) {
+  const auto lower = [](char16_t unit) { return unit >= u'A' && unit <= u'Z' ? char16_t(unit + 32) : unit; };
+  return std::ranges::equal(left, right, {}, lower, lower);
+}
+
+host::Device* findByPath(std::u16string_view path) {
+  const std::lock_guard lock{deviceMutex};
+  const auto found = std::ranges::find_if(attachments, [&](const auto& it) { return samePath(it.path, path); });
+  return found == attachments.end() ? nullptr : found->device;
+}
+
+host::Device* findByHandle(HANDLE handle) {
+  const std::lock_guard lock{deviceMutex};
+  const auto found = openHandles.find(handle);
+  return found == openHandles.end() ? nullptr : found->second;
+}
+
+HANDLE registerHandle(host::Device* device) {
+  const std::lock_guard lock{deviceMutex};
+  lastHandle += 4;
+  const auto handle = reinterpret_cast<HANDLE>(lastHandle);  // NOLINT(performance-no-int-to-ptr): a handle is a number
+  openHandles.emplace(handle, device);
+  return handle;
+}
+
+bool forgetHandle(HANDLE handle) {
+  const std::lock_guard lock{deviceMutex};
+  return openHandles.erase(handle) != 0;
+}
+
+}  // namespace
+
+namespace host {
+
+void attachDevice(Device& device, const GUID& interfaceClass, std::u16string path) {
+  const std::lock_guard lock{deviceMutex};
+  attachments.push_back({&device, interfaceClass, std::move(path)});
+}
+
+void detachDevice(const Device& device) {
+  const std::lock_guard lock{deviceMutex};
+  std::erase_if(attachments, [&](const auto& attachment) { return attachment.device == &device; });
+  for (auto& [handle, opened] : openHandles)
+    if (opened == &device) opened = nullptr;
+}
+
+}  // namespace host
+
+CONFIGRET CM_Get_Device_Interface_List_SizeA(ULONG* length, GUID* interfaceClass, CHAR* deviceId, ULONG flags) {
+  if (!host::permit("CM_Get_Device_Interface_List_SizeA", static_cast<const void*>(deviceId), flags)) return CR_FAILURE;
+  *length = static_cast<ULONG>(interfaceList(*interfaceClass).size());
+  return CR_SUCCESS;
+}
+
+CONFIGRET CM_Get_Device_Interface_ListW(GUID* interfaceClass, WCHAR* deviceId, WCHAR* buffer, ULONG length,
+                                        ULONG flags) {
+  if (!host::permit("CM_Get_Device_Interface_ListW", static_cast<const void*>(deviceId), length, flags))
+    return CR_FAILURE;
+  const auto list = interfaceList(*interfaceClass);
+  if (list.size() > length) return CR_BUFFER_SMALL;
+  std::ranges::copy(list, buffer);
+  return CR_SUCCESS;
+}
+
+HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD disposition,
+                   DWORD flags, HANDLE templateFile) {
+  if (!host::permit("CreateFileW", std::u16string_view{path}, access, share, static_cast<const void*>(security),
+                    disposition, flags, static_cast<const void*>(templateFile)))
+    return INVALID_HANDLE_VALUE;
+  auto* device = findByPath(path);
+  if (device == nullptr) return INVALID_HANDLE_VALUE;
+  const auto handle = registerHandle(device);
+  if (device->open(handle)) return handle;
+  forgetHandle(handle);
+  return INVALID_HANDLE_VALUE;
+}
+
+BOOL DeviceIoControl(HANDLE handle, DWORD code, void* input, DWORD inputLength, void* output, DWORD outputLength,
+                     DWORD* returned, OVERLAPPED* overlapped) {
+  if (!host::permit("DeviceIoControl", code, inputLength, outputLength)) return FALSE;
+  auto* device = findByHandle(handle);
+  if (device == nullptr) return FALSE;
+  return device->control(handle, {code, input, inputLength, output, outputLength, returned, overlapped}) ? TRUE : FALSE;
+}
+
+BOOL CloseHandle(HANDLE handle) {
+  static_cast<void>(host::permit("CloseHandle"));
+  auto* device = findByHandle(handle);
+  if (!forgetHandle(handle)) return FALSE;
+  if (device != nullptr) device->close(handle);
+  return TRUE;
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "host/windows_api.h"
+
+/// What stands behind the Windows API functions: devices, file versions, and a way to watch and refuse every call.
+namespace host {
+
+/// One DeviceIoControl call, as the caller made it.
+struct DeviceRequest {
+  DWORD code;
+  void* input;
+  DWORD inputLength;
+  void* output;
+  DWORD outputLength;
+  DWORD* returned;
+  OVERLAPPED* overlapped;
+};
+
+/// A device that can be opened and that answers requests. Called with no lock held, from any thread.
+class Device {
+ public:
+  virtual ~Device() = default;
+  /// Opens the device once more; `handle` names this opening until close. False makes the open fail.
+  virtual bool open(HANDLE handle) = 0;
+  /// Carries out one request; false makes it fail.
+  virtual bool control(HANDLE handle, const DeviceRequest& request) = 0;
+  virtual void close(HANDLE handle) = 0;
+};
+
+/// Makes a device present under an interface class and a path. It must outlive its attachment.
+void attachDevice(Device& device, const GUID& interfaceClass, std::u16string path);
+/// Removes a device. Handles still open on it fail from then on.
+void detachDevice(const Device& device);
+
+/// Publishes the version of a file, as its version resource would.
+void setFileVersion(std::string name, const VS_FIXEDFILEINFO& version);
+void removeFileVersion(std::string_view name);
+
+/// Sees every call of this API before it is carried out, as text ("HeapAlloc(0, 3972)"); false makes it fail in the
+/// manner of that function. HeapFree and CloseHandle are seen, and carried out in any case.
+using CallHook = std::function<bool(std::string_view call)>;
+void setCallHook(CallHook hook);
+
+/// What happens when a bounded text function meets a condition that the Windows runtime punishes. As there, the
+/// default ends the process; a handler that returns lets the function return its error.
+using InvalidParameterHandler = void (*)();
+InvalidParameterHandler setInvalidParameterHandler(InvalidParameterHandler handler);
+
+}  // namespace host

@@ -1,0 +1,189 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+#ifndef VQS_POLICY_BINARY_H
+#define VQS_POLICY_BINARY_H
+
+#include "policy.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/*
+ * Policy binary files: a set of policies with two version numbers, in one compact file.
+ *
+ * Paths are 8-bit and go to the C runtime's file opening as they are. A file is opened for writing only when all of
+ * its bytes stand ready, so a call that fails leaves an existing file alone; errors while writing are not detected.
+ *
+ * The writer does not enforce the reader's limits. It writes a policy without conditions, which no reader takes, and
+ * uses counts as they stand: entries above a limit are taken from what follows in the driver's 3972-byte form of the
+ * policy. Where an entry or a text would run past the end of that form, the call fails with VQS_REQUEST_FAILED.
+ */
+
+/** Limits of a policy binary file of revision 5, the one that is written. */
+enum {
+  /** most policies that a file of revision 5 may hold to be readable */
+  VQS_POLICY_BINARY_MAX_POLICIES = 400
+};
+
+/**
+ * The head of what vqsPbReadBinaryV2 returns. The bodies follow it directly, from byte 200, back to back: policyCount
+ * records of the structure version, 804, 1448 or 3916 bytes each.
+ */
+typedef struct VqsPolicyBinary {
+  uint8_t reserved0[4];
+  uint16_t binaryVersion1;
+  uint16_t binaryVersion2;
+  uint8_t reserved1[40];
+  /** number of bodies */
+  uint32_t policyCount;
+  uint8_t reserved2[132];
+  /** 0, 1 or 2: the layout of the bodies */
+  uint32_t structureVersion;
+  uint8_t reserved3[12];
+} VqsPolicyBinary;
+
+/** What vqsPbReadBinary returns: a summary without the policies. Every reserved byte is zero. */
+typedef struct VqsPolicyBinaryV0 {
+  uint8_t reserved0[4];
+  uint16_t binaryVersion1;
+  uint16_t binaryVersion2;
+  uint32_t policyCount;
+  uint8_t reserved1[52];
+} VqsPolicyBinaryV0;
+
+/**
+ * Writes a policy binary from structure version 0 policies.
+ *
+ * @param[in] session         not looked at, may be null
+ * @param[in] policies        the policies
+ * @param[in] count           number of policies
+ * @param[in] binaryVersion1  first version number of the file
+ * @param[in] binaryVersion2  second version number of the file
+ * @param[in] path            the file to create or replace
+ * @retval VQS_SUCCESS            the file was written
+ * @retval VQS_REQUEST_FAILED     count is 0, a policy is malformed (see vqsPbAddPolicy), memory for the file's bytes
+ *                                could not be allocated, or the file could not be opened
+ * @retval VQS_INVALID_PARAMETER  policies or path is null
+ * @retval VQS_OUT_OF_MEMORY      memory for the packed policies could not be allocated
+ */
+VQS_API vqsStatus VQS_CALL vqsPbCreateBinary(QtfSession* session, const VqsPolicyV0* policies, uint32_t count,
+                                             uint16_t binaryVersion1, uint16_t binaryVersion2, const char* path);
+
+/**
+ * Writes a policy binary from policies of any structure version.
+ *
+ * @param[in] session         an open session; no request is made
+ * @param[in] list            the head, followed by list->count bodies in list->size bytes
+ * @param[in] binaryVersion1  first version number of the file
+ * @param[in] binaryVersion2  second version number of the file
+ * @param[in] path            the file to create or replace
+ * @retval VQS_SUCCESS            the file was written
+ * @retval VQS_REQUEST_FAILED     list->size is 0 or too small for list->count bodies, list->count is 0, the structure
+ *                                version is not 0, 1 or 2, or as for vqsPbCreateBinary
+ * @retval VQS_INVALID_PARAMETER  the session rule; list or path is null
+ * @retval VQS_OUT_OF_MEMORY      memory for the packed policies could not be allocated
+ */
+VQS_API vqsStatus VQS_CALL vqsPbCreateBinaryV2(QtfSession* session, const VqsPolicyListV2* list,
+                                               uint16_t binaryVersion1, uint16_t binaryVersion2, const char* path);
+
+/**
+ * Writes the policies of the Policy Builder store into a policy binary, in store order. The store is read in several
+ * requests and is not held still between them.
+ *
+ * @param[in] session         an open session; a null one gives VQS_REQUEST_FAILED
+ * @param[in] path            the file to create or replace
+ * @param[in] binaryVersion1  first version number of the file
+ * @param[in] binaryVersion2  second version number of the file
+ * @retval VQS_SUCCESS            the file was written
+ * @retval VQS_REQUEST_FAILED     a request failed, the store is empty, memory could not be allocated, or the file could
+ *                                not be opened
+ * @retval VQS_INVALID_PARAMETER  path is null
+ */
+VQS_API vqsStatus VQS_CALL vqsPbCreateBinaryFromDriver(QtfSession* session, const char* path, uint16_t binaryVersion1,
+                                                       uint16_t binaryVersion2);
+
+/**
+ * As vqsPbCreateBinaryFromDriver, from the Asm store. When both version numbers are 0 the driver is asked for the pair
+ * that vqsSetBinaryVersion set.
+ *
+ * @param[in] session         an open session; a null one gives VQS_REQUEST_FAILED
+ * @param[in] path            the file to create or replace
+ * @param[in] binaryVersion1  first version number of the file
+ * @param[in] binaryVersion2  second version number of the file
+ * @param[in] registryExport  nonzero: write registry export text that holds the binary as the value
+ *                            "AsmCurrentRegkeyPolicy" instead of the binary, to the same path
+ * @retval VQS_SUCCESS            the file was written
+ * @retval VQS_REQUEST_FAILED     as for vqsPbCreateBinaryFromDriver
+ * @retval VQS_INVALID_PARAMETER  path is null
+ */
+VQS_API vqsStatus VQS_CALL vqsAsmCreateBinaryFromDriver(QtfSession* session, const char* path, uint16_t binaryVersion1,
+                                                        uint16_t binaryVersion2, uint8_t registryExport);
+
+/**
+ * As vqsAsmCreateBinaryFromDriver, from the BalanceProfile store. The driver is never asked for the version numbers,
+ * zeros are written as they are; the registry value is "BalanceProfileCurrentRegkeyPolicy".
+ */
+VQS_API vqsStatus VQS_CALL vqsBalanceProfileCreateBinaryFromDriver(QtfSession* session, const char* path,
+                                                                   uint16_t binaryVersion1, uint16_t binaryVersion2,
+                                                                   uint8_t registryExport);
+
+/**
+ * Checks a policy binary file of revision 3, 4 or 5 and returns a summary of it. The file is read whole, twice, and
+ * every policy is validated.
+ *
+ * A file that cannot be read in full, an empty one included, makes the message "File not fully read...\n" appear on
+ * standard output.
+ *
+ * @param[in]  session  not looked at, may be null
+ * @param[in]  path     the file to read
+ * @param[out] binary   receives the summary. It comes from the process heap: give it back with
+ *                      HeapFree(GetProcessHeap(), 0, summary), on other systems than Windows with free. Null after
+ *                      VQS_OUT_OF_MEMORY.
+ * @retval VQS_SUCCESS            the file is valid
+ * @retval VQS_REQUEST_FAILED     the file could not be read, is not a valid policy binary, or memory for reading it
+ *                                could not be allocated
+ * @retval VQS_INVALID_PARAMETER  path or binary is null
+ * @retval VQS_OUT_OF_MEMORY      the summary could not be allocated
+ */
+VQS_API vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* session, const char* path, VqsPolicyBinaryV0** binary);
+
+/**
+ * Reads a policy binary file of revision 3, 4 or 5, or tells how much room its policies need.
+ *
+ * A policy that does not fit the structure version (see vqsPbGetPolicies for version 0; text beyond the locale's
+ * characters for versions 0 and 1) ends the conversion: its body may be partly written, the bodies after it are zero,
+ * and the call still succeeds. A file whose own limits exceed the fields of a policy is refused once a policy uses
+ * more than fits. Files of 4 GiB or more are refused. A file that cannot be read in full, an empty one included, makes
+ * the message "File not fully read...\n" appear on standard output.
+ *
+ * @param[in]     session           an open session; no request is made
+ * @param[in]     path              the file to read
+ * @param[out]    binary            receives the head and the bodies; written only by a successful read
+ * @param[in,out] size              bytes at binary. 0 asks for the room needed, which size then receives: 200 and
+ *                                  policyCount bodies, of 804 bytes for every version but 1 and 2. The policies are not
+ *                                  looked at then. A read leaves it as it is.
+ * @param[in]     structureVersion  0, 1 or 2: the layout of the bodies
+ * @retval VQS_SUCCESS            the policies were read, or size was set
+ * @retval VQS_REQUEST_FAILED     the file could not be read, is not a valid policy binary, size is too small, the
+ *                                structure version of a read is not 0, 1 or 2, or memory could not be allocated
+ * @retval VQS_INVALID_PARAMETER  the session rule; path, binary or size is null; structureVersion is 0xFFFFFFFF
+ */
+VQS_API vqsStatus VQS_CALL vqsPbReadBinaryV2(QtfSession* session, const char* path, VqsPolicyBinary* binary,
+                                             uint64_t* size, uint32_t structureVersion);
+
+VQS_LAYOUT(sizeof(VqsPolicyBinary) == 200);
+VQS_LAYOUT(offsetof(VqsPolicyBinary, binaryVersion1) == 4);
+VQS_LAYOUT(offsetof(VqsPolicyBinary, binaryVersion2) == 6);
+VQS_LAYOUT(offsetof(VqsPolicyBinary, policyCount) == 48);
+VQS_LAYOUT(offsetof(VqsPolicyBinary, structureVersion) == 184);
+
+VQS_LAYOUT(sizeof(VqsPolicyBinaryV0) == 64);
+VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, binaryVersion1) == 4);
+VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, binaryVersion2) == 6);
+VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, policyCount) == 8);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

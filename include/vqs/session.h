@@ -1,0 +1,73 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+#ifndef VQS_SESSION_H
+#define VQS_SESSION_H
+
+#include "status.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * An open connection to the driver. The library allocates it in an initialize call and frees it in an
+ * uninitialize call; in between its pointer goes into every other call. Sessions share nothing with each
+ * other. Either initialize call makes a session that every export accepts.
+ */
+typedef struct QtfSession QtfSession;
+
+/**
+ * Finds the driver, opens its device and announces the new session to it.
+ *
+ * @param[out] session  receives the session; untouched unless the result is VQS_SUCCESS
+ * @retval VQS_SUCCESS            the session is open; the driver's answer to the announcement is not looked at
+ * @retval VQS_REQUEST_FAILED     the device list could not be read, or the device could not be opened
+ * @retval VQS_INVALID_PARAMETER  session is null
+ * @retval VQS_OUT_OF_MEMORY      the session or the device list could not be allocated
+ * @retval VQS_DRIVER_NOT_FOUND   the driver is not loaded
+ */
+VQS_API vqsStatus VQS_CALL vqsInitialize(QtfSession** session);
+
+/** As vqsInitialize; to be closed with vqsExUninitialize when "Ex" telemetry logs are used. */
+VQS_API vqsStatus VQS_CALL vqsExInitialize(QtfSession** session);
+
+/**
+ * Closes a session. A telemetry log that is still running is stopped first, as one that vqsStartQTFLog
+ * started; the session pointer is dead afterwards.
+ *
+ * @param[in] session  the session to close
+ * @retval VQS_SUCCESS            always, for a session that is not null
+ * @retval VQS_INVALID_PARAMETER  session is null
+ */
+VQS_API vqsStatus VQS_CALL vqsUninitialize(QtfSession* session);
+
+/** As vqsUninitialize; a running log is stopped as one that vqsExStartQTFLog started. */
+VQS_API vqsStatus VQS_CALL vqsExUninitialize(QtfSession* session);
+
+/**
+ * Reads the version of the library's own file, "VexoQTFServices.dll", found by the system's search rules.
+ * No session is needed.
+ *
+ * @param[out] words  four words: the product's major number, the file's minor number, and then the file's
+ *                    fourth and third numbers, in this order. File version 3.4.5.6 of a product 7.x gives
+ *                    7, 4, 6, 5. Untouched unless the result is VQS_SUCCESS.
+ * @retval VQS_SUCCESS            words holds the version
+ * @retval VQS_REQUEST_FAILED     the file or its version resource could not be read
+ * @retval VQS_INVALID_PARAMETER  words is null
+ */
+VQS_API vqsStatus VQS_CALL vqsGetVersion(uint32_t words[4]);
+
+/**
+ * Reads the version of the driver's file, "vexoqtf.sys", as vqsGetVersion does for the library's.
+ *
+ * @param[out] words  four words in the order of vqsGetVersion; all zero when the result is VQS_REQUEST_FAILED
+ * @retval VQS_SUCCESS            words holds the version
+ * @retval VQS_REQUEST_FAILED     the file or its version resource could not be read
+ * @retval VQS_INVALID_PARAMETER  words is null
+ */
+VQS_API vqsStatus VQS_CALL vqsGetDriverVersion(uint32_t words[4]);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

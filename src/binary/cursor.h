@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <concepts>
+#include <cstddef>
+#include <cstring>
+#include <span>
+
+namespace vqs {
+
+/// Takes fields off the front of a file, each only when it lies wholly inside.
+class ByteReader {
+ public:
+  explicit ByteReader(std::span<const std::byte> bytes) : rest_(bytes) {}
+
+  /// The next `size` bytes; empty, and false, when there are not as many.
+  bool take(std::size_t size, std::span<const std::byte>& field) {
+    if (rest_.size() < size) return false;
+    field = rest_.first(size);
+    rest_ = rest_.subspan(size);
+    return true;
+  }
+
+  template <std::integral T>
+  bool take(T& value) {
+    std::span<const std::byte> field;
+    if (!take(sizeof(T), field)) return false;
+    std::memcpy(&value, field.data(), sizeof(T));
+    return true;
+  }
+
+  /// Fills the front of an array; false when the field is longer than the array or the rest of the file.
+  template <class T, std::size_t N>
+  bool take(std::size_t size, T (&array)[N]) {
+    std::span<const std::byte> field;
+    if (size > sizeof(array) || !take(size, field)) return false;
+    std::ranges::copy(field, std::as_writable_bytes(std::span{array}).begin());
+    return true;
+  }
+
+ private:
+  std::span<const std::byte> rest_;
+};
+
+/// Appends fields to a buffer, each only when it fits.
+class ByteWriter {
+ public:
+  explicit ByteWriter(std::span<std::byte> buffer) : rest_(buffer) {}
+
+  bool put(std::span<const std::byte> field) {
+    if (rest_.size() < field.size()) return false;
+    std::ranges::copy(field, rest_.begin());
+    rest_ = rest_.subspan(field.size());
+    return true;
+  }
+
+  template <std::integral T>
+  bool put(T value) {
+    return put(std::as_bytes(std::span{&value, 1}));
+  }
+
+ private:
+  std::span<std::byte> rest_;
+};
+
+}  // namespace vqs

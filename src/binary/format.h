@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace vqs {
+
+inline constexpr std::uint16_t kFormatVersion = 1;
+inline constexpr std::uint16_t kRevision3 = 3;
+inline constexpr std::uint16_t kRevision4 = 4;
+inline constexpr std::uint16_t kRevision5 = 5;
+
+inline constexpr std::array<char, 4> kMagic = {'$', 'Q', 'T', 'F'};
+
+/// Header sizes: revision 5, and the older ones.
+inline constexpr std::size_t kHeaderSize = 16;
+inline constexpr std::size_t kOldHeaderSize = 64;
+
+/// No entry of any revision is shorter: one byte of name and of description, one condition, no text, no action.
+inline constexpr std::size_t kSmallestEntry = (4 + 1) + (4 + 1) + 19 + 8 + 16 + 4;
+
+/// The two version numbers of a file.
+struct BinaryVersions {
+  std::uint16_t first;
+  std::uint16_t second;
+};
+
+}  // namespace vqs

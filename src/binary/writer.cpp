@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "binary/writer.h"
+
+#include "binary/cursor.h"
+#include "binary/file.h"
+#include "binary/record_view.h"
+#include "channel/work_buffer.h"
+
+namespace vqs {
+namespace {
+
+// An entry occupies 39 fixed bytes and is counted with 42: every file ends in three zero bytes a policy. Readers ignore
+// them, but the length is part of the format.
+constexpr std::uint64_t kCountedScalars = 38;
+constexpr std::uint64_t kCountedActionCount = 4;
+
+constexpr std::size_t kTextOverhead = 5;
+constexpr std::size_t kActionSize = 23;
+
+/// False when the policy's counts or texts lead beyond its record.
+bool staysInRecord(const VqsPackedPolicy& policy, const PackedPolicyView& view) {
+  if (view.name().empty() || view.description().empty() || !view.holdsTexts(policy.textCount)) return false;
+  if (policy.conditionCount != 0 && view.conditions(policy.conditionCount).empty()) return false;
+  if (policy.actionCount != 0 && view.actions(policy.actionCount).empty()) return false;
+  for (std::size_t i = 0; i < policy.textCount; ++i)
+    if (view.text(i).empty()) return false;
+  return true;
+}
+
+std::uint64_t countedEntrySize(const VqsPackedPolicy& policy, const PackedPolicyView& view) {
+  std::uint64_t size = view.name().size() + view.description().size() + kCountedScalars + kCountedActionCount;
+  size += sizeof(VqsPolicyCondition) * std::uint64_t{policy.conditionCount};
+  for (std::size_t i = 0; i < policy.textCount; ++i) size += view.text(i).size() + kTextOverhead;
+  return size + kActionSize * std::uint64_t{policy.actionCount};
+}
+
+bool putText(ByteWriter& writer, std::span<const std::byte> text) {
+  return writer.put(static_cast<std::uint32_t>(text.size())) && writer.put(text);
+}
+
+bool putScalars(ByteWriter& writer, const VqsPackedPolicy& policy) {
+  return writer.put(policy.flag0) && writer.put(policy.id) && writer.put(policy.param0) && writer.put(policy.flag1) &&
+         writer.put(policy.flag2) && writer.put(policy.param1) && writer.put(policy.param2) &&
+         writer.put(policy.conditionCount) && writer.put(policy.textCount);
+}
+
+bool putTexts(ByteWriter& writer, const PackedPolicyView& view, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i)
+    if (!putText(writer, view.text(i)) || !writer.put(static_cast<std::uint8_t>(view.textFlag(i)))) return false;
+  return true;
+}
+
+bool putAction(ByteWriter& writer, const VqsPolicyAction& action) {
+  return writer.put(action.actionId) && writer.put(action.value) && writer.put(action.value2) &&
+         writer.put(action.option1) && writer.put(action.option2) && writer.put(action.value3) &&
+         writer.put(action.option3) && writer.put(action.value4);
+}
+
+bool putActions(ByteWriter& writer, std::span<const std::byte> slots) {
+  for (; !slots.empty(); slots = slots.subspan(sizeof(VqsPolicyAction))) {
+    VqsPolicyAction action;
+    std::memcpy(&action, slots.data(), sizeof(action));
+    if (!putAction(writer, action)) return false;
+  }
+  return true;
+}
+
+bool putPolicy(ByteWriter& writer, const VqsPackedPolicy& policy) {
+  const PackedPolicyView view{policy};
+  return staysInRecord(policy, view) && putText(writer, view.name()) && putText(writer, view.description()) &&
+         putScalars(writer, policy) && writer.put(view.conditions(policy.conditionCount)) &&
+         putTexts(writer, view, policy.textCount) && writer.put(policy.actionCount) &&
+         putActions(writer, view.actions(policy.actionCount));
+}
+
+bool putHeader(ByteWriter& writer, std::uint32_t policyCount, BinaryVersions versions) {
+  return writer.put(kFormatVersion) && writer.put(kRevision5) && writer.put(versions.first) &&
+         writer.put(versions.second) && writer.put(std::as_bytes(std::span{kMagic})) && writer.put(policyCount);
+}
+
+}  // namespace
+
+std::uint64_t policyBinarySize(std::span<const VqsPackedPolicy> policies) {
+  std::uint64_t size = policies.empty() ? 0 : kHeaderSize;
+  for (const auto& policy : policies) {
+    const PackedPolicyView view{policy};
+    if (!staysInRecord(policy, view)) return 0;
+    size += countedEntrySize(policy, view);
+  }
+  return size;
+}
+
+bool buildPolicyBinary(std::span<std::byte> buffer, std::span<const VqsPackedPolicy> policies,
+                       BinaryVersions versions) {
+  if (buffer.data() == nullptr || policies.empty()) return false;
+  ByteWriter writer{buffer};
+  if (!putHeader(writer, static_cast<std::uint32_t>(policies.size()), versions)) return false;
+  for (const auto& policy : policies)
+    if (!putPolicy(writer, policy)) return false;
+  return true;
+}
+
+vqsStatus writePolicyBinary(std::span<const VqsPackedPolicy> policies, BinaryVersions versions, const char* path) {
+  if (policies.data() == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
+  const std::uint64_t size = policyBinarySize(policies);
+  if (size == 0) return VQS_REQUEST_FAILED;
+  const RuntimeBuffer binary{size};
+  if (!binary || !buildPolicyBinary(binary.bytes(), policies, versions)) return VQS_REQUEST_FAILED;
+  const File file = openFile(path, "wb");
+  if (!file) return VQS_REQUEST_FAILED;
+  writeBytes(file.get(), binary.bytes());
+  return VQS_SUCCESS;
+}
+
+}  // namespace vqs

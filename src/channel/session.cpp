@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "channel/session.h"
+
+#include "channel/control_codes.h"
+#include "channel/driver_handle.h"
+#include "channel/request.h"
+#include "channel/status.h"
+#include "channel/wire_records.h"
+#include "channel/work_buffer.h"
+
+namespace vqs {
+namespace {
+
+/// The driver's answer is nobody's concern: a session is open with or without it.
+void announce(HANDLE handle) {
+  QtfAppIoRecord request{.operation = QTF_IO_OPEN, .valueA = 0, .valueB = 0};
+  QtfAppIoRecord answer{};
+  static_cast<void>(sendSplit(handle, kCodeAppIo, request, &answer));
+}
+
+vqsStatus openSession(QtfSession** out) {
+  if (out == nullptr) return VQS_INVALID_PARAMETER;
+  RuntimeBuffer memory{sizeof(QtfSession)};
+  if (!memory) return VQS_OUT_OF_MEMORY;
+  auto& session = memory.as<QtfSession>();
+  const vqsStatus result = QtfOpenDriverHandle(&session.handle);
+  if (result != VQS_SUCCESS) return result;
+  *out = static_cast<QtfSession*>(memory.handOver());
+  announce(session.handle);
+  return VQS_SUCCESS;
+}
+
+/// `stopOperation` is for a log of the generation that belongs to the uninitialize call, whatever log is running.
+vqsStatus closeSession(QtfSession* session, std::uint32_t stopOperation) {
+  if (session == nullptr) return VQS_INVALID_PARAMETER;
+  if (session->logReference != 0) {
+    QtfLogRequest request{};
+    request.LogId = session->logSessionId;
+    request.Operation = stopOperation;
+    static_cast<void>(sendSame(session->handle, kCodeLog, request));
+    session->logReference = 0;
+  }
+  CloseHandle(session->handle);
+  RuntimeMemory::release(session);
+  return VQS_SUCCESS;
+}
+
+}  // namespace
+}  // namespace vqs
+
+vqsStatus VQS_CALL vqsInitialize(QtfSession** session) { return vqs::openSession(session); }
+
+vqsStatus VQS_CALL vqsExInitialize(QtfSession** session) {
+  return vqs::QtfMapStatus(static_cast<std::int32_t>(vqs::openSession(session)));
+}
+
+vqsStatus VQS_CALL vqsUninitialize(QtfSession* session) { return vqs::closeSession(session, vqs::kLogStop); }
+
+vqsStatus VQS_CALL vqsExUninitialize(QtfSession* session) { return vqs::closeSession(session, vqs::kLogStopEx); }

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+// The one door to the Windows API: the system's own headers, or the host's stand-in for them.
+#ifdef _WIN32
+// clang-format off
+#include <windows.h>
+#include <cfgmgr32.h>
+// clang-format on
+#else
+#include "host/windows_api.h"
+#endif

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdlib>
+#include <limits>
+#include <span>
+#include <type_traits>
+#include <utility>
+
+#include "channel/windows_api.h"
+
+namespace vqs {
+
+/// count * size, saturating: what saturates cannot be allocated.
+constexpr std::size_t saturatingProduct(std::size_t count, std::size_t size) {
+  constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max();
+  return size != 0 && count > kMost / size ? kMost : count * size;
+}
+
+/// The runtime's allocator.
+struct RuntimeMemory {
+  static void* allocate(std::size_t size) { return std::calloc(1, size); }
+  static void release(void* memory) { std::free(memory); }
+};
+
+/// The process heap, shared by every module of the process.
+struct ProcessHeapMemory {
+  static void* allocate(std::size_t size) { return HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, size); }
+  static void release(void* memory) { HeapFree(GetProcessHeap(), 0, memory); }
+};
+
+/// Zero-filled memory of one call, released with its scope. False when it could not be allocated.
+template <class Memory>
+class WorkBuffer {
+ public:
+  explicit WorkBuffer(std::size_t size) : size_(size == 0 ? 1 : size), memory_(Memory::allocate(size_)) {}
+  ~WorkBuffer() { reset(); }
+  WorkBuffer(WorkBuffer&& other) noexcept : size_(other.size_), memory_(other.handOver()) {}
+  WorkBuffer& operator=(WorkBuffer&&) = delete;
+
+  explicit operator bool() const { return memory_ != nullptr; }
+  [[nodiscard]] std::span<std::byte> bytes() const { return {static_cast<std::byte*>(memory_), size_}; }
+
+  /// The memory as one record.
+  template <class Record>
+  [[nodiscard]] Record& as() const {
+    static_assert(std::is_trivially_copyable_v<Record>);
+    return *static_cast<Record*>(memory_);
+  }
+
+  /// The memory from an offset on, as an array.
+  template <class Record>
+  [[nodiscard]] std::span<Record> arrayAt(std::size_t offset, std::size_t count) const {
+    static_assert(std::is_trivially_copyable_v<Record>);
+    return {reinterpret_cast<Record*>(static_cast<std::byte*>(memory_) + offset), count};
+  }
+
+  void reset() {
+    if (memory_ != nullptr) Memory::release(std::exchange(memory_, nullptr));
+  }
+
+  /// Hands the memory to whoever called the library.
+  void* handOver() { return std::exchange(memory_, nullptr); }
+
+ private:
+  std::size_t size_;
+  void* memory_;
+};
+
+using RuntimeBuffer = WorkBuffer<RuntimeMemory>;
+using ProcessHeapBuffer = WorkBuffer<ProcessHeapMemory>;
+
+}  // namespace vqs

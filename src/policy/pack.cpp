@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "policy/conversion.h"
+#include "policy/text.h"
+
+namespace vqs {
+namespace {
+
+bool packName(std::span<VqsChar16> destination, std::span<const char> name) {
+  return widenTerminated(destination, name);
+}
+
+bool packName(std::span<VqsChar16> destination, std::span<const VqsChar16> name) {
+  std::ranges::copy(name, destination.begin());
+  return true;
+}
+
+bool packTextUnits(std::span<VqsChar16> destination, std::span<const char> text) {
+  return widenField(destination, text);
+}
+
+bool packTextUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> text) {
+  std::ranges::copy(text, destination.begin());
+  return true;
+}
+
+int packCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destination) {
+  if (source.op > kHighestPolicyOperator) return kMalformed;
+  destination = source;
+  return kConverted;
+}
+
+template <class Text>
+int packText(const Text& source, VqsPackedText& destination) {
+  if (source.flag > kHighestPolicyTextFlag) return kMalformed;
+  destination.flag = source.flag;
+  if (!packTextUnits(destination.text, source.text)) return kNotConverted;
+  const std::size_t length = unitsBeforeZero(std::span<const VqsChar16>{destination.text}) + 1;
+  if (length > VQS_POLICY_TEXT_UNITS) return kMalformed;
+  destination.length = static_cast<std::uint16_t>(length);
+  return kConverted;
+}
+
+void packAction(const VqsPolicyActionV0& source, VqsPolicyAction& destination) {
+  destination.actionId = source.actionId;
+  destination.value = source.value;
+}
+
+void packAction(const VqsPolicyAction& source, VqsPolicyAction& destination) {
+  destination.actionId = source.actionId;
+  destination.value = source.value;
+  destination.value2 = source.value2;
+  destination.option1 = source.option1;
+  destination.option2 = source.option2;
+  destination.value3 = source.value3;
+  destination.option3 = source.option3;
+  destination.value4 = source.value4;
+}
+
+template <class Policy>
+void packScalars(const Policy& source, VqsPackedPolicy& destination) {
+  std::ranges::copy(source.description, destination.description);
+  destination.flag0 = source.flag0;
+  destination.id = source.id;
+  destination.param0 = source.param0;
+  destination.flag1 = source.flag1;
+  destination.flag2 = source.flag2;
+  destination.param1 = source.param1;
+  destination.param2 = source.param2;
+  destination.conditionCount = source.conditionCount;
+  destination.actionCount = source.actionCount;
+  destination.textCount = source.textCount;
+}
+
+template <class Policy>
+int packPolicy(const Policy* source, VqsPackedPolicy* destination) {
+  if (source == nullptr || destination == nullptr) return kNullPointer;
+  if (!packName(destination->name, source->name)) return kNotConverted;
+  packScalars(*source, *destination);
+  for (std::size_t i = 0; i < std::min<std::size_t>(source->conditionCount, VQS_POLICY_MAX_CONDITIONS); ++i)
+    if (const int result = packCondition(source->conditions[i], destination->conditions[i])) return result;
+  for (std::size_t i = 0; i < std::min<std::size_t>(source->textCount, VQS_POLICY_MAX_TEXTS); ++i)
+    if (const int result = packText(source->texts[i], destination->texts[i])) return result;
+  for (std::size_t i = 0; i < std::min<std::size_t>(source->actionCount, VQS_POLICY_MAX_ACTIONS); ++i)
+    packAction(source->actions[i], destination->actions[i]);
+  return kConverted;
+}
+
+}  // namespace
+
+int packPolicyV0(const VqsPolicyV0* source, VqsPackedPolicy* destination) { return packPolicy(source, destination); }
+int packPolicyV1(const VqsPolicyV1* source, VqsPackedPolicy* destination) { return packPolicy(source, destination); }
+int packPolicyV2(const VqsPolicyV2* source, VqsPackedPolicy* destination) { return packPolicy(source, destination); }
+
+int packPolicyBody(std::uint32_t structureVersion, const void* body, VqsPackedPolicy* destination) {
+  switch (structureVersion) {
+    case 0:
+      return packPolicyV0(static_cast<const VqsPolicyV0*>(body), destination);
+    case 1:
+      return packPolicyV1(static_cast<const VqsPolicyV1*>(body), destination);
+    case 2:
+      return packPolicyV2(static_cast<const VqsPolicyV2*>(body), destination);
+    default:
+      return kMalformed;
+  }
+}
+
+}  // namespace vqs

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "channel/session.h"
+#include "channel/work_buffer.h"
+#include "policy/conversion.h"
+#include "policy/store_request.h"
+#include "vqs/policy.h"
+
+namespace vqs {
+namespace {
+
+/// Bytes of a read buffer with room for `count` policies.
+constexpr std::size_t readBufferSize(std::size_t count) {
+  return sizeof(PolicyReadBuffer) + count * sizeof(VqsPackedPolicy);
+}
+
+vqsStatus unpackInto(VqsPolicyV0* policies, std::span<const VqsPackedPolicy> packed) {
+  if (policies == nullptr && !packed.empty()) return VQS_REQUEST_FAILED;
+  for (std::size_t i = 0; i < packed.size(); ++i)
+    if (unpackPolicyV0(&packed[i], &policies[i]) != kConverted) return VQS_REQUEST_FAILED;
+  return VQS_SUCCESS;
+}
+
+template <class Memory>
+vqsStatus readPolicies(HANDLE handle, VqsPolicyList& list, const WorkBuffer<Memory>& memory, VqsPolicyStore store) {
+  if (!memory) return VQS_OUT_OF_MEMORY;
+  auto& buffer = memory.template as<PolicyReadBuffer>();
+  buffer.countOnly = list.countOnly;
+  buffer.count = list.count;
+  const vqsStatus result = policyStoreRequest(handle, kStoreReadAll, store, {.readBuffer = &buffer});
+  list.count = buffer.count;
+  if (result != VQS_SUCCESS || list.countOnly != 0) return result;
+  return unpackInto(list.policies, memory.template arrayAt<VqsPackedPolicy>(sizeof(PolicyReadBuffer), buffer.count));
+}
+
+/// The work buffer counts the capacity twice, so memory runs out at the capacities where it always has.
+vqsStatus getPoliciesFromRuntime(QtfSession* session, VqsPolicyList* list, VqsPolicyStore store) {
+  if (!isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
+  const std::size_t size = list->countOnly != 0 ? sizeof(PolicyReadBuffer)
+                           : list->count == 0   ? readBufferSize(0)
+                                                : saturatingProduct(list->count, readBufferSize(list->count));
+  return readPolicies(session->handle, *list, RuntimeBuffer{size}, store);
+}
+
+}  // namespace
+}  // namespace vqs
+
+vqsStatus VQS_CALL vqsPbGetPolicies(QtfSession* session, VqsPolicyList* list) {
+  if (!vqs::isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
+  const std::size_t size = vqs::readBufferSize(list->countOnly != 0 ? 0 : list->count);
+  return vqs::readPolicies(session->handle, *list, vqs::ProcessHeapBuffer{size}, VQS_POLICY_STORE_PB);
+}
+
+vqsStatus VQS_CALL vqsAsmGetPolicies(QtfSession* session, VqsPolicyList* list) {
+  return vqs::getPoliciesFromRuntime(session, list, VQS_POLICY_STORE_ASM);
+}
+
+vqsStatus VQS_CALL vqsBalanceProfileGetPolicies(QtfSession* session, VqsPolicyList* list) {
+  return vqs::getPoliciesFromRuntime(session, list, VQS_POLICY_STORE_BALANCE_PROFILE);
+}
+
+vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list, VqsPolicyStore store) {
+  if (!vqs::isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
+  const vqs::ProcessHeapBuffer memory{vqs::readBufferSize(list->count)};
+  if (!memory) return VQS_OUT_OF_MEMORY;
+  auto& buffer = memory.as<vqs::PolicyReadBuffer>();
+  buffer.countOnly = list->count == 0 ? 1 : 0;
+  buffer.count = list->count;
+  const vqsStatus result = vqs::policyStoreRequest(session->handle, vqs::kStoreReadAll, store, {.readBuffer = &buffer});
+  if (result != VQS_SUCCESS) return result;
+  if (buffer.countOnly != 0) {
+    list->count = buffer.count;
+    return VQS_SUCCESS;
+  }
+  // The capacity, not the store's count: what lies beyond the store's policies comes out as empty policies.
+  const auto packed = memory.arrayAt<VqsPackedPolicy>(sizeof(vqs::PolicyReadBuffer), list->count);
+  return vqs::unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), list->count) ==
+                 vqs::kConverted
+             ? VQS_SUCCESS
+             : VQS_REQUEST_FAILED;
+}
+
+vqsStatus VQS_CALL vqsPbIDGetPolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy) {
+  if (!vqs::isOpen(session) || policy == nullptr) return VQS_INVALID_PARAMETER;
+  const vqs::RuntimeBuffer memory{sizeof(VqsPackedPolicy)};
+  if (!memory) return VQS_OUT_OF_MEMORY;
+  auto& packed = memory.as<VqsPackedPolicy>();
+  const vqsStatus result = vqs::policyLookup(session->handle, id, packed, VQS_POLICY_STORE_PB);
+  if (result != VQS_SUCCESS) return result;
+  return vqs::unpackPolicyV0(&packed, policy) == vqs::kConverted ? VQS_SUCCESS : VQS_REQUEST_FAILED;
+}
+
+vqsStatus VQS_CALL vqsPbGetPolicyByPrioV2(QtfSession* session, uint32_t priority, VqsVersionedPolicy* record,
+                                          uint64_t size, VqsPolicyStore store) {
+  if (!vqs::isOpen(session) || record == nullptr || size == 0) return VQS_INVALID_PARAMETER;
+  const vqs::ProcessHeapBuffer memory{sizeof(VqsPackedPolicy)};
+  if (!memory) return VQS_OUT_OF_MEMORY;
+  auto& packed = memory.as<VqsPackedPolicy>();
+  const vqsStatus result = vqs::policyLookup(session->handle, priority, packed, store);
+  if (result != VQS_SUCCESS) return result;
+  if (!vqs::holdsWholeBody(*record, size)) return VQS_REQUEST_FAILED;
+  return vqs::unpackPolicyBody(record->structureVersion, &packed, &record->policy) == vqs::kConverted
+             ? VQS_SUCCESS
+             : VQS_REQUEST_FAILED;
+}

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "policy/store_request.h"
+
+#include <algorithm>
+#include <array>
+
+#include "channel/control_codes.h"
+#include "channel/request.h"
+#include "channel/work_buffer.h"
+#include "policy/text.h"
+
+namespace vqs {
+namespace {
+
+/// Behind the head, as the exports allocate it.
+std::span<VqsPackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
+  return {reinterpret_cast<VqsPackedPolicy*>(&buffer + 1), buffer.count};
+}
+
+vqsStatus readAll(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer) {
+  const RuntimeBuffer memory{sizeof(PolicyFetchRequest)};
+  if (!memory) return VQS_REQUEST_FAILED;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  auto& request = memory.as<PolicyFetchRequest>();
+  if (queryPolicyCount(handle, codes->read, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  const std::uint32_t total = request.policyCount;
+  if (buffer.countOnly == 0 && buffer.count < total) return VQS_INVALID_PARAMETER;
+  buffer.count = total;
+  if (buffer.countOnly != 0) return VQS_SUCCESS;
+  return fetchPolicies(handle, codes->read, request, policiesOf(buffer));
+}
+
+/// Sends a request that is answered with the driver's verdict.
+vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t* driverResult) {
+  const vqsStatus result = sendSame(handle, code, request);
+  if (driverResult != nullptr) *driverResult = result == VQS_SUCCESS ? request.result : 1;
+  return result;
+}
+
+vqsStatus add(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request, const PolicyStoreArguments& arguments) {
+  if (arguments.policy == nullptr) return VQS_REQUEST_FAILED;
+  request.operation = kStoreAdd;
+  request.policy = *arguments.policy;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  return sendForVerdict(handle, codes->modify, request, arguments.driverResult);
+}
+
+vqsStatus reset(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request) {
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  return sendSame(handle, codes->modify, request);
+}
+
+vqsStatus remove(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request,
+                 const PolicyStoreArguments& arguments) {
+  if (arguments.id == nullptr) return VQS_REQUEST_FAILED;
+  request.policy.id = *arguments.id;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  // The verdict is the whole answer: four bytes, straight into the caller's word.
+  return sendSplit(handle, codes->modify, request, arguments.driverResult);
+}
+
+vqsStatus setBinaryVersion(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request,
+                           const PolicyStoreArguments& arguments) {
+  if (store != VQS_POLICY_STORE_ASM) return VQS_INVALID_PARAMETER;
+  request.versionWord1 = static_cast<std::uint32_t>(arguments.version);
+  request.versionWord2 = static_cast<std::uint32_t>(arguments.version >> 32);
+  return sendForVerdict(handle, kCodeAsmModify, request, arguments.driverResult);
+}
+
+void copyStatus(const PolicyStatusEntry& entry, VqsPolicyStatus& status) {
+  status.statusValue = entry.statusValue;
+  status.statusFlagA = entry.statusFlagA;
+  status.statusFlagB = entry.statusFlagB;
+  status.statusValue2 = entry.statusValue2;
+  copyBounded(status.name, entry.name);
+}
+
+/// The second status request: as long as all entries need. The caller's array is trusted to hold as many.
+vqsStatus readStatus(HANDLE handle, std::uint32_t code, std::uint32_t count, VqsPolicyStatus* entries) {
+  const RuntimeBuffer memory{sizeof(PolicyStoreRequest) + sizeof(PolicyStatusEntry) * std::size_t{count}};
+  if (!memory) return VQS_REQUEST_FAILED;
+  auto& request = memory.as<PolicyStoreRequest>();
+  request.operation = kStoreStatus;
+  request.policyCount = count;
+  if (sendSame(handle, code, memory.bytes()) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  const auto answer = memory.arrayAt<PolicyStatusEntry>(offsetof(PolicyStoreRequest, statusEntries), count);
+  for (std::size_t i = 0; i < answer.size(); ++i) copyStatus(answer[i], entries[i]);
+  return VQS_SUCCESS;
+}
+
+vqsStatus status(HANDLE handle, VqsPolicyStore store, RuntimeBuffer& memory, VqsPolicyStatusList* list) {
+  if (list == nullptr) return VQS_REQUEST_FAILED;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  auto& request = memory.as<PolicyStoreRequest>();
+  request.countOnly = 1;
+  if (sendSame(handle, codes->modify, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  const std::uint32_t count = request.policyCount;
+  if (count == 0) return VQS_SUCCESS;
+  if (list->countOnly != 0) {
+    list->count = count;
+    return VQS_SUCCESS;
+  }
+  if (list->entries == nullptr) return VQS_REQUEST_FAILED;
+  memory.reset();
+  return readStatus(handle, codes->modify, count, list->entries);
+}
+
+}  // namespace
+
+std::optional<PolicyStoreCodes> policyStoreCodes(VqsPolicyStore store) {
+  static constexpr std::array kCodes = {
+      PolicyStoreCodes{.read = kCodePbRead, .modify = kCodePbModify},
+      PolicyStoreCodes{.read = kCodeAsmRead, .modify = kCodeAsmModify},
+      PolicyStoreCodes{.read = kCodeBalanceProfileRead, .modify = kCodeBalanceProfileModify},
+  };
+  return store < kCodes.size() ? std::optional{kCodes[store]} : std::nullopt;
+}
+
+vqsStatus policyStoreRequest(HANDLE handle, std::int32_t operation, VqsPolicyStore store,
+                             const PolicyStoreArguments& arguments) {
+  RuntimeBuffer memory{sizeof(PolicyStoreRequest)};
+  if (!memory) return VQS_REQUEST_FAILED;
+  auto& request = memory.as<PolicyStoreRequest>();
+  request.operation = static_cast<std::uint32_t>(operation);
+  switch (operation) {
+    case kStoreReadAll:
+      return readAll(handle, store, *arguments.readBuffer);
+    case kStoreAdd:
+    case kStoreAddAlias:
+      return add(handle, store, request, arguments);
+    case kStoreReset:
+      return reset(handle, store, request);
+    case kStoreStatus:
+      return status(handle, store, memory, arguments.statusList);
+    case kStoreDelete:
+      return remove(handle, store, request, arguments);
+    case kStoreSetBinaryVersion:
+      return setBinaryVersion(handle, store, request, arguments);
+    default:
+      return VQS_INVALID_PARAMETER;
+  }
+}
+
+vqsStatus policyLookup(HANDLE handle, std::uint32_t key, VqsPackedPolicy& destination, VqsPolicyStore store) {
+  PolicyLookupRequest request{};
+  request.key = key;
+  request.store = store;
+  return sendSplit(handle, kCodePolicyLookup, request, &destination);
+}
+
+vqsStatus queryPolicyCount(HANDLE handle, std::uint32_t readCode, PolicyFetchRequest& request) {
+  request.countQuery = 1;
+  const vqsStatus result = sendSame(handle, readCode, request);
+  request.countQuery = 0;
+  return result;
+}
+
+vqsStatus fetchPolicies(HANDLE handle, std::uint32_t readCode, PolicyFetchRequest& request,
+                        std::span<VqsPackedPolicy> policies) {
+  for (std::uint32_t chunk = 0; !policies.empty(); ++chunk) {
+    request.chunkIndex = chunk;
+    if (sendSame(handle, readCode, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+    const std::size_t taken = std::min(policies.size(), kPoliciesPerChunk);
+    std::ranges::copy(std::span{request.policies}.first(taken), policies.begin());
+    policies = policies.subspan(taken);
+  }
+  return VQS_SUCCESS;
+}
+
+}  // namespace vqs

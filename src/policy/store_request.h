@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "channel/windows_api.h"
+#include "policy/packed_policy.h"
+#include "policy/store_records.h"
+
+namespace vqs {
+
+/// The control codes of one store.
+struct PolicyStoreCodes {
+  std::uint32_t read;
+  std::uint32_t modify;
+};
+
+/// Nothing for a store that does not exist.
+std::optional<PolicyStoreCodes> policyStoreCodes(VqsPolicyStore store);
+
+/// What a store request carries; each operation uses the members named for it.
+struct PolicyStoreArguments {
+  /// read all; the packed policies follow the head in memory
+  PolicyReadBuffer* readBuffer = nullptr;
+  /// add
+  const VqsPackedPolicy* policy = nullptr;
+  /// delete
+  const std::uint32_t* id = nullptr;
+  /// status
+  VqsPolicyStatusList* statusList = nullptr;
+  /// add, delete and set binary version
+  std::uint32_t* driverResult = nullptr;
+  /// set binary version: the first word in the low half, the second in the high half
+  std::uint64_t version = 0;
+};
+
+/// Carries out one operation on one store: VQS_SUCCESS, VQS_REQUEST_FAILED (memory included) or
+/// VQS_INVALID_PARAMETER.
+vqsStatus policyStoreRequest(HANDLE handle, std::int32_t operation, VqsPolicyStore store,
+                             const PolicyStoreArguments& arguments);
+
+/// Asks for one policy by id or priority. The destination, zero-filled, is the answer's buffer whatever the result.
+vqsStatus policyLookup(HANDLE handle, std::uint32_t key, VqsPackedPolicy& destination, VqsPolicyStore store);
+
+/// First request of a read: how many policies the store holds.
+vqsStatus queryPolicyCount(HANDLE handle, std::uint32_t readCode, PolicyFetchRequest& request);
+
+/// Further requests of a read, with the record of the first: the store's policies in chunks, in store order.
+vqsStatus fetchPolicies(HANDLE handle, std::uint32_t readCode, PolicyFetchRequest& request,
+                        std::span<VqsPackedPolicy> policies);
+
+}  // namespace vqs

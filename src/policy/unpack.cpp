@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "policy/conversion.h"
+#include "policy/text.h"
+
+namespace vqs {
+namespace {
+
+bool unpackName(std::span<char> destination, std::span<const VqsChar16> name) {
+  if (!narrowField(destination, name)) return false;
+  destination.back() = '\0';
+  return true;
+}
+
+bool unpackName(std::span<VqsChar16> destination, std::span<const VqsChar16> name) {
+  std::ranges::copy(name, destination.begin());
+  return true;
+}
+
+bool unpackTextUnits(std::span<char> destination, std::span<const VqsChar16> text) {
+  return narrowField(destination, text);
+}
+
+bool unpackTextUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> text) {
+  std::ranges::copy(text, destination.begin());
+  return true;
+}
+
+/// Version 0 refuses a text that version 1 cuts. One without any zero unit slips through and is cut in both.
+bool fitsVersion0(std::span<const VqsChar16> text) {
+  const std::size_t length = unitsBeforeZero(text);
+  return length == text.size() || length < VQS_POLICY_TEXT_SIZE;
+}
+
+template <class Text>
+int unpackText(const VqsPackedText& source, Text& destination) {
+  if (source.flag > kHighestPolicyTextFlag) return kMalformed;
+  destination.flag = source.flag;
+  return unpackTextUnits(destination.text, source.text) ? kConverted : kNotConverted;
+}
+
+int unpackCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destination) {
+  if (source.op > kHighestPolicyOperator) return kMalformed;
+  destination = source;
+  return kConverted;
+}
+
+int unpackAction(const VqsPolicyAction& source, VqsPolicyActionV0& destination) {
+  if (source.option1 != 0) return kMalformed;
+  destination.actionId = source.actionId;
+  destination.value = source.value;
+  return kConverted;
+}
+
+int unpackAction(const VqsPolicyAction& source, VqsPolicyAction& destination) {
+  destination.actionId = source.actionId;
+  destination.value = source.value;
+  destination.value2 = source.value2;
+  destination.option1 = source.option1;
+  destination.option2 = source.option2;
+  destination.value3 = source.value3;
+  destination.option3 = source.option3;
+  destination.value4 = source.value4;
+  return kConverted;
+}
+
+template <class Policy>
+void unpackScalars(const VqsPackedPolicy& source, Policy& destination) {
+  std::ranges::copy(source.description, destination.description);
+  destination.flag0 = source.flag0;
+  destination.id = source.id;
+  destination.param0 = source.param0;
+  destination.flag1 = source.flag1;
+  destination.flag2 = source.flag2;
+  destination.param1 = source.param1;
+  destination.param2 = source.param2;
+  destination.conditionCount = source.conditionCount;
+  destination.actionCount = source.actionCount;
+  destination.textCount = source.textCount;
+}
+
+template <class Policy>
+int unpackTexts(const VqsPackedPolicy& source, Policy& destination) {
+  for (std::size_t i = 0; i < source.textCount; ++i) {
+    const auto& text = source.texts[i];
+    if constexpr (std::is_same_v<Policy, VqsPolicyV0>)
+      if (text.flag > kHighestPolicyTextFlag || !fitsVersion0(text.text)) return kMalformed;
+    if (const int result = unpackText(text, destination.texts[i])) return result;
+  }
+  return kConverted;
+}
+
+template <class Policy>
+int unpackPolicy(const VqsPackedPolicy* source, Policy* destination) {
+  if (source == nullptr || destination == nullptr) return kNullPointer;
+  if (!unpackName(destination->name, source->name)) return kNotConverted;
+  unpackScalars(*source, *destination);
+  if (source->conditionCount > VQS_POLICY_MAX_CONDITIONS) return kMalformed;
+  for (std::size_t i = 0; i < source->conditionCount; ++i)
+    if (const int result = unpackCondition(source->conditions[i], destination->conditions[i])) return result;
+  if (source->textCount > VQS_POLICY_MAX_TEXTS) return kMalformed;
+  if (const int result = unpackTexts(*source, *destination)) return result;
+  if (source->actionCount > VQS_POLICY_MAX_ACTIONS) return kMalformed;
+  for (std::size_t i = 0; i < source->actionCount; ++i)
+    if (const int result = unpackAction(source->actions[i], destination->actions[i])) return result;
+  return kConverted;
+}
+
+}  // namespace
+
+int unpackPolicyV0(const VqsPackedPolicy* source, VqsPolicyV0* destination) {
+  return unpackPolicy(source, destination);
+}
+int unpackPolicyV1(const VqsPackedPolicy* source, VqsPolicyV1* destination) {
+  return unpackPolicy(source, destination);
+}
+int unpackPolicyV2(const VqsPackedPolicy* source, VqsPolicyV2* destination) {
+  return unpackPolicy(source, destination);
+}
+
+int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* source, void* body) {
+  switch (structureVersion) {
+    case 0:
+      return unpackPolicyV0(source, static_cast<VqsPolicyV0*>(body));
+    case 1:
+      return unpackPolicyV1(source, static_cast<VqsPolicyV1*>(body));
+    case 2:
+      return unpackPolicyV2(source, static_cast<VqsPolicyV2*>(body));
+    default:
+      return kMalformed;
+  }
+}
+
+int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
+                      const VqsPackedPolicy* policies, std::uint32_t count) {
+  if (destination == nullptr || destinationSize == 0) return kNullPointer;
+  const auto bodySize = policyBodySize(structureVersion);
+  if (!bodySize) return kMalformed;
+  if (destinationSize < std::uint64_t{count} * *bodySize) return kTooSmall;
+  if (count == 0) return kNotConverted;
+  auto* body = static_cast<std::byte*>(destination);
+  for (std::size_t i = 0; i < count; ++i)
+    if (const int result = unpackPolicyBody(structureVersion, policies + i, body + i * *bodySize)) return result;
+  return kConverted;
+}
+
+}  // namespace vqs
