@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace test {
+
+/// What of the runtime can be made to fail.
+enum class Fault { kAllocation, kOpen, kSeek, kTell, kRead, kWrite };
+
+/// Watches the runtime calls of the code under test and makes one of them fail: a program that links vqs_faults has its
+/// own calls of calloc, malloc, free and the stream functions led through here (the process heap of the host ends in
+/// them too). One may be alive at a time; calls are counted while it lives.
+class Faults {
+ public:
+  Faults();
+  ~Faults();
+  Faults(const Faults&) = delete;
+  Faults& operator=(const Faults&) = delete;
+
+  /// The nth call from now on fails, counted from 1.
+  void fail(Fault what, int nth);
+  /// From the nth call on, every one fails.
+  void failFrom(Fault what, int nth);
+
+  /// Calls since this object was made.
+  [[nodiscard]] int calls(Fault what) const;
+  /// Allocations since this object was made that have not been freed.
+  [[nodiscard]] int outstanding() const;
+  /// Streams opened since this object was made that have not been closed.
+  [[nodiscard]] int openStreams() const;
+  /// The most bytes that were allocated at once since this object was made.
+  [[nodiscard]] unsigned long long peakBytes() const;
+};
+
+}  // namespace test
