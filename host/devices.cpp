@@ -54,7 +54,7 @@ host::Device* findByHandle(HANDLE handle) {
 HANDLE registerHandle(host::Device* device) {
   const std::lock_guard lock{deviceMutex};
   lastHandle += 4;
-  const auto handle = reinterpret_cast<HANDLE>(lastHandle);  // NOLINT(performance-no-int-to-ptr): a handle is a number
+  const auto handle = reinterpret_cast<HANDLE>(lastHandle);
   openHandles.emplace(handle, device);
   return handle;
 }

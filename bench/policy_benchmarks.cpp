@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "binary/file.h"
+#include "binary/parser.h"
+#include "binary/registry_export.h"
+#include "binary/writer.h"
+#include "policy/conversion.h"
+
+// Compare ratios within one run, not times between runs: parsing against a copy of the same bytes, for example.
+
+namespace {
+
+const std::string kFleet = std::string{VQS_SAMPLES} + "/fleet-r5.bin";
+
+std::vector<VqsPackedPolicy> fleet() {
+  const auto file = vqs::loadFile(kFleet.c_str());
+  std::vector<VqsPackedPolicy> policies(vqs::announcedPolicyCount(file->bytes()));
+  vqs::BinaryVersions versions{};
+  vqs::parsePolicyBinary(file->bytes(), policies, versions);
+  return policies;
+}
+
+void countPolicies(benchmark::State& state, std::size_t policies) {
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * policies));
+}
+
+void copyFile(benchmark::State& state) {
+  const auto file = vqs::loadFile(kFleet.c_str());
+  std::vector<std::byte> copy(file->bytes().size());
+  for (auto _ : state) {
+    std::memcpy(copy.data(), file->bytes().data(), copy.size());
+    benchmark::DoNotOptimize(copy.data());
+    benchmark::ClobberMemory();
+  }
+  countPolicies(state, 400);
+}
+BENCHMARK(copyFile);
+
+void parseFile(benchmark::State& state) {
+  const auto file = vqs::loadFile(kFleet.c_str());
+  std::vector<VqsPackedPolicy> policies(400);
+  vqs::BinaryVersions versions{};
+  for (auto _ : state) benchmark::DoNotOptimize(vqs::parsePolicyBinary(file->bytes(), policies, versions));
+  countPolicies(state, policies.size());
+}
+BENCHMARK(parseFile);
+
+void buildFile(benchmark::State& state) {
+  const auto policies = fleet();
+  std::vector<std::byte> buffer(vqs::policyBinarySize(policies));
+  for (auto _ : state) benchmark::DoNotOptimize(vqs::buildPolicyBinary(buffer, policies, {9, 9}));
+  countPolicies(state, policies.size());
+}
+BENCHMARK(buildFile);
+
+void writeRegistryText(benchmark::State& state) {
+  const auto file = vqs::loadFile(kFleet.c_str());
+  std::FILE* stream = std::fopen("/dev/null", "wb");
+  for (auto _ : state)
+    benchmark::DoNotOptimize(vqs::writeRegistryExport(stream, file->bytes(), vqs::RegistryExportKind::kAsm));
+  std::fclose(stream);
+  countPolicies(state, 400);
+}
+BENCHMARK(writeRegistryText);
+
+template <class Policy, int (*Unpack)(const VqsPackedPolicy*, Policy*)>
+void unpack(benchmark::State& state) {
+  const auto policies = fleet();
+  std::vector<Policy> bodies(policies.size());
+  for (auto _ : state)
+    for (std::size_t i = 0; i < policies.size(); ++i) benchmark::DoNotOptimize(Unpack(&policies[i], &bodies[i]));
+  countPolicies(state, policies.size());
+}
+BENCHMARK(unpack<VqsPolicyV1, vqs::unpackPolicyV1>);
+BENCHMARK(unpack<VqsPolicyV2, vqs::unpackPolicyV2>);
+
+template <class Policy, int (*Unpack)(const VqsPackedPolicy*, Policy*), int (*Pack)(const Policy*, VqsPackedPolicy*)>
+void pack(benchmark::State& state) {
+  const auto policies = fleet();
+  std::vector<Policy> bodies(policies.size());
+  for (std::size_t i = 0; i < policies.size(); ++i) Unpack(&policies[i], &bodies[i]);
+  std::vector<VqsPackedPolicy> packed(policies.size());
+  for (auto _ : state)
+    for (std::size_t i = 0; i < packed.size(); ++i) benchmark::DoNotOptimize(Pack(&bodies[i], &packed[i]));
+  countPolicies(state, policies.size());
+}
+BENCHMARK(pack<VqsPolicyV1, vqs::unpackPolicyV1, vqs::packPolicyV1>);
+BENCHMARK(pack<VqsPolicyV2, vqs::unpackPolicyV2, vqs::packPolicyV2>);
+
+}  // namespace

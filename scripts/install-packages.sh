@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Installs the Debian packages that a purpose needs and that are missing: install-packages.sh build|test|fuzz ...
+set -euo pipefail
+
+packages_for() {
+  case $1 in
+    build) echo g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libgtest-dev ;;
+    test) echo "$(packages_for build)" g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 \
+      clang-format-14 clang-tidy-14 ;;
+    fuzz) echo "$(packages_for build)" clang-14 libclang-rt-14-dev ;;
+    bench) echo "$(packages_for build)" libbenchmark-dev ;;
+    *) echo "install-packages.sh: no such purpose: $1 (build, test, fuzz, bench)" >&2; exit 2 ;;
+  esac
+}
+
+installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+wanted=$(for purpose in "${@:-build}"; do packages_for "$purpose"; done)
+missing=()
+for package in $wanted; do installed "$package" || missing+=("$package"); done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+echo "Installing from Debian: ${missing[*]}"
+root=()
+if [ "$(id -u)" != 0 ]; then
+  command -v sudo >/dev/null || { echo "These packages are missing; install them as root, then run this again." >&2; exit 1; }
+  root=(sudo)
+fi
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+install() {
+  "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}" >"$log" 2>&1
+}
+install || { "${root[@]}" apt-get update >"$log" 2>&1 && install; } || { cat "$log" >&2; exit 1; }

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Every test: native, native under the sanitizers, and the Windows build under Wine. Ends with the runner's count.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install-packages.sh test
+
+# A Windows system of the tests' own; no display is needed.
+export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml=
+export PATH=$PATH:/usr/lib/wine
+
+presets=(native native-asan windows)
+for preset in "${presets[@]}"; do
+  echo "Building $preset ..."
+  [ -e "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset" -- --quiet
+done
+if [ ! -e "$WINEPREFIX/system.reg" ]; then
+  echo "Making a Windows prefix ..."
+  wine64 wineboot -i >/dev/null 2>&1
+fi
+
+# One run over all builds, so that one count covers them.
+mkdir -p build/all
+printf 'subdirs("../%s")\n' "${presets[@]}" >build/all/CTestTestfile.cmake
+ctest --test-dir build/all --output-on-failure --parallel "$(nproc)" --no-tests=error "$@"

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Who may include whom, and where the system may be asked about.
+set -euo pipefail
+cd "$1"
+failed=0
+
+refuse() { # what is wrong, where it was found, how to mend it
+  [ -z "$2" ] && return
+  failed=1
+  printf '%s\n' "$1:" "$2" "To mend: $3"
+}
+
+# folder, and what its quoted includes may begin with
+may_include() {
+  local found
+  found=$(grep -rnE '^#include "' "$1" --include='*.h' --include='*.cpp' --include='*.c' | grep -vE "#include \"($2)" || true)
+  refuse "$1 may include only $2" "$found" "move the code to the folder it belongs to"
+}
+may_include include '(base|session|status|policy|policy_binary)\.h"'
+may_include src/channel '(channel/|vqs/|host/windows_api\.h)'
+may_include src/policy '(policy/|channel/|vqs/)'
+may_include src/binary '(binary/|policy/|channel/|vqs/)'
+may_include host 'host/'
+may_include simulator/model 'simulator/model/'
+may_include simulator/embedded '(simulator/|host/)'
+
+refuse "platform conditionals in src" \
+  "$(grep -rnE '^\s*#\s*(if|ifdef|ifndef|elif)\b.*(WIN32|WIN64|linux|MINGW|MSC_VER)' src | grep -v '^src/channel/windows_api.h:' || true)" \
+  "differences between systems are files, not conditionals"
+refuse "requests leave through one function only" \
+  "$(grep -rlE '\bDeviceIoControl\(' src | grep -v '^src/channel/request.cpp$' || true)" "send them with channel/request.h"
+refuse "the system's headers come through one include only" \
+  "$(grep -rlE '#include <(windows|cfgmgr32|winver)' src | grep -vE '^src/(channel/windows_api.h|windows/)' || true)" \
+  "include channel/windows_api.h"
+exit $failed
