@@ -1,3 +1,4 @@
+include_guard(GLOBAL)
 # Header-only libraries from the system's packages. A cross compiler must not see the rest of /usr/include, so each
 # library is linked into a folder of its own.
 

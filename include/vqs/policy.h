@@ -281,8 +281,8 @@ VQS_API vqsStatus VQS_CALL vqsPbAddPolicyV2(QtfSession* session, const VqsVersio
  * Reads all policies of a store, or only their number.
  *
  * @param[in]     session  an open session
- * @param[in,out] list     what to read, and where to. Its count receives the store's count after success, and keeps
- *                         the capacity after any other result of the request.
+ * @param[in,out] list     what to read, and where to. Its count receives the store's count as soon as that is known,
+ *                         and keeps the capacity when it is not, or is too small.
  * @retval VQS_SUCCESS            list->count policies were written, or counted
  * @retval VQS_REQUEST_FAILED     a request failed; list->policies is null although there are policies to write; or a
  *                                policy does not fit structure version 0 (text beyond the locale's characters, a text

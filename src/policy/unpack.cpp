@@ -85,7 +85,7 @@ int unpackTexts(const VqsPackedPolicy& source, Policy& destination) {
   for (std::size_t i = 0; i < source.textCount; ++i) {
     const auto& text = source.texts[i];
     if constexpr (std::is_same_v<Policy, VqsPolicyV0>)
-      if (text.flag > kHighestPolicyTextFlag || !fitsVersion0(text.text)) return kMalformed;
+      if (!fitsVersion0(text.text)) return kMalformed;
     if (const int result = unpackText(text, destination.texts[i])) return result;
   }
   return kConverted;

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <utility>
 
 extern "C" {
 void* __real_calloc(std::size_t, std::size_t);
@@ -33,6 +34,8 @@ struct State {
   unsigned long long bytes = 0;
   unsigned long long peak = 0;
   int streams = 0;
+  int actionAtOpen = 0;
+  std::function<void()> openAction;
 };
 
 State state;
@@ -62,6 +65,14 @@ void forget(void* memory) {
   state.allocations.erase(found);
 }
 
+void runOpenAction() {
+  if (!state.active || !state.openAction) return;
+  if (state.watches[static_cast<std::size_t>(test::Fault::kOpen)].calls != state.actionAtOpen) return;
+  state.active = false;
+  std::exchange(state.openAction, nullptr)();
+  state.active = true;
+}
+
 }  // namespace
 
 extern "C" {
@@ -82,7 +93,9 @@ void __wrap_free(void* memory) {
 }
 
 std::FILE* __wrap_fopen(const char* path, const char* mode) {
-  if (strikes(test::Fault::kOpen)) return nullptr;
+  const bool fails = strikes(test::Fault::kOpen);
+  runOpenAction();
+  if (fails) return nullptr;
   std::FILE* stream = __real_fopen(path, mode);
   if (state.active && stream != nullptr) ++state.streams;
   return stream;
@@ -125,6 +138,11 @@ void Faults::fail(Fault what, int nth) {
 void Faults::failFrom(Fault what, int nth) {
   fail(what, nth);
   state.watches[static_cast<std::size_t>(what)].failLast = 1 << 30;
+}
+
+void Faults::onOpen(int nth, std::function<void()> action) {
+  state.actionAtOpen = calls(Fault::kOpen) + nth;
+  state.openAction = std::move(action);
 }
 
 int Faults::calls(Fault what) const { return state.watches[static_cast<std::size_t>(what)].calls; }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
+
 namespace test {
 
 /// What of the runtime can be made to fail.
@@ -20,6 +22,9 @@ class Faults {
   void fail(Fault what, int nth);
   /// From the nth call on, every one fails.
   void failFrom(Fault what, int nth);
+
+  /// Runs something right before the nth open from now on, counted from 1; its own runtime calls are not counted.
+  void onOpen(int nth, std::function<void()> action);
 
   /// Calls since this object was made.
   [[nodiscard]] int calls(Fault what) const;

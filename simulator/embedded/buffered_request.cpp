@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/embedded/buffered_request.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace simulator {
+namespace {
+
+struct Free {
+  void operator()(std::byte* memory) const { std::free(memory); }
+};
+using SystemBuffer = std::unique_ptr<std::byte, Free>;
+
+/// Zeroed by the system, so that a huge length that the driver refuses anyway costs nothing.
+SystemBuffer allocate(std::size_t size) {
+  return SystemBuffer{static_cast<std::byte*>(std::calloc(1, std::max<std::size_t>(size, 1)))};
+}
+
+bool isMissing(const void* buffer, DWORD length) { return buffer == nullptr && length != 0; }
+
+}  // namespace
+
+bool runBuffered(Driver& driver, SessionId session, const host::DeviceRequest& request) {
+  if (request.returned != nullptr) *request.returned = 0;
+  if (isMissing(request.input, request.inputLength) || isMissing(request.output, request.outputLength)) return false;
+  const std::size_t size = std::max(request.inputLength, request.outputLength);
+  const SystemBuffer buffer = allocate(size);
+  if (buffer == nullptr) return false;
+  if (request.inputLength != 0) std::memcpy(buffer.get(), request.input, request.inputLength);
+  const Answer answer =
+      driver.control(session, request.code, {buffer.get(), size}, request.inputLength, request.outputLength);
+  if (answer.outcome != Outcome::success) return false;
+  if (answer.length != 0) std::memcpy(request.output, buffer.get(), answer.length);
+  if (request.returned != nullptr) *request.returned = answer.length;
+  return true;
+}
+
+}  // namespace simulator

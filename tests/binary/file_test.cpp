@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "binary/file.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <numeric>
+
+#include "binary/captured_output.h"
+#include "support/faults.h"
+#include "support/temporary_folder.h"
+
+namespace test {
+namespace {
+
+struct Loaded {
+  bool done;
+  Bytes bytes;
+  std::string said;
+};
+
+Loaded load(const std::string& path) {
+  CapturedOutput output;
+  const auto file = vqs::loadFile(path.c_str());
+  Loaded loaded{.done = file.has_value(), .bytes = {}, .said = output.text()};
+  if (file)
+    for (const std::byte byte : file->bytes()) loaded.bytes.push_back(static_cast<std::uint8_t>(byte));
+  return loaded;
+}
+
+TEST(LoadFile, gives_all_bytes_and_says_nothing) {
+  const TemporaryFolder folder;
+  Bytes content(70000);
+  std::iota(content.begin(), content.end(), std::uint8_t{0});
+  const auto loaded = load(folder.write("file", content));
+  EXPECT_TRUE(loaded.done);
+  EXPECT_TRUE(loaded.bytes == content);
+  EXPECT_EQ(loaded.said, "");
+}
+
+TEST(LoadFile, tells_of_an_empty_file_since_its_one_item_cannot_be_read) {
+  const TemporaryFolder folder;
+  const auto loaded = load(folder.write("file", {}));
+  EXPECT_FALSE(loaded.done);
+  EXPECT_EQ(loaded.said, kNotFullyRead);
+}
+
+TEST(LoadFile, is_silent_about_a_file_that_is_not_there) {
+  const TemporaryFolder folder;
+  const auto loaded = load(folder.path("none"));
+  EXPECT_FALSE(loaded.done);
+  EXPECT_EQ(loaded.said, "");
+}
+
+TEST(LoadFile, reads_with_a_single_read_and_closes_the_file) {
+  const TemporaryFolder folder;
+  const auto path = folder.write("file", Bytes(100000, 7));
+  Faults faults;
+  EXPECT_TRUE(load(path).done);
+  EXPECT_EQ(faults.calls(Fault::kOpen), 1);
+  EXPECT_EQ(faults.calls(Fault::kRead), 1);
+  EXPECT_EQ(faults.calls(Fault::kTell), 1);
+  EXPECT_EQ(faults.openStreams(), 0);
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST(LoadFile, gives_nothing_when_any_step_fails_and_speaks_only_of_the_read) {
+  const TemporaryFolder folder;
+  const auto path = folder.write("file", Bytes(100, 7));
+  const struct {
+    Fault what;
+    int nth;
+    std::string_view said;
+  } cases[] = {{Fault::kOpen, 1, ""}, {Fault::kSeek, 1, ""},       {Fault::kSeek, 2, ""},
+               {Fault::kTell, 1, ""}, {Fault::kAllocation, 1, ""}, {Fault::kRead, 1, kNotFullyRead}};
+  for (const auto& [what, nth, said] : cases) {
+    Faults faults;
+    faults.fail(what, nth);
+    const auto loaded = load(path);
+    EXPECT_FALSE(loaded.done) << static_cast<int>(what);
+    EXPECT_EQ(loaded.said, said) << static_cast<int>(what);
+    EXPECT_EQ(faults.openStreams(), 0);
+    EXPECT_EQ(faults.outstanding(), 0);
+  }
+}
+
+TEST(LoadFile, refuses_four_gibibytes_before_allocating) {
+  const TemporaryFolder folder;
+  const auto path = folder.write("sparse", {1});
+  std::filesystem::resize_file(path, std::uintmax_t{1} << 32);
+  Faults faults;
+  const auto loaded = load(path);
+  EXPECT_FALSE(loaded.done);
+  EXPECT_EQ(loaded.said, "");
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+}
+
+TEST(LoadFile, gives_nothing_for_a_folder) {
+  const TemporaryFolder folder;
+  Faults faults;
+  EXPECT_FALSE(load(folder.path("")).done);
+  EXPECT_EQ(faults.openStreams(), 0);
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST(OpenFile, creates_or_truncates_for_writing) {
+  const TemporaryFolder folder;
+  const auto path = folder.write("old", Bytes(1000, 9));
+  {
+    const auto file = vqs::openFile(path.c_str(), "wb");
+    ASSERT_TRUE(file);
+    const Bytes bytes = {1, 2, 3};
+    vqs::writeBytes(file.get(), std::as_bytes(std::span{bytes}));
+  }
+  EXPECT_EQ(readFile(path), (Bytes{1, 2, 3}));
+  EXPECT_TRUE(vqs::openFile(folder.path("new").c_str(), "wb"));
+  EXPECT_TRUE(fileExists(folder.path("new")));
+  EXPECT_FALSE(vqs::openFile(folder.path("no/folder").c_str(), "wb"));
+}
+
+}  // namespace
+}  // namespace test

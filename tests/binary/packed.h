@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstring>
+#include <vector>
+
+#include "policy/packed_policy.h"
+#include "support/bytes.h"
+
+namespace test {
+
+/// The driver's records, of their bytes.
+inline std::vector<VqsPackedPolicy> packedRecords(const std::vector<Bytes>& records) {
+  std::vector<VqsPackedPolicy> policies(records.size());
+  for (std::size_t i = 0; i < records.size(); ++i) std::memcpy(&policies[i], records[i].data(), sizeof(policies[i]));
+  return policies;
+}
+
+inline VqsPackedPolicy packedRecord(const Bytes& record) { return packedRecords({record}).front(); }
+
+}  // namespace test

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "channel/work_buffer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "channel/windows_calls.h"
+#include "support/faults.h"
+
+namespace test {
+namespace {
+
+constexpr std::size_t kMost = 0xFFFFFFFFFFFFFFFF;
+
+TEST(SaturatingProduct, is_the_product_while_it_fits) {
+  EXPECT_EQ(vqs::saturatingProduct(61, 2), 122U);
+  EXPECT_EQ(vqs::saturatingProduct(0, 3972), 0U);
+  EXPECT_EQ(vqs::saturatingProduct(3972, 0), 0U);
+  EXPECT_EQ(vqs::saturatingProduct(0x7FFFFFFFFFFFFFFF, 2), 0xFFFFFFFFFFFFFFFEU);
+}
+
+TEST(SaturatingProduct, stops_at_the_highest_size) {
+  EXPECT_EQ(vqs::saturatingProduct(0x8000000000000000, 2), kMost);
+  EXPECT_EQ(vqs::saturatingProduct(kMost, kMost), kMost);
+}
+
+TEST(WorkBuffer, what_saturates_cannot_be_allocated) {
+  const Faults faults;
+  // Volatile, since the compiler refuses a size that it can see to be impossible.
+  const volatile std::size_t count = kMost;
+  const vqs::RuntimeBuffer buffer{vqs::saturatingProduct(count, 2)};
+  EXPECT_FALSE(static_cast<bool>(buffer));
+}
+
+TEST(WorkBuffer, is_zero_and_released_with_its_scope) {
+  const Faults faults;
+  {
+    const vqs::RuntimeBuffer buffer{300};
+    ASSERT_TRUE(static_cast<bool>(buffer));
+    ASSERT_EQ(buffer.bytes().size(), 300U);
+    EXPECT_TRUE(std::ranges::all_of(buffer.bytes(), [](std::byte byte) { return byte == std::byte{0}; }));
+    EXPECT_EQ(faults.outstanding(), 1);
+  }
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST(WorkBuffer, leaves_what_was_handed_over_to_its_new_owner) {
+  const Faults faults;
+  // Volatile, or the compiler sees that nothing needs the memory and leaves it out.
+  void* volatile memory = nullptr;
+  {
+    vqs::RuntimeBuffer buffer{16};
+    memory = buffer.handOver();
+    EXPECT_FALSE(static_cast<bool>(buffer));
+  }
+  EXPECT_EQ(faults.outstanding(), 1);
+  vqs::RuntimeMemory::release(memory);
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST(WorkBuffer, of_the_process_heap_goes_back_to_it) {
+  const Faults faults;
+  WindowsCalls calls;
+  {
+    const vqs::ProcessHeapBuffer buffer{3972};
+    ASSERT_TRUE(static_cast<bool>(buffer));
+    EXPECT_TRUE(std::ranges::all_of(buffer.bytes(), [](std::byte byte) { return byte == std::byte{0}; }));
+  }
+  const std::vector<std::string> expected = {"HeapAlloc(8, 3972)", "HeapFree(0)"};
+  EXPECT_EQ(calls.all(), expected);
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST(WorkBuffer, is_false_when_the_process_heap_refuses) {
+  WindowsCalls calls;
+  calls.refuse("HeapAlloc");
+  {
+    const vqs::ProcessHeapBuffer buffer{8};
+    EXPECT_FALSE(static_cast<bool>(buffer));
+  }
+  EXPECT_TRUE(calls.of("HeapFree").empty());
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "simulator/embedded/embedded_driver.h"
+#include "simulator/model_client.h"
+#include "support/temporary_folder.h"
+
+namespace test {
+
+using simulator::EmbeddedDriver;
+using std::chrono::milliseconds;
+
+inline HANDLE handle(std::uintptr_t number) { return reinterpret_cast<HANDLE>(number); }
+
+/// One request, same buffer in and out; empty when it failed.
+inline Bytes request(EmbeddedDriver& driver, std::uint32_t code, Bytes record) {
+  DWORD returned = 0;
+  const auto length = static_cast<DWORD>(record.size());
+  if (!driver.control(handle(1), {code, record.data(), length, record.data(), length, &returned, nullptr})) return {};
+  EXPECT_EQ(returned, length);
+  return record;
+}
+
+inline std::uint32_t add(EmbeddedDriver& driver, std::uint32_t code, std::uint32_t id) {
+  const auto answer = request(driver, code, addRequest(simplePolicy(id)));
+  return answer.empty() ? 1 : word(answer, 3980);
+}
+
+/// The ids of a store of up to five policies.
+inline Ids ids(EmbeddedDriver& driver, std::uint32_t code) {
+  const auto answer = request(driver, code, chunkQuery(0));
+  Ids all;
+  for (std::uint32_t i = 0; !answer.empty() && i < word(answer, 4); ++i)
+    all.push_back(word(answer, 12 + 3972 * std::size_t{i} + 164));
+  return all;
+}
+
+/// Opens a driver on a state file, if the driver lets it.
+class OpenDriver {
+ public:
+  explicit OpenDriver(const std::string& stateFile, milliseconds lockTimeout = milliseconds{0})
+      : driver_(stateFile, lockTimeout), isOpen_(driver_.open(handle(1))) {}
+  ~OpenDriver() {
+    if (isOpen_) driver_.close(handle(1));
+  }
+  OpenDriver(OpenDriver&&) = delete;
+
+  [[nodiscard]] bool isOpen() const { return isOpen_; }
+  EmbeddedDriver& operator*() { return driver_; }
+
+ private:
+  EmbeddedDriver driver_;
+  bool isOpen_;
+};
+
+/// What is written to stderr while it lives.
+class Errors {
+ public:
+  Errors() { testing::internal::CaptureStderr(); }
+  ~Errors() {
+    if (!taken_) testing::internal::GetCapturedStderr();
+  }
+  Errors(Errors&&) = delete;
+  std::string take() {
+    taken_ = true;
+    return testing::internal::GetCapturedStderr();
+  }
+
+ private:
+  bool taken_ = false;
+};
+
+/// Names in a folder, sorted.
+inline std::vector<std::string> namesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator{folder}) names.push_back(entry.path().filename());
+  std::ranges::sort(names);
+  return names;
+}
+
+/// Runs `body` in another process; its result is the exit status.
+template <class Body>
+pid_t inProcess(Body body) {
+  const pid_t process = fork();
+  if (process == 0) _exit(body());
+  EXPECT_GT(process, 0);
+  return process;
+}
+
+inline int exitStatus(pid_t process) {
+  int status = 0;
+  EXPECT_EQ(waitpid(process, &status, 0), process);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// The state file of a driver that holds policy 7 in the Asm store and version words 3 and 5.
+inline Bytes smallState() {
+  Record image = Record{32 + 3972 + 8}.text(0, "VQSSTATE").u32(8, 1).u32(16, 1).u32(24, 3).u32(28, 5);
+  return image.put(32, simplePolicy(7).bytes()).put(4004, hex("b3 78 a8 4f 50 76 28 da"));
+}
+
+/// An image with its checksum: FNV-1a, written down a second time.
+inline Bytes sealed(Bytes content) {
+  std::uint64_t hash = 14695981039346656037U;
+  for (const std::uint8_t byte : content) {
+    hash ^= byte;
+    hash *= 1099511628211U;
+  }
+  for (int i = 0; i < 8; ++i) content.push_back(static_cast<std::uint8_t>(hash >> (8 * i)));
+  return content;
+}
+
+}  // namespace test

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "tool/run_tool.h"
+
+namespace test {
+
+/// Another client of the tool's driver: puts a policy without any condition into the Asm store.
+void addUnconditionalPolicy(const Tool& tool, std::uint32_t id);
+
+}  // namespace test

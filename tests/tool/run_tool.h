@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <iosfwd>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/temporary_folder.h"
+
+namespace test {
+
+/// What a run of the tool left behind.
+struct ToolRun {
+  /// 128 and the signal's number when a signal ended it
+  int exitCode;
+  std::string out;
+  std::string err;
+  bool operator==(const ToolRun&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& stream, const ToolRun& run);
+
+/// A run that succeeded, and one that failed with one line on standard error.
+ToolRun done(std::string out);
+ToolRun failed(std::string err);
+ToolRun wrongUsage(std::string err);
+
+/// How a run differs from the usual.
+struct RunOptions {
+  /// added to the environment; an empty value removes the variable
+  std::map<std::string, std::string> environment;
+  /// where standard output goes instead of being captured; "-" closes it
+  std::string output;
+  /// the longest file that the run may write, in bytes
+  std::optional<std::size_t> longestFile;
+};
+
+/// Runs the tool in a folder of its own, with a simulated driver of its own.
+class Tool {
+ public:
+  ToolRun run(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
+
+  [[nodiscard]] const TemporaryFolder& folder() const { return folder_; }
+  [[nodiscard]] std::string path(std::string_view name) const { return folder_.path(name); }
+  /// Writes a file into the folder, where the tool finds it by its name.
+  void write(std::string_view name, const Bytes& content) const { folder_.write(name, content); }
+  void writeText(std::string_view name, std::string_view content) const;
+  [[nodiscard]] std::string readText(std::string_view name) const;
+  /// Puts a sample into the folder, under its own name.
+  void useSample(std::string_view name) const { write(name, sample(name)); }
+  /// The names of all files in the folder but the driver's own.
+  [[nodiscard]] std::vector<std::string> files() const;
+
+ private:
+  TemporaryFolder folder_;
+};
+
+}  // namespace test

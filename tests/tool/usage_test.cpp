@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include "tool/run_tool.h"
+
+namespace test {
+namespace {
+
+ToolRun run(const std::vector<std::string>& arguments) { return Tool{}.run(arguments); }
+
+TEST(Usage, help_of_the_program) {
+  const auto expected = done(R"(Works with the VexoQTF power-management driver and its policies.
+Usage: vqs [OPTIONS] SUBCOMMAND
+
+Options:
+  -h,--help                   Print this help
+  --version                   Display program version information and exit
+  --driver-state FILE         The simulated driver's state file; elsewhere than on Windows
+
+Subcommands:
+  binary                      Work with policy binary files.
+  store                       Work with the driver's policy stores: pb, asm and balance-profile.
+  version                     Show the versions of this tool, the library and the driver.
+
+STORE is pb (Policy Builder), asm or balance-profile.
+Exit codes: 0 done, 1 the operation failed, 2 the command line is wrong.
+
+Examples:
+  vqs binary show laptop-r5.bin
+  vqs store load asm laptop-r5.bin
+  vqs store list asm
+  vqs store save asm copy.bin
+
+"vqs COMMAND --help" tells more about a command.
+)");
+  EXPECT_EQ(run({"--help"}), expected);
+  EXPECT_EQ(run({"-h"}), expected);
+}
+
+struct HelpCase {
+  std::vector<std::string> command;
+  std::string usage;
+  std::vector<std::string> phrases;
+};
+
+TEST(Usage, help_of_every_command) {
+  const std::vector<HelpCase> cases = {
+      {{"binary"}, "Usage: vqs binary [OPTIONS] SUBCOMMAND\n", {"show "}},
+      {{"binary", "show"}, "Usage: vqs binary show [OPTIONS] FILE\n", {"--json", "vqs binary show laptop-r5.bin"}},
+      {{"store"}, "Usage: vqs store [OPTIONS] SUBCOMMAND\n", {"list ", "load ", "save ", "reset "}},
+      {{"store", "list"}, "Usage: vqs store list [OPTIONS] STORE\n", {"--json", "pb, asm or balance-profile"}},
+      {{"store", "load"}, "Usage: vqs store load [OPTIONS] STORE FILE\n", {"--replace", "--reset", "Examples:"}},
+      {{"store", "save"}, "Usage: vqs store save [OPTIONS] STORE FILE\n", {"--registry", "--version A.B", "Examples:"}},
+      {{"store", "reset"}, "Usage: vqs store reset [OPTIONS] STORE\n", {"Remove every policy", "Examples:"}},
+      {{"version"}, "Usage: vqs version [OPTIONS]\n", {"major.minor.third.fourth"}}};
+  for (const auto& [command, usage, phrases] : cases) {
+    auto arguments = command;
+    arguments.emplace_back("--help");
+    const auto shown = run(arguments);
+    EXPECT_EQ(shown.exitCode, 0);
+    EXPECT_EQ(shown.err, "");
+    EXPECT_NE(shown.out.find(usage), std::string::npos) << shown.out;
+    for (const auto& phrase : phrases) EXPECT_NE(shown.out.find(phrase), std::string::npos) << phrase << shown.out;
+  }
+}
+
+TEST(Usage, version) { EXPECT_EQ(run({"--version"}), done("vqs " VQS_VERSION "\n")); }
+
+TEST(Usage, help_that_cannot_be_written) {
+  EXPECT_EQ(Tool{}.run({"--help"}, {.environment = {}, .output = "/dev/full", .longestFile = {}}),
+            failed("vqs: standard output cannot be written: No space left on device\n"));
+}
+
+TEST(Usage, missing_command) {
+  EXPECT_EQ(run({}), wrongUsage("vqs: a command is missing, one of binary, store, version (see \"vqs --help\")\n"));
+  EXPECT_EQ(run({"binary"}), wrongUsage("vqs: a command is missing, one of show (see \"vqs binary --help\")\n"));
+  EXPECT_EQ(run({"store"}),
+            wrongUsage("vqs: a command is missing, one of list, load, save, reset (see \"vqs store --help\")\n"));
+}
+
+TEST(Usage, unknown_command) {
+  EXPECT_EQ(run({"stroe"}),
+            wrongUsage("vqs: \"stroe\" is not a command; did you mean \"store\"? (see \"vqs --help\")\n"));
+  EXPECT_EQ(run({"store", "lst", "asm"}),
+            wrongUsage("vqs: \"lst\" is not a command; did you mean \"list\"? (see \"vqs store --help\")\n"));
+  EXPECT_EQ(run({"fetch"}), wrongUsage("vqs: \"fetch\" is not a command (see \"vqs --help\")\n"));
+  EXPECT_EQ(run({""}), wrongUsage("vqs: \"\" is not a command (see \"vqs --help\")\n"));
+}
+
+TEST(Usage, unknown_store) {
+  const std::string refusal = " is not a store, the stores are pb, asm or balance-profile";
+  EXPECT_EQ(run({"store", "list", "asn"}), wrongUsage("vqs: \"asn\"" + refusal + "; did you mean \"asm\"?\n"));
+  EXPECT_EQ(run({"store", "reset", "ASM"}), wrongUsage("vqs: \"ASM\"" + refusal + "; did you mean \"asm\"?\n"));
+  EXPECT_EQ(run({"store", "load", "balance_profile", "x"}),
+            wrongUsage("vqs: \"balance_profile\"" + refusal + "; did you mean \"balance-profile\"?\n"));
+  EXPECT_EQ(run({"store", "save", "BalanceProfile", "x"}),
+            wrongUsage("vqs: \"BalanceProfile\"" + refusal + "; did you mean \"balance-profile\"?\n"));
+  EXPECT_EQ(run({"store", "list", "registry"}), wrongUsage("vqs: \"registry\"" + refusal + "\n"));
+  EXPECT_EQ(run({"store", "list", ""}), wrongUsage("vqs: \"\"" + refusal + "\n"));
+  EXPECT_EQ(run({"store", "list", "a\x1b\n\xff"}), wrongUsage("vqs: \"a\\u001b\\n\\xff\"" + refusal + "\n"));
+}
+
+TEST(Usage, missing_argument) {
+  EXPECT_EQ(run({"binary", "show"}), wrongUsage("vqs: FILE is required (see \"vqs binary show --help\")\n"));
+  EXPECT_EQ(run({"store", "list"}), wrongUsage("vqs: STORE is required (see \"vqs store list --help\")\n"));
+  EXPECT_EQ(run({"store", "load", "asm"}), wrongUsage("vqs: FILE is required (see \"vqs store load --help\")\n"));
+  EXPECT_EQ(run({"store", "save", "asm"}), wrongUsage("vqs: FILE is required (see \"vqs store save --help\")\n"));
+  EXPECT_EQ(run({"store", "reset"}), wrongUsage("vqs: STORE is required (see \"vqs store reset --help\")\n"));
+  EXPECT_EQ(run({"version", "--driver-state"}),
+            wrongUsage("vqs: --driver-state needs a value (see \"vqs version --help\")\n"));
+}
+
+TEST(Usage, argument_too_many) {
+  EXPECT_EQ(run({"store", "list", "asm", "pb"}),
+            wrongUsage("vqs: \"pb\" is not expected (see \"vqs store list --help\")\n"));
+  EXPECT_EQ(run({"version", "--all"}), wrongUsage("vqs: \"--all\" is not expected (see \"vqs version --help\")\n"));
+  EXPECT_EQ(run({"store", "reset", "asm", "--json"}),
+            wrongUsage("vqs: \"--json\" is not expected (see \"vqs store reset --help\")\n"));
+}
+
+TEST(Usage, file_named_like_a_command) {
+  EXPECT_EQ(run({"binary", "show", "store"}), failed("vqs: store cannot be read: No such file or directory\n"));
+  EXPECT_EQ(run({"binary", "show", "--", "--json"}), failed("vqs: --json cannot be read: No such file or directory\n"));
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+#include "../context.h"
+
+namespace tool {
+
+/// A command, or a group of commands, with what all have in common.
+inline CLI::App& addCommand(CLI::App& parent, const std::string& name, const std::string& description) {
+  // Options of the whole program may stand behind the command too.
+  return *parent.add_subcommand(name, description)->fallthrough();
+}
+
+/// The STORE argument.
+CLI::Option* addStoreArgument(CLI::App& command, std::string& store);
+
+// One function a command, each in the file of its name.
+void addBinaryShow(CLI::App& group, Context& context);
+void addStoreList(CLI::App& group, Context& context);
+void addStoreLoad(CLI::App& group, Context& context);
+void addStoreReset(CLI::App& group, Context& context);
+void addStoreSave(CLI::App& group, Context& context);
+void addVersion(CLI::App& parent, Context& context);
+
+}  // namespace tool

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdio>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What differs between systems: platform_posix.cpp and platform_windows.cpp hold the same functions. Paths and
+/// arguments are UTF-8, or on POSIX systems whatever bytes the user typed.
+namespace tool::platform {
+
+/// Readies the standard streams: bytes go out as they are, and a closed stream stays closed.
+void prepareStreams();
+
+/// The command line without the program's name.
+std::vector<std::string> arguments(int argc, char** argv);
+
+/// Opens a file as fopen does, with errno telling why not.
+std::FILE* openFile(const std::string& path, const char* mode);
+
+/// The path in the form in which the library hands it to the C runtime. Throws a Failure when there is none.
+std::string libraryPath(const std::string& path);
+
+/// Creates an empty file with a new name in the target's directory and returns its path. Throws a Failure.
+std::string createBeside(const std::string& target);
+
+/// Puts a finished file in the place of the target, in one step, with the target's permissions. Throws a Failure.
+void replaceFile(const std::string& finished, const std::string& target);
+
+/// Chooses where the simulated driver keeps its state: the given file, or else one in the user's own directory.
+/// Throws a Failure when there is no such place, and a UsageError where the driver is not simulated.
+void useDriverState(const std::optional<std::string>& file);
+
+/// What the simulated driver, which is part of this process, says on standard error while an action runs: one line,
+/// without its end. Empty where the driver is not simulated.
+std::string driverMessagesDuring(const std::function<void()>& action);
+
+/// What to look at when the driver's device cannot be found or opened and gives no reason.
+std::string deviceHint();
+
+}  // namespace tool::platform

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+
+#include "errors.h"
+#include "platform.h"
+
+namespace tool::platform {
+namespace {
+
+constexpr const char* kStateVariable = "VEXOQTF_SIMULATOR_STATE";
+
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+/// A file opened later must not take a closed stream's number. What takes its place here refuses the stream's use.
+void reserve(int descriptor, int mode) {
+  if (fcntl(descriptor, F_GETFD) != -1) return;
+  const int opened = open("/dev/null", mode);
+  if (opened != descriptor && opened != -1) close(opened);
+}
+
+std::filesystem::path stateHome() {
+  std::filesystem::path chosen = environment("XDG_STATE_HOME");
+  if (chosen.is_absolute()) return chosen;
+  const std::filesystem::path home = environment("HOME");
+  if (home.empty())
+    throw Failure{
+        "there is no place for the simulated driver's state, HOME is not set: name a file with --driver-state"};
+  return home / ".local" / "state";
+}
+
+std::string defaultStateFile() {
+  const auto directory = stateHome() / "vqs";
+  std::error_code error;
+  std::filesystem::create_directories(directory, error);
+  if (error)
+    throw Failure{
+        fmt::format("{}: {}: the simulated driver's state needs this directory, or name a file with "
+                    "--driver-state",
+                    directory.string(), error.message())};
+  return (directory / "simulator.state").string();
+}
+
+/// Leads standard error into a pipe for a while. What does not fit into the pipe is lost.
+class StandardErrorCapture {
+ public:
+  StandardErrorCapture() {
+    if (pipe2(ends_.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+    saved_ = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
+    if (saved_ != -1) dup2(ends_[1], STDERR_FILENO);
+  }
+  ~StandardErrorCapture() {
+    if (saved_ != -1) dup2(saved_, STDERR_FILENO);
+    for (const int descriptor : {saved_, ends_[0], ends_[1]})
+      if (descriptor != -1) close(descriptor);
+  }
+  StandardErrorCapture(const StandardErrorCapture&) = delete;
+  StandardErrorCapture& operator=(const StandardErrorCapture&) = delete;
+
+  /// What has come so far, up to the end of its last line.
+  std::string text() const {
+    std::array<char, 4096> buffer{};
+    const ssize_t length = ends_[0] == -1 ? 0 : read(ends_[0], buffer.data(), buffer.size());
+    std::string text{buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
+    text.erase(text.find_last_not_of('\n') + 1);
+    return text;
+  }
+
+ private:
+  std::array<int, 2> ends_ = {-1, -1};
+  int saved_ = -1;
+};
+
+}  // namespace
+
+void prepareStreams() {
+  reserve(STDIN_FILENO, O_RDONLY);
+  reserve(STDOUT_FILENO, O_RDONLY);
+  reserve(STDERR_FILENO, O_RDONLY);
+}
+
+std::vector<std::string> arguments(int argc, char** argv) {
+  return argc > 0 ? std::vector<std::string>{argv + 1, argv + argc} : std::vector<std::string>{};
+}
+
+std::FILE* openFile(const std::string& path, const char* mode) { return std::fopen(path.c_str(), mode); }
+
+std::string libraryPath(const std::string& path) { return path; }
+
+std::string createBeside(const std::string& target) {
+  constexpr int kAttempts = 1000;
+  int error = EEXIST;
+  for (int attempt = 0; attempt < kAttempts && error == EEXIST; ++attempt) {
+    std::string path = fmt::format("{}.{}-{}.new", target, getpid(), attempt);
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor != -1) {
+      close(descriptor);
+      return path;
+    }
+    error = errno;
+  }
+  throw Failure{fmt::format("{} cannot be written: {}", target, systemMessage(error))};
+}
+
+void replaceFile(const std::string& finished, const std::string& target) {
+  const auto fail = [&] { throw Failure{fmt::format("{} cannot be written: {}", target, systemMessage(errno))}; };
+  struct stat existing {};
+  if (stat(target.c_str(), &existing) == 0 && chmod(finished.c_str(), existing.st_mode & 07777) != 0) fail();
+  const int descriptor = open(finished.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor == -1) fail();
+  const bool stored = fsync(descriptor) == 0;
+  const int error = errno;
+  close(descriptor);
+  errno = error;
+  if (!stored || rename(finished.c_str(), target.c_str()) != 0) fail();
+}
+
+void useDriverState(const std::optional<std::string>& file) {
+  if (file && file->empty()) throw UsageError{"--driver-state: the file's name is empty"};
+  if (!file && !environment(kStateVariable).empty()) return;
+  const std::string path = file ? *file : defaultStateFile();
+  if (setenv(kStateVariable, path.c_str(), 1) != 0) throw Failure{systemMessage(errno)};
+}
+
+std::string driverMessagesDuring(const std::function<void()>& action) {
+  const StandardErrorCapture capture;
+  action();
+  return capture.text();
+}
+
+std::string deviceHint() { return "it gives no reason"; }
+
+}  // namespace tool::platform

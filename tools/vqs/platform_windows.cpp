@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <io.h>
+#include <windows.h>
+// after windows.h, which it needs
+#include <shellapi.h>
+
+#include <memory>
+
+#include "errors.h"
+#include "platform.h"
+
+namespace tool::platform {
+namespace {
+
+std::wstring widen(const std::string& utf8) {
+  const int size = static_cast<int>(utf8.size());
+  std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0)), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, wide.data(), static_cast<int>(wide.size()));
+  return wide;
+}
+
+/// In a code page; `lossy` tells whether characters had to be replaced, which UTF-8 never does.
+std::string narrow(const std::wstring& wide, UINT codePage, BOOL* lossy) {
+  const DWORD flags = lossy != nullptr ? WC_NO_BEST_FIT_CHARS : 0;
+  const int size = static_cast<int>(wide.size());
+  const int needed = WideCharToMultiByte(codePage, flags, wide.data(), size, nullptr, 0, nullptr, lossy);
+  std::string text(static_cast<std::size_t>(needed), '\0');
+  WideCharToMultiByte(codePage, flags, wide.data(), size, text.data(), needed, nullptr, lossy);
+  return text;
+}
+
+std::string systemError(DWORD error) {
+  wchar_t text[256] = {};
+  FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, text, 256, nullptr);
+  std::wstring message = text;
+  while (!message.empty() && (message.back() == L'\n' || message.back() == L'\r' || message.back() == L'.'))
+    message.pop_back();
+  return message.empty() ? fmt::format("error {}", error) : narrow(message, CP_UTF8, nullptr);
+}
+
+[[noreturn]] void failToWrite(const std::string& target) {
+  const DWORD error = GetLastError();
+  throw Failure{fmt::format("{} cannot be written: {}", target, systemError(error))};
+}
+
+}  // namespace
+
+void prepareStreams() {
+  _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stderr), _O_BINARY);
+  SetConsoleOutputCP(CP_UTF8);
+}
+
+std::vector<std::string> arguments(int /*argc*/, char** /*argv*/) {
+  int count = 0;
+  const std::unique_ptr<LPWSTR[], decltype(&LocalFree)> wide{CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree};
+  std::vector<std::string> result;
+  for (int i = 1; wide != nullptr && i < count; ++i) result.push_back(narrow(wide[i], CP_UTF8, nullptr));
+  return result;
+}
+
+std::FILE* openFile(const std::string& path, const char* mode) {
+  return _wfopen(widen(path).c_str(), widen(mode).c_str());
+}
+
+std::string libraryPath(const std::string& path) {
+  if (GetACP() == CP_UTF8) return path;
+  BOOL lossy = FALSE;
+  std::string narrowed = narrow(widen(path), CP_ACP, &lossy);
+  if (lossy)
+    throw Failure{
+        fmt::format("{}: the path has characters that this Windows cannot pass on to the library, whose paths "
+                    "are 8-bit: use another name",
+                    path)};
+  return narrowed;
+}
+
+std::string createBeside(const std::string& target) {
+  constexpr int kAttempts = 1000;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    std::string path = fmt::format("{}.{}-{}.new", target, GetCurrentProcessId(), attempt);
+    const HANDLE file =
+        CreateFileW(widen(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file != INVALID_HANDLE_VALUE) {
+      CloseHandle(file);
+      return path;
+    }
+    if (GetLastError() != ERROR_FILE_EXISTS) break;
+  }
+  failToWrite(target);
+}
+
+void replaceFile(const std::string& finished, const std::string& target) {
+  constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  if (!MoveFileExW(widen(finished).c_str(), widen(target).c_str(), kFlags)) failToWrite(target);
+}
+
+void useDriverState(const std::optional<std::string>& file) {
+  if (file) throw UsageError{"--driver-state: the driver is not simulated on this system"};
+}
+
+std::string driverMessagesDuring(const std::function<void()>& action) {
+  action();
+  return "";
+}
+
+std::string deviceHint() { return "another program may hold it, or this account may not open it"; }
+
+}  // namespace tool::platform

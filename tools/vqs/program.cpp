@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "program.h"
+
+#include <fmt/format.h>
+
+#include "commands/command.h"
+#include "nearest.h"
+#include "text.h"
+
+namespace tool {
+namespace {
+
+CLI::App& addGroup(CLI::App& program, const std::string& name, const std::string& description) {
+  auto& group = addCommand(program, name, description);
+  group.require_subcommand(1);
+  return group;
+}
+
+void addBinaryCommands(CLI::App& program, Context& context) {
+  auto& group = addGroup(program, "binary", "Work with policy binary files.");
+  addBinaryShow(group, context);
+}
+
+void addStoreCommands(CLI::App& program, Context& context) {
+  auto& group = addGroup(program, "store", "Work with the driver's policy stores: pb, asm and balance-profile.");
+  addStoreList(group, context);
+  addStoreLoad(group, context);
+  addStoreSave(group, context);
+  addStoreReset(group, context);
+}
+
+/// The innermost command that was understood.
+const CLI::App& innermost(const CLI::App& program) {
+  const CLI::App* command = &program;
+  while (!command->get_subcommands().empty()) command = command->get_subcommands().back();
+  return *command;
+}
+
+std::string commandLineOf(const CLI::App& command) {
+  const std::string& name = command.get_name();
+  return command.get_parent() != nullptr ? commandLineOf(*command.get_parent()) + ' ' + name : name;
+}
+
+std::vector<std::string> subcommandNames(const CLI::App& command) {
+  std::vector<std::string> names;
+  for (const auto* subcommand : command.get_subcommands([](const CLI::App*) { return true; }))
+    names.push_back(subcommand->get_name());
+  return names;
+}
+
+std::string describeMissingCommand(const CLI::App& program, const CLI::App& command) {
+  const auto rest = program.remaining(true);
+  const auto names = subcommandNames(command);
+  if (rest.empty()) return fmt::format("a command is missing, one of {}", fmt::join(names, ", "));
+  return fmt::format("{} is not a command{}", inQuotes(rest.front()), didYouMean(rest.front(), names));
+}
+
+/// "--version: 1 required A.B missing" is all that there is to go by.
+std::string describeMismatch(const CLI::ParseError& error) {
+  const std::string_view message = error.what();
+  return fmt::format("{} needs a value", message.substr(0, message.find(':')));
+}
+
+std::string describeProblem(const CLI::App& program, const CLI::App& command, const CLI::ParseError& error) {
+  const bool lacksCommand = !subcommandNames(command).empty();
+  if (lacksCommand && dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
+    return describeMissingCommand(program, command);
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)
+    return fmt::format("{} is not expected", inQuotes(program.remaining(true).front()));
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) return describeMismatch(error);
+  return error.what();
+}
+
+}  // namespace
+
+void buildProgram(CLI::App& program, Context& context) {
+  program.require_subcommand(1);
+  program.set_help_flag("-h,--help", "Print this help");
+  program.set_version_flag("--version", "vqs " VQS_TOOL_VERSION);
+  program
+      .add_option("--driver-state", context.driverState, "The simulated driver's state file; elsewhere than on Windows")
+      ->type_name("FILE");
+  program.footer(
+      "STORE is pb (Policy Builder), asm or balance-profile.\n"
+      "Exit codes: 0 done, 1 the operation failed, 2 the command line is wrong.\n\n"
+      "Examples:\n"
+      "  vqs binary show laptop-r5.bin\n"
+      "  vqs store load asm laptop-r5.bin\n"
+      "  vqs store list asm\n"
+      "  vqs store save asm copy.bin\n\n"
+      "\"vqs COMMAND --help\" tells more about a command.");
+  addBinaryCommands(program, context);
+  addStoreCommands(program, context);
+  addVersion(program, context);
+}
+
+std::string describeUsage(const CLI::App& program, const CLI::ParseError& error) {
+  const auto& command = innermost(program);
+  return fmt::format("{} (see \"{} --help\")", describeProblem(program, command, error), commandLineOf(command));
+}
+
+}  // namespace tool

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "session.h"
+
+#include "errors.h"
+#include "platform.h"
+
+namespace tool {
+namespace {
+
+std::string describeRefusal(vqsStatus status, const std::string& messages) {
+  if (status == VQS_DRIVER_NOT_FOUND) return "the driver is not loaded: install and start \"vexoqtf.sys\" first";
+  if (status != VQS_REQUEST_FAILED) return "the driver cannot be reached: " + describe(status);
+  return "the driver's device cannot be found or opened: " + (messages.empty() ? platform::deviceHint() : messages);
+}
+
+Session open() {
+  QtfSession* session = nullptr;
+  vqsStatus status = VQS_SUCCESS;
+  const auto messages = platform::driverMessagesDuring([&] { status = vqsInitialize(&session); });
+  if (status != VQS_SUCCESS) throw Failure{describeRefusal(status, messages)};
+  return Session{session};
+}
+
+std::string close(QtfSession* session) {
+  return platform::driverMessagesDuring([&] { static_cast<void>(vqsUninitialize(session)); });
+}
+
+}  // namespace
+
+void SessionCloser::operator()(QtfSession* session) const { static_cast<void>(close(session)); }
+
+void withDriver(const Context& context, const std::function<void(const Session&)>& work) {
+  platform::useDriverState(context.driverState);
+  Session session = open();
+  work(session);
+  // A simulated driver stores its state now.
+  const auto messages = close(session.release());
+  if (!messages.empty()) throw Failure{"the driver could not keep what was changed: " + messages};
+}
+
+Session openForFiles(const Context& context) {
+  if (context.driverState) platform::useDriverState(context.driverState);
+  return open();
+}
+
+}  // namespace tool
