@@ -18,9 +18,14 @@ struct Attachment {
 };
 
 std::mutex deviceMutex;
-std::vector<Attachment> attachments;
-std::map<HANDLE, host::Device*> openHandles;
+constinit std::vector<Attachment> attachments;
 std::uintptr_t lastHandle = 0x100;
+
+/// Made at its first use: a device may be attached before other initialisers have run.
+auto& openHandles() {
+  static std::map<HANDLE, host::Device*> map;
+  return map;
+}
 
 bool sameClass(const GUID& left, const GUID& right) { return std::memcmp(&left, &right, sizeof(GUID)) == 0; }
 
@@ -47,21 +52,21 @@ host::Device* findByPath(std::u16string_view path) {
 
 host::Device* findByHandle(HANDLE handle) {
   const std::lock_guard lock{deviceMutex};
-  const auto found = openHandles.find(handle);
-  return found == openHandles.end() ? nullptr : found->second;
+  const auto found = openHandles().find(handle);
+  return found == openHandles().end() ? nullptr : found->second;
 }
 
 HANDLE registerHandle(host::Device* device) {
   const std::lock_guard lock{deviceMutex};
   lastHandle += 4;
   const auto handle = reinterpret_cast<HANDLE>(lastHandle);
-  openHandles.emplace(handle, device);
+  openHandles().emplace(handle, device);
   return handle;
 }
 
 bool forgetHandle(HANDLE handle) {
   const std::lock_guard lock{deviceMutex};
-  return openHandles.erase(handle) != 0;
+  return openHandles().erase(handle) != 0;
 }
 
 }  // namespace
@@ -76,7 +81,7 @@ void attachDevice(Device& device, const GUID& interfaceClass, std::u16string pat
 void detachDevice(const Device& device) {
   const std::lock_guard lock{deviceMutex};
   std::erase_if(attachments, [&](const auto& attachment) { return attachment.device == &device; });
-  for (auto& [handle, opened] : openHandles)
+  for (auto& [handle, opened] : openHandles())
     if (opened == &device) opened = nullptr;
 }
 

@@ -10,12 +10,17 @@
 namespace {
 
 std::mutex versionMutex;
-std::map<std::string, VS_FIXEDFILEINFO, std::less<>> versions;
+
+/// Made at its first use: whoever publishes versions may do so before other initialisers have run.
+auto& versions() {
+  static std::map<std::string, VS_FIXEDFILEINFO, std::less<>> map;
+  return map;
+}
 
 std::optional<VS_FIXEDFILEINFO> findVersion(std::string_view name) {
   const std::lock_guard lock{versionMutex};
-  const auto found = versions.find(name);
-  return found == versions.end() ? std::nullopt : std::optional{found->second};
+  const auto found = versions().find(name);
+  return found == versions().end() ? std::nullopt : std::optional{found->second};
 }
 
 }  // namespace
@@ -24,12 +29,12 @@ namespace host {
 
 void setFileVersion(std::string name, const VS_FIXEDFILEINFO& version) {
   const std::lock_guard lock{versionMutex};
-  versions.insert_or_assign(std::move(name), version);
+  versions().insert_or_assign(std::move(name), version);
 }
 
 void removeFileVersion(std::string_view name) {
   const std::lock_guard lock{versionMutex};
-  if (const auto found = versions.find(name); found != versions.end()) versions.erase(found);
+  if (const auto found = versions().find(name); found != versions().end()) versions().erase(found);
 }
 
 }  // namespace host

@@ -21,6 +21,9 @@ if [ ! -e "$WINEPREFIX/system.reg" ]; then
   wine64 wineboot -i >/dev/null 2>&1
 fi
 
+# One server for all of the tests: many programs that start and stop one at a time would race for it.
+wineserver64 -p30 2>/dev/null || true
+
 # One run over all builds, so that one count covers them.
 mkdir -p build/all
 printf 'subdirs("../%s")\n' "${presets[@]}" >build/all/CTestTestfile.cmake

@@ -18,7 +18,7 @@ has() { [ $((characteristics & $1)) -ne 0 ] || fail "the DLL lacks $2" "pass $3 
 has 0x0020 "64-bit address randomisation" -Wl,--high-entropy-va
 has 0x0040 "address randomisation" -Wl,--dynamicbase
 has 0x0100 "data execution prevention" -Wl,--nxcompat
-echo "$headers" | grep -q '\.reloc' || fail "the DLL has no relocations" "link without --disable-reloc-section"
+grep -q '\.reloc' <<<"$headers" || fail "the DLL has no relocations" "link without --disable-reloc-section"
 
 size=$(stat -c %s "$library")
 [ "$size" -lt 204800 ] || fail "the DLL has $size bytes, 200 KB is the limit" "see what grew: objdump -h"

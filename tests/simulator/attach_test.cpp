@@ -27,7 +27,7 @@ TEST(AttachedDriver, is_there_without_being_asked_for) {
   GUID interfaceClass = {0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
   std::u16string list(100, u'x');
   ASSERT_EQ(CM_Get_Device_Interface_ListW(&interfaceClass, nullptr, list.data(), 100, 0), CR_SUCCESS);
-  EXPECT_EQ(std::u16string{list.c_str()}, kPath);
+  EXPECT_EQ(list.substr(0, list.find(u'\0')), kPath);
   DWORD unused = 0;
   EXPECT_EQ(GetFileVersionInfoSizeA("VexoQTFServices.dll", &unused), sizeof(VS_FIXEDFILEINFO));
   EXPECT_EQ(GetFileVersionInfoSizeA("vexoqtf.sys", &unused), sizeof(VS_FIXEDFILEINFO));

@@ -25,8 +25,8 @@ std::string environment(const char* name) {
 /// A file opened later must not take a closed stream's number. What takes its place here refuses the stream's use.
 void reserve(int descriptor, int mode) {
   if (fcntl(descriptor, F_GETFD) != -1) return;
-  const int opened = open("/dev/null", mode);
-  if (opened != descriptor && opened != -1) close(opened);
+  const int opened = ::open("/dev/null", mode);
+  if (opened != descriptor && opened != -1) ::close(opened);
 }
 
 std::filesystem::path stateHome() {
@@ -57,12 +57,12 @@ class StandardErrorCapture {
   StandardErrorCapture() {
     if (pipe2(ends_.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
     saved_ = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
-    if (saved_ != -1) dup2(ends_[1], STDERR_FILENO);
+    if (saved_ != -1) ::dup2(ends_[1], STDERR_FILENO);
   }
   ~StandardErrorCapture() {
-    if (saved_ != -1) dup2(saved_, STDERR_FILENO);
+    if (saved_ != -1) ::dup2(saved_, STDERR_FILENO);
     for (const int descriptor : {saved_, ends_[0], ends_[1]})
-      if (descriptor != -1) close(descriptor);
+      if (descriptor != -1) ::close(descriptor);
   }
   StandardErrorCapture(const StandardErrorCapture&) = delete;
   StandardErrorCapture& operator=(const StandardErrorCapture&) = delete;
@@ -70,7 +70,7 @@ class StandardErrorCapture {
   /// What has come so far, up to the end of its last line.
   std::string text() const {
     std::array<char, 4096> buffer{};
-    const ssize_t length = ends_[0] == -1 ? 0 : read(ends_[0], buffer.data(), buffer.size());
+    const ssize_t length = ends_[0] == -1 ? 0 : ::read(ends_[0], buffer.data(), buffer.size());
     std::string text{buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
     text.erase(text.find_last_not_of('\n') + 1);
     return text;
@@ -102,9 +102,9 @@ std::string createBeside(const std::string& target) {
   int error = EEXIST;
   for (int attempt = 0; attempt < kAttempts && error == EEXIST; ++attempt) {
     std::string path = fmt::format("{}.{}-{}.new", target, getpid(), attempt);
-    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor != -1) {
-      close(descriptor);
+      ::close(descriptor);
       return path;
     }
     error = errno;
@@ -116,11 +116,11 @@ void replaceFile(const std::string& finished, const std::string& target) {
   const auto fail = [&] { throw Failure{fmt::format("{} cannot be written: {}", target, systemMessage(errno))}; };
   struct stat existing {};
   if (stat(target.c_str(), &existing) == 0 && chmod(finished.c_str(), existing.st_mode & 07777) != 0) fail();
-  const int descriptor = open(finished.c_str(), O_RDONLY | O_CLOEXEC);
+  const int descriptor = ::open(finished.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor == -1) fail();
-  const bool stored = fsync(descriptor) == 0;
+  const bool stored = ::fsync(descriptor) == 0;
   const int error = errno;
-  close(descriptor);
+  ::close(descriptor);
   errno = error;
   if (!stored || rename(finished.c_str(), target.c_str()) != 0) fail();
 }

@@ -9,7 +9,7 @@
 namespace tool {
 namespace {
 
-struct Arguments {
+struct BinaryShowArguments {
   std::string file;
   bool json = false;
 };
@@ -27,7 +27,7 @@ std::string asText(const PolicyFile& file, const std::string& name) {
   return text;
 }
 
-void show(Context& context, const Arguments& arguments) {
+void show(Context& context, const BinaryShowArguments& arguments) {
   requireReadable(arguments.file);
   const auto file = readPolicyFile(openForFiles(context), arguments.file);
   context.out = arguments.json ? asJson(file) : asText(file, fileName(arguments.file));
@@ -37,7 +37,7 @@ void show(Context& context, const Arguments& arguments) {
 
 void addBinaryShow(CLI::App& group, Context& context) {
   auto& command = addCommand(group, "show", "Show what a policy binary holds.");
-  const auto arguments = std::make_shared<Arguments>();
+  const auto arguments = std::make_shared<BinaryShowArguments>();
   command.add_option("FILE", arguments->file, "The policy binary, of revision 3, 4 or 5")->required()->type_name("");
   command.add_flag("--json", arguments->json, "Print JSON with every field instead of text");
   command.footer(

@@ -9,7 +9,7 @@
 namespace tool {
 namespace {
 
-struct Arguments {
+struct StoreListArguments {
   std::string store;
   bool json = false;
 };
@@ -19,7 +19,7 @@ std::string asText(const Store& store, std::span<const VqsPolicyV2> policies) {
   return fmt::format("{} store: {}\n\n{}", store.title, countOfPolicies(policies.size()), renderTable(policies));
 }
 
-void list(Context& context, const Arguments& arguments) {
+void list(Context& context, const StoreListArguments& arguments) {
   const auto& store = storeNamed(arguments.store);
   std::vector<VqsPolicyV2> policies;
   withDriver(context, [&](const Session& session) { policies = readPolicies(session, store); });
@@ -31,7 +31,7 @@ void list(Context& context, const Arguments& arguments) {
 
 void addStoreList(CLI::App& group, Context& context) {
   auto& command = addCommand(group, "list", "List the policies of a store, in the store's order.");
-  const auto arguments = std::make_shared<Arguments>();
+  const auto arguments = std::make_shared<StoreListArguments>();
   addStoreArgument(command, arguments->store);
   command.add_flag("--json", arguments->json, "Print JSON with every field of every policy instead of a table");
   command.footer(

@@ -13,7 +13,7 @@
 namespace tool {
 namespace {
 
-struct Arguments {
+struct StoreLoadArguments {
   std::string store;
   std::string file;
   bool replace = false;
@@ -87,7 +87,7 @@ void setVersions(const Session& session, const PolicyFile& file) {
   if (verdict != 0) throw Failure{fmt::format("{}: the driver answered {}", what, verdict)};
 }
 
-std::set<std::uint32_t> prepareStore(const Session& session, const Store& store, const Arguments& arguments,
+std::set<std::uint32_t> prepareStore(const Session& session, const Store& store, const StoreLoadArguments& arguments,
                                      const PolicyFile& file) {
   requireEndedTexts(file, arguments.file);
   if (!arguments.replace) requireDistinctIds(file, arguments.file);
@@ -100,7 +100,7 @@ std::set<std::uint32_t> prepareStore(const Session& session, const Store& store,
   return present;
 }
 
-std::string load(const Session& session, const Store& store, const Arguments& arguments) {
+std::string load(const Session& session, const Store& store, const StoreLoadArguments& arguments) {
   const auto file = readPolicyFile(session, arguments.file);
   const auto present = prepareStore(session, store, arguments, file);
   sendAll(session, store, file.policies, present);
@@ -111,7 +111,7 @@ std::string load(const Session& session, const Store& store, const Arguments& ar
                      countPolicies(session, store));
 }
 
-void runLoad(Context& context, const Arguments& arguments) {
+void runLoad(Context& context, const StoreLoadArguments& arguments) {
   const auto& store = storeNamed(arguments.store);
   requireReadable(arguments.file);
   withDriver(context, [&](const Session& session) { context.out = load(session, store, arguments); });
@@ -121,7 +121,7 @@ void runLoad(Context& context, const Arguments& arguments) {
 
 void addStoreLoad(CLI::App& group, Context& context) {
   auto& command = addCommand(group, "load", "Add the policies of a policy binary to a store.");
-  const auto arguments = std::make_shared<Arguments>();
+  const auto arguments = std::make_shared<StoreLoadArguments>();
   addStoreArgument(command, arguments->store);
   command.add_option("FILE", arguments->file, "The policy binary, of revision 3, 4 or 5")->required()->type_name("");
   auto* replace =

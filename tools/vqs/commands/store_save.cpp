@@ -18,7 +18,7 @@
 namespace tool {
 namespace {
 
-struct Arguments {
+struct StoreSaveArguments {
   std::string store;
   std::string file;
   std::optional<std::string> version;
@@ -106,7 +106,7 @@ void writeRegistry(const Session& session, const Store& store, Versions versions
                   store.title)};
 }
 
-std::string save(const Session& session, const Store& store, Versions versions, const Arguments& arguments) {
+std::string save(const Session& session, const Store& store, Versions versions, const StoreSaveArguments& arguments) {
   const auto policies = readPolicies(session, store);
   if (policies.empty())
     throw Failure{fmt::format("the {} store is empty, there is nothing to save: {} was not written", store.title,
@@ -120,7 +120,7 @@ std::string save(const Session& session, const Store& store, Versions versions, 
                      arguments.registry ? "registry text, " : "", written.version1, written.version2);
 }
 
-void runSave(Context& context, const Arguments& arguments) {
+void runSave(Context& context, const StoreSaveArguments& arguments) {
   const auto& store = storeNamed(arguments.store);
   const auto versions = arguments.version ? parseVersions(*arguments.version) : Versions{};
   if (arguments.registry && store.id == VQS_POLICY_STORE_PB)
@@ -132,7 +132,7 @@ void runSave(Context& context, const Arguments& arguments) {
 
 void addStoreSave(CLI::App& group, Context& context) {
   auto& command = addCommand(group, "save", "Save the policies of a store in a policy binary.");
-  const auto arguments = std::make_shared<Arguments>();
+  const auto arguments = std::make_shared<StoreSaveArguments>();
   addStoreArgument(command, arguments->store);
   command.add_option("FILE", arguments->file, "The file to write; an existing one is replaced, whole or not at all")
       ->required()
