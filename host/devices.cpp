@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 #include <cstring>
-#include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
 #include "host/call_hook.h"
+#include "host/handles.h"
 #include "host/host.h"
 
 namespace {
 
+/// A device that is present, or that was: openings of it outlive its attachment.
 struct Attachment {
   host::Device* device;
   GUID interfaceClass;
@@ -18,14 +20,24 @@ struct Attachment {
 };
 
 std::mutex deviceMutex;
-constinit std::vector<Attachment> attachments;
-std::uintptr_t lastHandle = 0x100;
+constinit std::vector<std::shared_ptr<Attachment>> attachments;
 
-/// Made at its first use: a device may be attached before other initialisers have run.
-auto& openHandles() {
-  static std::map<HANDLE, host::Device*> map;
-  return map;
-}
+/// One opening of a device.
+class OpenDevice : public host::Object {
+ public:
+  explicit OpenDevice(std::shared_ptr<const Attachment> attachment) : attachment_(std::move(attachment)) {}
+  void closed(HANDLE handle) override {
+    if (auto* opened = device()) opened->close(handle);
+  }
+  /// Null once the device is gone.
+  [[nodiscard]] host::Device* device() const {
+    const std::lock_guard lock{deviceMutex};
+    return attachment_->device;
+  }
+
+ private:
+  std::shared_ptr<const Attachment> attachment_;
+};
 
 bool sameClass(const GUID& left, const GUID& right) { return std::memcmp(&left, &right, sizeof(GUID)) == 0; }
 
@@ -34,7 +46,7 @@ std::u16string interfaceList(const GUID& interfaceClass) {
   const std::lock_guard lock{deviceMutex};
   std::u16string list;
   for (const auto& attachment : attachments)
-    if (sameClass(attachment.interfaceClass, interfaceClass)) (list += attachment.path) += u'\0';
+    if (sameClass(attachment->interfaceClass, interfaceClass)) (list += attachment->path) += u'\0';
   return list += u'\0';
 }
 
@@ -44,29 +56,10 @@ bool samePath(std::u16string_view left, std::u16string_view right) {
   return std::ranges::equal(left, right, {}, lower, lower);
 }
 
-host::Device* findByPath(std::u16string_view path) {
+std::shared_ptr<const Attachment> findByPath(std::u16string_view path) {
   const std::lock_guard lock{deviceMutex};
-  const auto found = std::ranges::find_if(attachments, [&](const auto& it) { return samePath(it.path, path); });
-  return found == attachments.end() ? nullptr : found->device;
-}
-
-host::Device* findByHandle(HANDLE handle) {
-  const std::lock_guard lock{deviceMutex};
-  const auto found = openHandles().find(handle);
-  return found == openHandles().end() ? nullptr : found->second;
-}
-
-HANDLE registerHandle(host::Device* device) {
-  const std::lock_guard lock{deviceMutex};
-  lastHandle += 4;
-  const auto handle = reinterpret_cast<HANDLE>(lastHandle);
-  openHandles().emplace(handle, device);
-  return handle;
-}
-
-bool forgetHandle(HANDLE handle) {
-  const std::lock_guard lock{deviceMutex};
-  return openHandles().erase(handle) != 0;
+  const auto found = std::ranges::find_if(attachments, [&](const auto& it) { return samePath(it->path, path); });
+  return found == attachments.end() ? nullptr : *found;
 }
 
 }  // namespace
@@ -75,14 +68,16 @@ namespace host {
 
 void attachDevice(Device& device, const GUID& interfaceClass, std::u16string path) {
   const std::lock_guard lock{deviceMutex};
-  attachments.push_back({&device, interfaceClass, std::move(path)});
+  attachments.push_back(std::make_shared<Attachment>(Attachment{&device, interfaceClass, std::move(path)}));
 }
 
 void detachDevice(const Device& device) {
   const std::lock_guard lock{deviceMutex};
-  std::erase_if(attachments, [&](const auto& attachment) { return attachment.device == &device; });
-  for (auto& [handle, opened] : openHandles())
-    if (opened == &device) opened = nullptr;
+  std::erase_if(attachments, [&](const auto& attachment) {
+    if (attachment->device != &device) return false;
+    attachment->device = nullptr;
+    return true;
+  });
 }
 
 }  // namespace host
@@ -108,26 +103,19 @@ HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD share, SECURITY_ATTRIB
   if (!host::permit("CreateFileW", std::u16string_view{path}, access, share, static_cast<const void*>(security),
                     disposition, flags, static_cast<const void*>(templateFile)))
     return INVALID_HANDLE_VALUE;
-  auto* device = findByPath(path);
-  if (device == nullptr) return INVALID_HANDLE_VALUE;
-  const auto handle = registerHandle(device);
-  if (device->open(handle)) return handle;
-  forgetHandle(handle);
+  const auto attachment = findByPath(path);
+  if (attachment == nullptr) return INVALID_HANDLE_VALUE;
+  const auto handle = host::registerHandle(std::make_shared<OpenDevice>(attachment));
+  if (attachment->device->open(handle)) return handle;
+  host::forgetHandle(handle);
   return INVALID_HANDLE_VALUE;
 }
 
 BOOL DeviceIoControl(HANDLE handle, DWORD code, void* input, DWORD inputLength, void* output, DWORD outputLength,
                      DWORD* returned, OVERLAPPED* overlapped) {
   if (!host::permit("DeviceIoControl", code, inputLength, outputLength)) return FALSE;
-  auto* device = findByHandle(handle);
+  const auto opened = host::findHandleOf<OpenDevice>(handle);
+  auto* device = opened == nullptr ? nullptr : opened->device();
   if (device == nullptr) return FALSE;
   return device->control(handle, {code, input, inputLength, output, outputLength, returned, overlapped}) ? TRUE : FALSE;
-}
-
-BOOL CloseHandle(HANDLE handle) {
-  static_cast<void>(host::permit("CloseHandle"));
-  auto* device = findByHandle(handle);
-  if (!forgetHandle(handle)) return FALSE;
-  if (device != nullptr) device->close(handle);
-  return TRUE;
 }

@@ -38,6 +38,13 @@ void attachDevice(Device& device, const GUID& interfaceClass, std::u16string pat
 /// Removes a device. Handles still open on it fail from then on.
 void detachDevice(const Device& device);
 
+/// Makes a named event present, or makes it gone; handles on it live on. Names are compared letter for letter.
+void createEvent(std::u16string name);
+void removeEvent(std::u16string_view name);
+/// Signals a named event, if it is present: every waiter wakes, and the event stays signalled until it is reset.
+void signalEvent(std::u16string_view name);
+void resetEvent(std::u16string_view name);
+
 /// Publishes the version of a file, as its version resource would.
 void setFileVersion(std::string name, const VS_FIXEDFILEINFO& version);
 void removeFileVersion(std::string_view name);

@@ -60,6 +60,11 @@ inline constexpr DWORD FILE_SHARE_WRITE = 2;
 inline constexpr DWORD OPEN_EXISTING = 3;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
 inline constexpr DWORD HEAP_ZERO_MEMORY = 8;
+inline constexpr DWORD SYNCHRONIZE = 0x100000;
+inline constexpr DWORD INFINITE = 0xFFFFFFFF;
+inline constexpr DWORD WAIT_OBJECT_0 = 0;
+inline constexpr DWORD WAIT_TIMEOUT = 258;
+inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 
 inline constexpr CONFIGRET CR_SUCCESS = 0x00;
 inline constexpr CONFIGRET CR_FAILURE = 0x13;
@@ -80,6 +85,9 @@ HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD share, SECURITY_ATTRIB
 BOOL DeviceIoControl(HANDLE handle, DWORD code, void* input, DWORD inputLength, void* output, DWORD outputLength,
                      DWORD* returned, OVERLAPPED* overlapped);
 BOOL CloseHandle(HANDLE handle);
+
+HANDLE OpenEventW(DWORD access, BOOL inherit, const WCHAR* name);
+DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
 
 DWORD GetFileVersionInfoSizeA(const CHAR* name, DWORD* handle);
 BOOL GetFileVersionInfoA(const CHAR* name, DWORD handle, DWORD length, void* data);

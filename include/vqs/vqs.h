@@ -25,10 +25,14 @@
 #define VQS_VQS_H
 
 /* IWYU pragma: begin_exports */
+#include "catalogue.h"
+#include "features.h"
+#include "platform.h"
 #include "policy.h"
 #include "policy_binary.h"
 #include "session.h"
 #include "status.h"
+#include "telemetry.h"
 /* IWYU pragma: end_exports */
 
 #endif

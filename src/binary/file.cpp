@@ -32,7 +32,7 @@ std::optional<RuntimeBuffer> loadFile(const char* path) {
   RuntimeBuffer bytes{*size};
   if (!bytes) return std::nullopt;
   if (std::fread(bytes.bytes().data(), *size, 1, file.get()) != 1) {
-    std::printf("File not fully read...\n");
+    std::fputs("File not fully read...\n", stdout);
     return std::nullopt;
   }
   return bytes;

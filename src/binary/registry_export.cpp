@@ -42,9 +42,11 @@ void writeHexLine(std::FILE* stream, std::span<const std::byte> bytes) {
 vqsStatus writeRegistryExport(std::FILE* stream, std::span<const std::byte> binary, RegistryExportKind kind) {
   if (stream == nullptr || binary.data() == nullptr || binary.empty()) return VQS_INVALID_PARAMETER;
   if (kind == RegistryExportKind::kNone) return VQS_REQUEST_FAILED;
-  std::fprintf(stream, "Windows Registry Editor Version 5.00\n\n");
-  std::fprintf(stream, "[HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\vexoqtf\\Parameters]\n");
-  std::fprintf(stream, "\"%s\"=hex:", valueName(kind));
+  std::fputs("Windows Registry Editor Version 5.00\n\n", stream);
+  std::fputs("[HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\vexoqtf\\Parameters]\n", stream);
+  std::fputs("\"", stream);
+  std::fputs(valueName(kind), stream);
+  std::fputs("\"=hex:", stream);
   writeHexLine(stream, binary);
   return VQS_SUCCESS;
 }

@@ -5,13 +5,11 @@
 
 namespace vqs {
 
-vqsStatus sendRequest(HANDLE handle, std::uint32_t code, std::span<std::byte> request, void* answer,
-                      std::size_t answerLength) {
+vqsStatus sendRequest(HANDLE handle, std::uint32_t code, const RequestBuffers& buffers, DWORD* returned) {
   constexpr std::size_t kLongest = std::numeric_limits<DWORD>::max();
-  if (request.size() > kLongest || answerLength > kLongest) return VQS_REQUEST_FAILED;
-  DWORD returned = 0;
-  const BOOL done = DeviceIoControl(handle, code, request.data(), static_cast<DWORD>(request.size()), answer,
-                                    static_cast<DWORD>(answerLength), &returned, nullptr);
+  if (buffers.request.size() > kLongest || buffers.answerLength > kLongest) return VQS_REQUEST_FAILED;
+  const BOOL done = DeviceIoControl(handle, code, buffers.request.data(), static_cast<DWORD>(buffers.request.size()),
+                                    buffers.answer, static_cast<DWORD>(buffers.answerLength), returned, nullptr);
   return done ? VQS_SUCCESS : VQS_REQUEST_FAILED;
 }
 

@@ -50,9 +50,7 @@ vqsStatus closeSession(QtfSession* session, std::uint32_t stopOperation) {
 
 vqsStatus VQS_CALL vqsInitialize(QtfSession** session) { return vqs::openSession(session); }
 
-vqsStatus VQS_CALL vqsExInitialize(QtfSession** session) {
-  return vqs::QtfMapStatus(static_cast<std::int32_t>(vqs::openSession(session)));
-}
+vqsStatus VQS_CALL vqsExInitialize(QtfSession** session) { return vqs::folded(vqs::openSession(session)); }
 
 vqsStatus VQS_CALL vqsUninitialize(QtfSession* session) { return vqs::closeSession(session, vqs::kLogStop); }
 

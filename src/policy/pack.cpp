@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "channel/text.h"
 #include "policy/conversion.h"
-#include "policy/text.h"
 
 namespace vqs {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "channel/control_codes.h"
 #include "channel/request.h"
+#include "channel/text.h"
 #include "channel/work_buffer.h"
-#include "policy/text.h"
 
 namespace vqs {
 namespace {

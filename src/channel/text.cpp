@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "policy/text.h"
+#include "channel/text.h"
 
 #include <array>
 #include <cerrno>

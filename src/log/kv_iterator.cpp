@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <cstring>
+
+#include "channel/work_buffer.h"
+#include "log/key_tables.h"
+#include "log/log_kv.h"
+
+namespace vqs {
+namespace {
+
+constexpr std::size_t kKeyIdSize = 4;
+
+const std::uint8_t* areaOf(const QtfLogKV& log) { return reinterpret_cast<const std::uint8_t*>(log.area); }
+
+/// Read once per call: the driver may be writing.
+std::uint32_t currentKey(const QtfLogKVIter& iterator) {
+  std::uint32_t key = 0;
+  std::memcpy(&key, iterator.cursor, kKeyIdSize);
+  return key;
+}
+
+/// The generations differ in the number of keys and in the sizes of their values, which are indexed by key id.
+template <std::size_t N>
+vqsStatus next(QtfLogKVIter* iterator, std::span<const std::int32_t, N> valueSizes) {
+  if (iterator == nullptr) return VQS_INVALID_PARAMETER;
+  const std::uint32_t key = currentKey(*iterator);
+  if (key == 0 || key >= N) return VQS_REQUEST_FAILED;
+  iterator->cursor += kKeyIdSize + static_cast<std::size_t>(valueSizes[key]);
+  return VQS_SUCCESS;
+}
+
+vqsStatus isDone(const QtfLogKVIter* iterator, std::uint8_t* done, std::uint32_t lastKey) {
+  if (iterator == nullptr || done == nullptr) return VQS_INVALID_PARAMETER;
+  const std::uint32_t key = currentKey(*iterator);
+  if (key > lastKey) return VQS_REQUEST_FAILED;
+  *done = key == 0 ? 1 : 0;
+  return VQS_SUCCESS;
+}
+
+vqsStatus data(const QtfLogKVIter* iterator, std::uint32_t* key, std::uint64_t* address, std::uint32_t lastKey) {
+  if (iterator == nullptr || key == nullptr || address == nullptr) return VQS_INVALID_PARAMETER;
+  const std::uint32_t current = currentKey(*iterator);
+  if (current == 0 || current > lastKey) return VQS_REQUEST_FAILED;
+  *key = current;
+  *address = reinterpret_cast<std::uint64_t>(iterator->cursor + kKeyIdSize);
+  return VQS_SUCCESS;
+}
+
+/// `counted` is what the caller's count says after copying.
+template <std::size_t N>
+vqsStatus copyKeys(std::span<const QtfLogKeyInfo, N> table, QtfLogKeyInfo* keys, std::uint32_t* count,
+                   std::uint32_t counted) {
+  if (*count == 0) {
+    *count = N;
+    return VQS_SUCCESS;
+  }
+  if (*count < N || keys == nullptr) return VQS_INVALID_PARAMETER;
+  *count = counted;
+  std::ranges::copy(table, keys);
+  return VQS_SUCCESS;
+}
+
+}  // namespace
+}  // namespace vqs
+
+vqsStatus VQS_CALL vqsCreateQTFLogKVIter(QtfLogKV* log, QtfLogKVIter** iterator) {
+  if (log == nullptr || iterator == nullptr) return VQS_INVALID_PARAMETER;
+  vqs::RuntimeBuffer memory{sizeof(QtfLogKVIter)};
+  if (!memory) return VQS_OUT_OF_MEMORY;
+  memory.as<QtfLogKVIter>().cursor = vqs::areaOf(*log);
+  *iterator = static_cast<QtfLogKVIter*>(memory.handOver());
+  return VQS_SUCCESS;
+}
+
+vqsStatus VQS_CALL vqsDestroyQTFLogKVIter(QtfLogKVIter* iterator) {
+  if (iterator == nullptr) return VQS_INVALID_PARAMETER;
+  vqs::RuntimeMemory::release(iterator);
+  return VQS_SUCCESS;
+}
+
+vqsStatus VQS_CALL vqsResetQTFLogKVIter(QtfLogKV* log, QtfLogKVIter* iterator) {
+  if (log == nullptr || iterator == nullptr) return VQS_INVALID_PARAMETER;
+  iterator->cursor = vqs::areaOf(*log);
+  return VQS_SUCCESS;
+}
+
+vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator) { return vqs::next(iterator, vqs::kvValueSizes()); }
+
+vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) {
+  return vqs::next(iterator, vqs::exKVValueSizes());
+}
+
+vqsStatus VQS_CALL vqsDoneQTFLogKVIter(const QtfLogKVIter* iterator, uint8_t* done) {
+  return vqs::isDone(iterator, done, VQS_LOG_KV_KEYS);
+}
+
+vqsStatus VQS_CALL vqsExDoneQTFLogExKVIter(const QtfLogKVIter* iterator, uint8_t* done) {
+  return vqs::isDone(iterator, done, VQS_LOG_EX_KV_KEYS);
+}
+
+vqsStatus VQS_CALL vqsGetQTFLogKVIterData(const QtfLogKVIter* iterator, uint32_t* key, uint64_t* address) {
+  return vqs::data(iterator, key, address, VQS_LOG_KV_KEYS);
+}
+
+vqsStatus VQS_CALL vqsExGetQTFLogExKVIterData(const QtfLogKVIter* iterator, uint32_t* key, uint64_t* address) {
+  return vqs::data(iterator, key, address, VQS_LOG_EX_KV_KEYS);
+}
+
+vqsStatus VQS_CALL vqsGetQTFLogKVMetadata_V2(QtfLogKeyInfo* keys, uint32_t* count) {
+  return vqs::copyKeys(vqs::kvKeys(), keys, count, VQS_LOG_KV_KEYS);
+}
+
+vqsStatus VQS_CALL vqsExGetQTFLogExKVMetadata_V2(QtfLogKeyInfo* keys, uint32_t* count) {
+  // The count of the other generation's keys, as callers have always got it.
+  return vqs::copyKeys(vqs::exKVKeys(), keys, count, VQS_LOG_KV_KEYS);
+}

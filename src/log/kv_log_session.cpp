@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "channel/session.h"
+#include "channel/status.h"
+#include "channel/work_buffer.h"
+#include "log/log_kv.h"
+#include "log/log_request.h"
+
+namespace vqs {
+namespace {
+
+/// The one data version whose records the iterators can walk.
+constexpr std::uint32_t kDataVersion = 1;
+
+/// Undoes a start; both forms are undone with the plain stop.
+void undoStart(HANDLE handle, std::uint32_t logId) {
+  auto record = logRequest(kLogStopKV, logId);
+  static_cast<void>(sendLog(handle, record));
+}
+
+vqsStatus startKVLog(QtfSession& session, std::uint32_t operation, QtfLogKV** out) {
+  auto record = logRequest(operation);
+  if (sendLog(session.handle, record) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  if (record.Value != kDataVersion) {
+    undoStart(session.handle, record.LogId);
+    return VQS_VERSION_MISMATCH;
+  }
+  RuntimeBuffer memory{sizeof(QtfLogKV)};
+  if (!memory) {
+    undoStart(session.handle, record.LogId);
+    return VQS_OUT_OF_MEMORY;
+  }
+  memory.as<QtfLogKV>().area = record.Address;
+  auto* log = static_cast<QtfLogKV*>(memory.handOver());
+  session.logSessionId = record.LogId;
+  session.logReference = reinterpret_cast<std::uint64_t>(log);
+  if (out != nullptr) *out = log;
+  return VQS_SUCCESS;
+}
+
+/// Stops the session's log and frees its handle; a refused stop leaves it open.
+vqsStatus stopKVLog(QtfSession& session, std::uint32_t operation) {
+  if (session.logReference == 0) return VQS_SUCCESS;
+  auto record = logRequest(operation, session.logSessionId);
+  if (sendLog(session.handle, record) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  RuntimeMemory::release(reinterpret_cast<QtfLogKV*>(session.logReference));
+  session.logReference = 0;
+  return VQS_SUCCESS;
+}
+
+}  // namespace
+}  // namespace vqs
+
+vqsStatus VQS_CALL vqsStartQTFLogKV(QtfSession* session, QtfLogKV** log) {
+  if (!vqs::isOpen(session) || log == nullptr) return VQS_INVALID_PARAMETER;
+  return vqs::startKVLog(*session, vqs::kLogStartKV, log);
+}
+
+vqsStatus VQS_CALL vqsStopQTFLogKV(QtfSession* session, QtfLogKV* log) {
+  if (!vqs::isOpen(session) || log == nullptr) return VQS_INVALID_PARAMETER;
+  return vqs::stopKVLog(*session, vqs::kLogStopKV);
+}
+
+vqsStatus VQS_CALL vqsExStartQTFLogExKV(QtfSession* session, QtfLogKV** log) {
+  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  return vqs::startKVLog(*session, vqs::kLogStartExKV, log);
+}
+
+vqsStatus VQS_CALL vqsExStopQTFLogExKV(QtfSession* session) {
+  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  return vqs::folded(vqs::stopKVLog(*session, vqs::kLogStopExKV));
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <array>
+
+#include "channel/control_codes.h"
+#include "channel/request.h"
+#include "channel/session.h"
+#include "vqs/features.h"
+
+namespace vqs {
+namespace {
+
+/// The driver's id of each feature; the driver knows no 8.
+constexpr std::array<std::uint32_t, 9> kDriverIds = {0, 1, 2, 3, 4, 5, 6, 7, 9};
+
+}  // namespace
+}  // namespace vqs
+
+vqsStatus VQS_CALL vqsQueryFeatureStatus(QtfSession* session, int32_t index, VqsFeatureStatus* status) {
+  if (!vqs::isOpen(session) || status == nullptr) return VQS_INVALID_PARAMETER;
+  if (index < 0 || index >= static_cast<int32_t>(vqs::kDriverIds.size())) return VQS_INVALID_PARAMETER;
+  std::uint32_t id = vqs::kDriverIds[static_cast<std::size_t>(index)];
+  VqsFeatureStatus answer{};
+  if (vqs::sendSplit(session->handle, vqs::kCodeQueryFeatureStatus, id, &answer) != VQS_SUCCESS)
+    return VQS_REQUEST_FAILED;
+  status->flagA = answer.flagA;
+  status->flagB = answer.flagB;
+  status->value = answer.value;
+  return VQS_SUCCESS;
+}
+
+vqsStatus VQS_CALL vqsDynamicSliderEnableDisable(QtfSession* session, uint8_t enable) {
+  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  std::uint32_t word = enable != 0 ? 1 : 0;
+  return vqs::sendIn(session->handle, vqs::kCodeDynamicSlider, word);
+}
+
+vqsStatus VQS_CALL vqsCustomWorkloadControl(QtfSession* /*session*/, int32_t /*operation*/, void* /*table*/) {
+  return VQS_NOT_SUPPORTED;
+}

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <cstddef>
+
+#include "channel/control_codes.h"
+#include "channel/request.h"
+#include "channel/session.h"
+#include "vqs/platform.h"
+
+namespace vqs {
+namespace {
+
+struct OverrideRecord {
+  std::uint8_t enable;
+  std::uint8_t reserved0[3];
+  std::uint32_t key;
+  std::uint32_t value;
+};
+static_assert(sizeof(OverrideRecord) == 12);
+static_assert(offsetof(OverrideRecord, key) == 4);
+static_assert(offsetof(OverrideRecord, value) == 8);
+
+/// The driver says how long the list is, and the caller's room is taken to be as long.
+vqsStatus readKeyList(HANDLE handle, void* list) {
+  std::uint32_t size = 0;
+  if (sendOut(handle, kCodeOverrideKeyListSize, &size, sizeof(size)) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  return sendOut(handle, kCodeOverrideKeyList, list, size);
+}
+
+}  // namespace
+}  // namespace vqs
+
+vqsStatus VQS_CALL vqsOverrideInput(QtfSession* session, uint32_t key, uint8_t enable, uint32_t value) {
+  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  vqs::OverrideRecord record{};
+  record.enable = enable;
+  record.key = key;
+  record.value = value;
+  return vqs::sendRequest(session->handle, vqs::kCodeOverrideInput, {.request = vqs::bytesOf(record)}, nullptr);
+}
+
+vqsStatus VQS_CALL vqsGetInputOverrideKeyValue(QtfSession* session, uint32_t key, VqsOverrideValue* value) {
+  if (!vqs::isOpen(session) || value == nullptr) return VQS_INVALID_PARAMETER;
+  return vqs::sendSplit(session->handle, vqs::kCodeOverrideKeyValue, key, value);
+}
+
+vqsStatus VQS_CALL vqsGetInputOverrideKeyList(QtfSession* session, void* list, uint32_t* size, uint8_t sizeOnly) {
+  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  // A missing output is a failed request here, not a wrong argument.
+  if (sizeOnly != 0) {
+    if (size == nullptr) return VQS_REQUEST_FAILED;
+    return vqs::sendOut(session->handle, vqs::kCodeOverrideKeyListSize, size, sizeof(*size));
+  }
+  if (list == nullptr) return VQS_REQUEST_FAILED;
+  return vqs::readKeyList(session->handle, list);
+}
+
+vqsStatus VQS_CALL vqsGetInputOverrideKeyMetadata(QtfSession* session, uint32_t key, VqsOverrideMetadata* metadata) {
+  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  return vqs::sendSplit(session->handle, vqs::kCodeOverrideKeyMetadata, key, metadata);
+}

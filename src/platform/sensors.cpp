@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "channel/control_codes.h"
+#include "channel/request.h"
+#include "channel/session.h"
+#include "channel/text.h"
+#include "vqs/platform.h"
+
+vqsStatus VQS_CALL vqsAtstSimulateSensorUpdate(QtfSession* session, const VqsSensorUpdate* update) {
+  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  if (update == nullptr) return VQS_REQUEST_FAILED;
+  VqsSensorUpdate record = *update;
+  return vqs::sendIn(session->handle, vqs::kCodeSimulateSensorUpdate, record);
+}
+
+vqsStatus VQS_CALL vqsGetSensorData(QtfSession* session, VqsSensorData* data) {
+  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  return vqs::sendOut(session->handle, vqs::kCodeSensorData, data, sizeof(*data));
+}
+
+vqsStatus VQS_CALL vqsGetOEMID(QtfSession* session, char oemId[7]) {
+  if (!vqs::isOpen(session) || oemId == nullptr) return VQS_INVALID_PARAMETER;
+  char answer[32] = {};
+  if (vqs::sendOut(session->handle, vqs::kCodeOemId, answer, sizeof(answer)) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  vqs::copyBounded({oemId, 7}, answer);
+  return VQS_SUCCESS;
+}

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+#include "channel/request.h"
+#include "channel/session.h"
+
+namespace vqs {
+
+/// Where a run of bytes of a table stands in the record and in the caller's structure.
+struct FieldPlace {
+  std::size_t record;
+  std::size_t caller;
+  std::size_t size;
+};
+
+/// What a table operation of the caller's becomes; operations that do not exist become this one.
+inline constexpr std::uint32_t kTableUnsupported = 5;
+inline constexpr std::uint32_t kTableSet = 1;
+
+constexpr std::uint32_t foldTableOperation(std::int32_t operation) {
+  return operation >= 0 && operation < static_cast<std::int32_t>(kTableUnsupported)
+             ? static_cast<std::uint32_t>(operation)
+             : kTableUnsupported;
+}
+
+/// The checks that the tables share. VQS_SUCCESS: go on.
+inline vqsStatus checkTableCall(const QtfSession* session, std::int32_t operation, const void* table) {
+  if (!isOpen(session) || table == nullptr) return VQS_INVALID_PARAMETER;
+  if (operation >= static_cast<std::int32_t>(kTableUnsupported)) return VQS_INVALID_PARAMETER;
+  return foldTableOperation(operation) == kTableUnsupported ? VQS_NOT_SUPPORTED : VQS_SUCCESS;
+}
+
+inline void copyToRecord(std::span<const FieldPlace> places, void* record, const void* table) {
+  for (const auto& place : places)
+    std::memcpy(static_cast<std::byte*>(record) + place.record, static_cast<const std::byte*>(table) + place.caller,
+                place.size);
+}
+
+inline void copyToTable(std::span<const FieldPlace> places, void* table, const void* record) {
+  for (const auto& place : places)
+    std::memcpy(static_cast<std::byte*>(table) + place.caller, static_cast<const std::byte*>(record) + place.record,
+                place.size);
+}
+
+/// Sends a record whose operation is filled in; a read's answer goes to the caller's table.
+template <WireRecord Record>
+vqsStatus exchangeTable(HANDLE handle, std::uint32_t code, Record& record, std::span<const FieldPlace> places,
+                        void* table) {
+  const bool set = record.operation == kTableSet;
+  if (set) copyToRecord(places, &record, table);
+  if (sendSame(handle, code, record) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  if (!set) copyToTable(places, table, &record);
+  return VQS_SUCCESS;
+}
+
+/// A whole table call.
+template <WireRecord Record>
+vqsStatus controlTable(QtfSession* session, std::int32_t operation, std::uint32_t code,
+                       std::span<const FieldPlace> places, void* table) {
+  const vqsStatus checked = checkTableCall(session, operation, table);
+  if (checked != VQS_SUCCESS) return checked;
+  Record record{};
+  record.operation = foldTableOperation(operation);
+  return exchangeTable(session->handle, code, record, places, table);
+}
+
+}  // namespace vqs

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <span>
+
+#include "vqs/catalogue.h"
+
+namespace vqs {
+
+/// The action types, in the order of their ids. Their driver flags are the only thing that may be written.
+std::span<QtfActionInfo, VQS_ACTION_TYPES> actionTable();
+
+}  // namespace vqs
