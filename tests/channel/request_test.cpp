@@ -109,8 +109,8 @@ TEST_F(Request, on_no_device_gives_1) {
 TEST_F(Request, longer_than_a_length_can_say_is_not_sent) {
   std::array<std::byte, 8> buffer{};
   const std::span tooLong{buffer.data(), std::size_t{0x100000000}};
-  EXPECT_EQ(vqs::sendRequest(handle, 0x80222034, tooLong, buffer.data(), 8), 1U);
-  EXPECT_EQ(vqs::sendRequest(handle, 0x80222034, std::span{buffer}, buffer.data(), 0x100000000), 1U);
+  EXPECT_EQ(vqs::sendCounted(handle, 0x80222034, {tooLong, buffer.data(), 8}), 1U);
+  EXPECT_EQ(vqs::sendCounted(handle, 0x80222034, {std::span{buffer}, buffer.data(), 0x100000000}), 1U);
   EXPECT_TRUE(device.requests.empty());
 }
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "policy/content.h"
-#include "policy/locale.h"
+#include "support/locale.h"
 
 namespace test {
 namespace {

@@ -4,7 +4,7 @@
 #include <cerrno>
 
 #include "policy/content.h"
-#include "policy/locale.h"
+#include "support/locale.h"
 #include "support/faults.h"
 
 namespace test {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "policy/content.h"
-#include "policy/locale.h"
+#include "support/locale.h"
 #include "support/faults.h"
 #include "support/scripted_driver.h"
 #include "vqs/policy.h"

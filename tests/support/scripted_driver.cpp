@@ -41,13 +41,24 @@ std::string ScriptedDriver::title(const Exchange& exchange) const {
          std::to_string(exchange.where_.line());
 }
 
+std::string ScriptedDriver::formMismatch(const Exchange& exchange, const host::DeviceRequest& request) {
+  const bool noInput = exchange.form_ == BufferForm::kOut;
+  const bool noOutput = exchange.form_ == BufferForm::kIn;
+  if (noInput && request.input != nullptr) return "a request buffer was passed";
+  if (noOutput && request.output != nullptr) return "an answer buffer was passed";
+  if (noInput || noOutput) return {};
+  const bool same = request.input == request.output;
+  if (same == (exchange.form_ == BufferForm::kSame)) return {};
+  return same ? "one buffer" : "two buffers";
+}
+
 std::string ScriptedDriver::mismatch(const Exchange& exchange, const host::DeviceRequest& request) {
   if (request.code != exchange.code_) return "the code is " + hexCode(request.code);
   if (request.overlapped != nullptr) return "an overlapped structure was passed";
-  if (request.returned == nullptr) return "no bytes-returned variable was passed";
-  if (*request.returned != 0) return "the bytes-returned variable is not zero";
-  const bool same = request.input == request.output;
-  if (same != (exchange.form_ == BufferForm::kSame)) return same ? "one buffer" : "two buffers";
+  if (exchange.counted_ != (request.returned != nullptr))
+    return exchange.counted_ ? "no bytes-returned variable was passed" : "a bytes-returned variable was passed";
+  if (exchange.counted_ && *request.returned != 0) return "the bytes-returned variable is not zero";
+  if (auto what = formMismatch(exchange, request); !what.empty()) return what;
   const std::size_t length = exchange.anyLength_.value_or(exchange.request_.size());
   if (request.inputLength != length) return lengths("request", request.inputLength, length);
   const std::size_t answer = exchange.answerLength_.value_or(length);
@@ -71,7 +82,7 @@ bool ScriptedDriver::control(HANDLE /*handle*/, const host::DeviceRequest& reque
     }
     std::ranges::copy(bytes, static_cast<std::uint8_t*>(request.output) + offset);
   }
-  *request.returned = request.outputLength;
+  if (request.returned != nullptr) *request.returned = request.outputLength;
   return !exchange.fails_;
 }
 

@@ -17,7 +17,7 @@
 namespace test {
 
 /// How a request's buffers must stand to each other.
-enum class BufferForm { kSame, kSplit };
+enum class BufferForm { kSame, kSplit, kIn, kOut };
 
 /// One request that must come, and what is answered.
 class Exchange {
@@ -53,6 +53,11 @@ class Exchange {
   Exchange& replyWord(std::size_t offset, std::uint32_t word) {
     return replyAt(offset, Record{4}.u32(0, word).bytes());
   }
+  /// No bytes-returned variable is passed.
+  Exchange& withoutCount() {
+    counted_ = false;
+    return *this;
+  }
   /// The request fails, after the reply, if any, has been written.
   Exchange& fails() {
     fails_ = true;
@@ -69,6 +74,7 @@ class Exchange {
   std::optional<std::size_t> anyLength_;
   std::optional<std::size_t> answerLength_;
   std::vector<std::pair<std::size_t, Bytes>> reply_;
+  bool counted_ = true;
   bool fails_ = false;
 };
 
@@ -93,6 +99,14 @@ class ScriptedDriver : public host::Device {
   Exchange& expectSplit(std::uint32_t code, std::source_location where = std::source_location::current()) {
     return script_.emplace_back(code, BufferForm::kSplit, where);
   }
+  /// A request without an answer buffer.
+  Exchange& expectIn(std::uint32_t code, std::source_location where = std::source_location::current()) {
+    return script_.emplace_back(code, BufferForm::kIn, where).answerLength(0);
+  }
+  /// An answer buffer, of answerLength(), without a request.
+  Exchange& expectOut(std::uint32_t code, std::source_location where = std::source_location::current()) {
+    return script_.emplace_back(code, BufferForm::kOut, where);
+  }
 
   [[nodiscard]] int openHandles() const { return openHandles_; }
   [[nodiscard]] std::size_t requestsServed() const { return next_; }
@@ -103,6 +117,7 @@ class ScriptedDriver : public host::Device {
 
  private:
   [[nodiscard]] std::string title(const Exchange& exchange) const;
+  static std::string formMismatch(const Exchange& exchange, const host::DeviceRequest& request);
   static std::string mismatch(const Exchange& exchange, const host::DeviceRequest& request);
 
   std::deque<Exchange> script_;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "policy/text.h"
+#include "channel/text.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "policy/locale.h"
+#include "support/locale.h"
 #include "support/bytes.h"
 
 namespace test {

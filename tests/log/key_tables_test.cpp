@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "log/key_tables.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "log/logs.h"
+
+namespace test {
+namespace {
+
+class KeyTable : public ::testing::TestWithParam<KVGeneration> {
+ protected:
+  /// One more record than any list has.
+  static std::vector<QtfLogKeyInfo> poisonedKeys() {
+    return std::vector<QtfLogKeyInfo>(229, poisoned<QtfLogKeyInfo>());
+  }
+  static bool isPoison(const QtfLogKeyInfo& key) { return bytesOf(key) == Bytes(24, kPoison); }
+
+  static vqsStatus copyTo(std::vector<QtfLogKeyInfo>& keys, std::uint32_t& count) {
+    return GetParam().metadata(keys.data(), &count);
+  }
+};
+
+void expectKey(const QtfLogKeyInfo& key, const KeyRow& row) {
+  EXPECT_EQ(key.KeyId, row.id);
+  EXPECT_EQ(key.ElementType, row.type) << row.name;
+  EXPECT_EQ(key.ElementCount, row.count) << row.name;
+  EXPECT_EQ(key.Param, row.param) << row.name;
+  EXPECT_STREQ(key.Name, row.name.c_str());
+}
+
+TEST_P(KeyTable, holds_every_key_in_order) {
+  const auto rows = keyRows(GetParam().list);
+  ASSERT_EQ(rows.size(), GetParam().keys);
+  auto keys = poisonedKeys();
+  std::uint32_t count = GetParam().keys;
+  ASSERT_EQ(copyTo(keys, count), 0U);
+  for (std::size_t i = 0; i < rows.size(); ++i) expectKey(keys[i], rows[i]);
+}
+
+TEST_P(KeyTable, tells_its_number_of_keys_when_asked_with_0) {
+  std::uint32_t count = 0;
+  EXPECT_EQ(GetParam().metadata(nullptr, &count), 0U);
+  EXPECT_EQ(count, GetParam().keys);
+  auto keys = poisonedKeys();
+  count = 0;
+  EXPECT_EQ(copyTo(keys, count), 0U);
+  EXPECT_EQ(count, GetParam().keys);
+  EXPECT_TRUE(std::ranges::all_of(keys, isPoison));
+}
+
+TEST_P(KeyTable, needs_room_for_all_keys) {
+  auto keys = poisonedKeys();
+  for (const std::uint32_t room : {1U, GetParam().keys - 1}) {
+    std::uint32_t count = room;
+    EXPECT_EQ(copyTo(keys, count), 2U);
+    EXPECT_EQ(count, room);
+  }
+  EXPECT_TRUE(std::ranges::all_of(keys, isPoison));
+}
+
+TEST_P(KeyTable, refuses_a_null_buffer) {
+  for (const std::uint32_t room : {1U, GetParam().keys, 0xFFFFFFFFU}) {
+    std::uint32_t count = room;
+    EXPECT_EQ(GetParam().metadata(nullptr, &count), 2U);
+    EXPECT_EQ(count, room);
+  }
+}
+
+TEST_P(KeyTable, copies_no_more_than_its_keys) {
+  for (const std::uint32_t room : {GetParam().keys, GetParam().keys + 1, 229U, 0xFFFFFFFFU}) {
+    auto keys = poisonedKeys();
+    std::uint32_t count = room;
+    EXPECT_EQ(copyTo(keys, count), 0U);
+    EXPECT_FALSE(isPoison(keys[GetParam().keys - 1]));
+    EXPECT_TRUE(std::all_of(keys.begin() + GetParam().keys, keys.end(), isPoison));
+  }
+}
+
+TEST_P(KeyTable, names_are_constants_of_the_library) {
+  auto first = poisonedKeys();
+  auto second = poisonedKeys();
+  std::uint32_t count = 229;
+  EXPECT_EQ(copyTo(first, count), 0U);
+  count = 229;
+  EXPECT_EQ(copyTo(second, count), 0U);
+  for (std::uint32_t i = 0; i < GetParam().keys; ++i) EXPECT_EQ(first[i].Name, second[i].Name);
+}
+
+TEST_P(KeyTable, allocates_nothing_and_needs_no_driver) {
+  auto keys = poisonedKeys();
+  const Faults faults;
+  std::uint32_t count = 229;
+  EXPECT_EQ(copyTo(keys, count), 0U);
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, KeyTable, ::testing::ValuesIn(kvGenerations()), generationName);
+
+TEST(KeyCount, is_228_after_copying_whatever_the_room) {
+  std::vector<QtfLogKeyInfo> keys(228);
+  std::uint32_t count = 500;
+  EXPECT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), 0U);
+  EXPECT_EQ(count, 228U);
+}
+
+TEST(KeyCount, is_228_after_copying_50_ex_keys) {
+  std::vector<QtfLogKeyInfo> keys(50);
+  for (const std::uint32_t room : {50U, 51U, 228U, 500U}) {
+    std::uint32_t count = room;
+    EXPECT_EQ(vqsExGetQTFLogExKVMetadata_V2(keys.data(), &count), 0U);
+    EXPECT_EQ(count, 228U);
+  }
+}
+
+TEST(KeyOrder, keeps_the_two_places_that_are_out_of_order) {
+  std::vector<QtfLogKeyInfo> keys(228);
+  std::uint32_t count = 228;
+  ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), 0U);
+  const auto idsFrom = [&](std::size_t first) {
+    std::array<std::uint32_t, 9> ids{};
+    std::ranges::transform(std::span{keys}.subspan(first, 9), ids.begin(), &QtfLogKeyInfo::KeyId);
+    return ids;
+  };
+  EXPECT_EQ(idsFrom(75), (std::array<std::uint32_t, 9>{76, 78, 79, 80, 81, 82, 83, 77, 84}));
+  EXPECT_EQ(idsFrom(148), (std::array<std::uint32_t, 9>{149, 150, 152, 153, 154, 151, 155, 156, 157}));
+}
+
+TEST(ValueSizes, hold_0_for_the_end_marker) {
+  EXPECT_EQ(vqs::kvValueSizes()[0], 0);
+  EXPECT_EQ(vqs::exKVValueSizes()[0], 0);
+}
+
+TEST(ValueSizes, are_those_of_the_keys) {
+  for (const auto& row : keyRows("kv_keys.tsv"))
+    EXPECT_EQ(static_cast<std::uint32_t>(vqs::kvValueSizes()[row.id]), row.valueSize) << row.name;
+  for (const auto& row : keyRows("ex_kv_keys.tsv"))
+    EXPECT_EQ(static_cast<std::uint32_t>(vqs::exKVValueSizes()[row.id]), row.valueSize) << row.name;
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "log/logs.h"
+
+namespace test {
+namespace {
+
+constexpr std::uint64_t kAddress = 0x00007FF612345678;
+
+class KVLog : public LogTest, public ::testing::WithParamInterface<KVGeneration> {
+ protected:
+  static const KVGeneration& logs() { return GetParam(); }
+
+  /// A log of the session's own, started in the ordinary way.
+  void start(std::uint32_t id) {
+    expectLog(logs().startOperation).reply(logReply(logs().startOperation, id, kAddress, 1));
+    ASSERT_EQ(logs().start(session, &log), 0U);
+  }
+  void stop(std::uint32_t id) {
+    expectLog(logs().stopOperation, id);
+    EXPECT_EQ(logs().stop(session, log), 0U);
+  }
+  void expectNoLog() { EXPECT_EQ(log, kUntouched); }
+
+  QtfLogKV* const kUntouched = reinterpret_cast<QtfLogKV*>(kPoisonLong);
+  QtfLogKV* log = kUntouched;
+};
+
+TEST_P(KVLog, start_gives_a_handle_that_the_session_knows) {
+  start(0x80000007);
+  expectHeld(reinterpret_cast<std::uint64_t>(log), 0x80000007);
+  EXPECT_EQ(bytesOf(kAddress), Bytes(reinterpret_cast<std::uint8_t*>(log), reinterpret_cast<std::uint8_t*>(log) + 8));
+  EXPECT_EQ(faults.outstanding(), 1);
+  stop(0x80000007);
+}
+
+TEST_P(KVLog, start_fails_with_its_request) {
+  holdLog(0x1111, 3);
+  expectLog(logs().startOperation).reply(logReply(logs().startOperation, 7, kAddress, 1)).fails();
+  EXPECT_EQ(logs().start(session, &log), 1U);
+  expectNoLog();
+  expectHeld(0x1111, 3);
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+}
+
+TEST_P(KVLog, start_undoes_another_data_version_with_operation_8_and_answers_6) {
+  holdLog(0x1111, 3);
+  for (const std::uint32_t version : {0U, 2U, 0x101U, 0x80000001U, 0xFFFFFFFFU}) {
+    expectLog(logs().startOperation).reply(logReply(logs().startOperation, 0x01020304, kAddress, version));
+    expectLog(8, 0x01020304);
+    EXPECT_EQ(logs().start(session, &log), 6U);
+    expectNoLog();
+    expectHeld(0x1111, 3);
+  }
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+}
+
+TEST_P(KVLog, start_does_not_care_whether_undoing_succeeds) {
+  expectLog(logs().startOperation).reply(logReply(logs().startOperation, 7, kAddress, 2));
+  expectLog(8, 7).fails();
+  EXPECT_EQ(logs().start(session, &log), 6U);
+  expectNoLog();
+}
+
+TEST_P(KVLog, start_without_memory_answers_3_and_undoes_the_log_with_operation_8) {
+  holdLog(0x1111, 3);
+  for (const bool undone : {true, false}) {
+    faults.fail(Fault::kAllocation, 1);
+    expectLog(logs().startOperation).reply(logReply(logs().startOperation, 7, kAddress, 1));
+    auto& undo = expectLog(8, 7);
+    if (!undone) undo.fails();
+    EXPECT_EQ(logs().start(session, &log), 3U);
+    expectNoLog();
+    expectHeld(0x1111, 3);
+  }
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 2);
+}
+
+TEST_P(KVLog, start_checks_the_session_before_anything_else) {
+  EXPECT_EQ(logs().start(nullptr, &log), 2U);
+  EXPECT_EQ(logs().start(&closed, &log), 2U);
+  expectNoLog();
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+}
+
+TEST_P(KVLog, stop_frees_the_handle_and_forgets_the_log) {
+  start(0x01020304);
+  stop(0x01020304);
+  EXPECT_EQ(session->logReference, 0U);
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST_P(KVLog, stop_keeps_the_log_when_the_driver_refuses) {
+  start(5);
+  const auto reference = session->logReference;
+  expectLog(logs().stopOperation, 5).fails();
+  EXPECT_EQ(logs().stop(session, log), 1U);
+  expectHeld(reference, 5);
+  EXPECT_EQ(faults.outstanding(), 1);
+  stop(5);
+}
+
+TEST_P(KVLog, stop_answers_0_when_no_log_runs) {
+  session->logSessionId = 5;
+  EXPECT_EQ(logs().stop(session, log), 0U);
+}
+
+TEST_P(KVLog, stop_checks_the_session_before_anything_else) {
+  closed.logReference = 0x1111;
+  EXPECT_EQ(logs().stop(nullptr, log), 2U);
+  EXPECT_EQ(logs().stop(&closed, log), 2U);
+  EXPECT_EQ(closed.logReference, 0x1111U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, KVLog, ::testing::ValuesIn(kvGenerations()), generationName);
+
+class PlainKVLog : public LogTest {};
+
+TEST_F(PlainKVLog, start_needs_room_for_the_handle) {
+  EXPECT_EQ(vqsStartQTFLogKV(session, nullptr), 2U);
+  EXPECT_EQ(vqsStartQTFLogKV(nullptr, nullptr), 2U);
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+}
+
+TEST_F(PlainKVLog, stop_needs_a_handle_even_when_no_log_runs) {
+  EXPECT_EQ(vqsStopQTFLogKV(session, nullptr), 2U);
+  holdLog(0x1111, 3);
+  EXPECT_EQ(vqsStopQTFLogKV(session, nullptr), 2U);
+  expectHeld(0x1111, 3);
+}
+
+TEST_F(PlainKVLog, stop_stops_the_sessions_log_whatever_the_handle) {
+  expectLog(7).reply(logReply(7, 5, kAddress, 1));
+  QtfLogKV* log = nullptr;
+  ASSERT_EQ(vqsStartQTFLogKV(session, &log), 0U);
+  std::array<std::uint8_t, 8> other{};
+  other.fill(kPoison);
+  expectLog(8, 5);
+  EXPECT_EQ(vqsStopQTFLogKV(session, reinterpret_cast<QtfLogKV*>(other.data())), 0U);
+  EXPECT_EQ(faults.outstanding(), 0);
+  EXPECT_EQ(other[0], kPoison);
+}
+
+class ExKVLog : public LogTest {};
+
+TEST_F(ExKVLog, start_without_room_leaves_the_handle_to_the_session) {
+  expectLog(10).reply(logReply(10, 5, kAddress, 1));
+  EXPECT_EQ(vqsExStartQTFLogExKV(session, nullptr), 0U);
+  EXPECT_EQ(session->logSessionId, 5U);
+  EXPECT_NE(session->logReference, 0U);
+  EXPECT_EQ(faults.outstanding(), 1);
+  expectLog(11, 5);
+  EXPECT_EQ(vqsExStopQTFLogExKV(session), 0U);
+}
+
+}  // namespace
+}  // namespace test
