@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "support/locale.h"
 #include "support/bytes.h"
+#include "support/locale.h"
 
 namespace test {
 namespace {

@@ -4,8 +4,8 @@
 #include <cerrno>
 
 #include "policy/content.h"
-#include "support/locale.h"
 #include "support/faults.h"
+#include "support/locale.h"
 
 namespace test {
 namespace {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "policy/content.h"
-#include "support/locale.h"
 #include "support/faults.h"
+#include "support/locale.h"
 #include "support/scripted_driver.h"
 #include "vqs/policy.h"
 
