@@ -38,7 +38,7 @@ export VEXOQTF_SIMULATOR_STATE=$PWD/$out/driver.state
 policies=examples/policies
 
 title "1. A policy binary holds rules: when these conditions hold, take these actions."
-run binary show $policies/laptop-r5.bin | head -n 34
+run binary show $policies/laptop-r5.bin | sed -n '1,34p'
 echo "  ... (the rest: build/native/bin/vqs binary show $policies/laptop-r5.bin)"
 
 title "2. Its policies go into the driver's Asm store ..."
