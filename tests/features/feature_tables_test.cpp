@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "channel/windows_calls.h"
 #include "features/fixture.h"
 #include "vqs/features.h"
 
@@ -296,6 +297,22 @@ TEST_F(InBagTable, takes_nothing_from_the_answer_to_a_set_that_names_another_ope
   expectSet().replyWord(0, 0).replyAt(4, Bytes(76, 0xEE));
   EXPECT_EQ(set(), 0U);
   expectWordsAlone();
+}
+
+TEST_F(InBagTable, clears_the_callers_curve_before_the_request_leaves) {
+  WindowsCalls calls;
+  Bytes atRequest;
+  calls.before("DeviceIoControl", [&] { atRequest = bytesOf(table); });
+  expectSet();
+  EXPECT_EQ(set(), 0U);
+  const Bytes expected = Record{76}.u32(0, 0x11121314).u32(4, 0x21222324).u32(8, 0x31323334);
+  EXPECT_EQ(difference(atRequest, expected), "");
+}
+
+TEST_F(InBagTable, keeps_the_callers_curve_when_the_arguments_are_refused) {
+  EXPECT_EQ(vqsInBagPolicyTableControl(nullptr, 1, &table), 2U);
+  EXPECT_EQ(vqsInBagPolicyTableControl(&closed, 1, &table), 2U);
+  EXPECT_EQ(difference(bytesOf(table), bytesOf(filled())), "");
 }
 
 }  // namespace

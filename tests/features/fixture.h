@@ -3,22 +3,32 @@
 
 #include <gtest/gtest.h>
 
+#include "support/faults.h"
 #include "support/scripted_driver.h"
 
 namespace test {
 
-/// An open session on the scripted driver, and one without a handle.
+/// An open session on the scripted driver, and one without a handle; none of these services allocates.
 struct Sessions {
   ScriptedDriver driver;
   OpenSession session{driver};
   QtfSession closed{};
+  Faults faults;
+
+  void expectNoAllocation() const { EXPECT_EQ(faults.calls(Fault::kAllocation), 0); }
 };
 
-class FeatureTest : public ::testing::Test, protected Sessions {};
+class FeatureTest : public ::testing::Test, protected Sessions {
+ protected:
+  void TearDown() override { expectNoAllocation(); }
+};
 
 /// Tests that run once for each name an export or a family goes by.
 template <class Case>
-class FeatureTestOf : public ::testing::TestWithParam<Case>, protected Sessions {};
+class FeatureTestOf : public ::testing::TestWithParam<Case>, protected Sessions {
+ protected:
+  void TearDown() override { expectNoAllocation(); }
+};
 
 inline constexpr auto caseName = [](const auto& info) { return std::string{info.param.name}; };
 

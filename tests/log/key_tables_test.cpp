@@ -101,9 +101,11 @@ INSTANTIATE_TEST_SUITE_P(Of, KeyTable, ::testing::ValuesIn(kvGenerations()), gen
 
 TEST(KeyCount, is_228_after_copying_whatever_the_room) {
   std::vector<QtfLogKeyInfo> keys(228);
-  std::uint32_t count = 500;
-  EXPECT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), 0U);
-  EXPECT_EQ(count, 228U);
+  for (const std::uint32_t room : {228U, 229U, 500U, 0xFFFFFFFFU}) {
+    std::uint32_t count = room;
+    EXPECT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), 0U);
+    EXPECT_EQ(count, 228U);
+  }
 }
 
 TEST(KeyCount, is_228_after_copying_50_ex_keys) {

@@ -82,8 +82,49 @@ TEST_P(KVIterator, starts_on_the_first_record) {
 TEST_P(KVIterator, is_one_allocation_of_its_own) {
   startOn(Record{4});
   EXPECT_EQ(faults.outstanding(), 2);
+  EXPECT_EQ(faults.peakBytes(), 16U) << "8 for the log's handle and 8 for the iterator";
   EXPECT_EQ(logs().destroy(std::exchange(iterator, nullptr)), 0U);
   EXPECT_EQ(faults.outstanding(), 1);
+}
+
+TEST_P(KVIterator, holds_the_address_of_its_record_and_nothing_else) {
+  startOn(Record{12}.u32(0, 4));
+  const auto* object = reinterpret_cast<const std::uint8_t*>(iterator);
+  EXPECT_EQ(Bytes(object, object + 8), bytesOf(addressAt(0)));
+  EXPECT_EQ(logs().next(iterator), 0U);
+  EXPECT_EQ(Bytes(object, object + 8), bytesOf(addressAt(8)));
+  EXPECT_EQ(logs().next(iterator), 1U);
+  EXPECT_EQ(Bytes(object, object + 8), bytesOf(addressAt(8)));
+  EXPECT_EQ(logs().reset(log, iterator), 0U);
+  EXPECT_EQ(Bytes(object, object + 8), bytesOf(addressAt(0)));
+}
+
+TEST_P(KVIterator, walks_apart_from_a_second_one_on_the_same_log) {
+  startOn(Record{20}.u32(0, 4).u32(8, 5));
+  QtfLogKVIter* second = nullptr;
+  ASSERT_EQ(logs().create(log, &second), 0U);
+  EXPECT_NE(second, iterator);
+  EXPECT_EQ(logs().next(second), 0U);
+  expectOn(4, 4);
+  EXPECT_EQ(logs().next(iterator), 0U);
+  EXPECT_EQ(logs().destroy(second), 0U);
+  expectOn(5, 12);
+}
+
+TEST_P(KVIterator, reads_nothing_but_the_key_id) {
+  startOn(Record{4}.u32(0, logs().keys));
+  expectOn(logs().keys, 4);
+  EXPECT_EQ(logs().next(iterator), 0U);
+}
+
+TEST_P(KVIterator, writes_one_byte_of_the_flag) {
+  startOn(Record{4});
+  auto around = poisoned<std::array<std::uint8_t, 3>>();
+  EXPECT_EQ(logs().isDone(iterator, &around[1]), 0U);
+  EXPECT_EQ(bytesOf(around), hex("A5 01 A5"));
+  writeKey(1);
+  EXPECT_EQ(logs().isDone(iterator, &around[1]), 0U);
+  EXPECT_EQ(bytesOf(around), hex("A5 00 A5"));
 }
 
 TEST_P(KVIterator, answers_3_when_it_cannot_be_allocated) {
@@ -224,6 +265,8 @@ TEST_P(KVIterator, walks_every_key_without_an_allocation_or_a_request) {
   }
   expectEnd();
   EXPECT_EQ(offset + 4, area.size());
+  EXPECT_EQ(logs().reset(log, iterator), 0U);
+  expectOn(rows.front().id, 4);
   EXPECT_EQ(faults.calls(Fault::kAllocation), allocations);
   EXPECT_EQ(driver.requestsServed(), requests);
 }

@@ -37,6 +37,29 @@ TEST_P(KVLog, start_gives_a_handle_that_the_session_knows) {
   stop(0x80000007);
 }
 
+TEST_P(KVLog, start_does_not_look_at_the_byte_count) {
+  for (const DWORD count : {0U, 1U, 0xFFFFFFFFU}) {
+    driver.reported = count;
+    start(7);
+    expectHeld(reinterpret_cast<std::uint64_t>(log), 7);
+    stop(7);
+    EXPECT_EQ(session->logReference, 0U);
+  }
+}
+
+TEST_P(KVLog, start_makes_the_session_forget_a_log_that_runs_already) {
+  start(5);
+  auto* const first = log;
+  start(6);
+  EXPECT_NE(log, first);
+  expectHeld(reinterpret_cast<std::uint64_t>(log), 6);
+  EXPECT_EQ(faults.outstanding(), 2);
+  stop(6);
+  EXPECT_EQ(logs().stop(session, first), 0U) << "no log runs";
+  holdLog(reinterpret_cast<std::uint64_t>(first), 5);
+  stop(5);
+}
+
 TEST_P(KVLog, start_fails_with_its_request) {
   holdLog(0x1111, 3);
   expectLog(logs().startOperation).reply(logReply(logs().startOperation, 7, kAddress, 1)).fails();
@@ -103,6 +126,15 @@ TEST_P(KVLog, stop_keeps_the_log_when_the_driver_refuses) {
   stop(5);
 }
 
+TEST_P(KVLog, stop_allocates_nothing_and_makes_one_request) {
+  start(5);
+  faults.failFrom(Fault::kAllocation, 1);
+  const auto requests = driver.requestsServed();
+  stop(5);
+  EXPECT_EQ(driver.requestsServed(), requests + 1);
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 1) << "the handle, when the log was started";
+}
+
 TEST_P(KVLog, stop_answers_0_when_no_log_runs) {
   session->logSessionId = 5;
   EXPECT_EQ(logs().stop(session, log), 0U);
@@ -154,6 +186,16 @@ TEST_F(ExKVLog, start_without_room_leaves_the_handle_to_the_session) {
   EXPECT_EQ(faults.outstanding(), 1);
   expectLog(11, 5);
   EXPECT_EQ(vqsExStopQTFLogExKV(session), 0U);
+}
+
+TEST_F(ExKVLog, start_without_room_fails_and_is_undone_as_any_other) {
+  holdLog(0x1111, 3);
+  expectLog(10).fails();
+  EXPECT_EQ(vqsExStartQTFLogExKV(session, nullptr), 1U);
+  expectLog(10).reply(logReply(10, 5, kAddress, 2));
+  expectLog(8, 5);
+  EXPECT_EQ(vqsExStartQTFLogExKV(session, nullptr), 6U);
+  expectHeld(0x1111, 3);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::uint64_t kAddress = 0x00007FF612345678;
 
-class StartLog : public LogTest {
+class StartLog : public AddressLogTest {
  protected:
   std::uint64_t address = kPoisonLong;
 };
@@ -34,6 +34,15 @@ TEST_F(StartLog, remembers_the_last_of_two_logs) {
   expectHeld(0x2000, 2);
 }
 
+TEST_F(StartLog, does_not_look_at_the_byte_count) {
+  for (const DWORD count : {0U, 0xFFFFFFFFU}) {
+    driver.reported = count;
+    expectLog(0).reply(logReply(0, 7, kAddress, 9));
+    EXPECT_EQ(vqsStartQTFLog(session, &address), 0U);
+    expectHeld(kAddress, 7);
+  }
+}
+
 TEST_F(StartLog, changes_nothing_when_the_request_fails) {
   holdLog(0x1111, 3);
   expectLog(0).reply(logReply(0, 7, kAddress, 9)).fails();
@@ -49,7 +58,7 @@ TEST_F(StartLog, checks_the_session_before_anything_else) {
   EXPECT_EQ(closed.logReference, 0U);
 }
 
-class StopLog : public LogTest {};
+class StopLog : public AddressLogTest {};
 
 TEST_F(StopLog, names_the_sessions_log_and_forgets_it) {
   holdLog(kAddress, 0x01020304);
@@ -84,7 +93,7 @@ TEST_F(StopLog, checks_the_session_before_anything_else) {
   EXPECT_EQ(closed.logReference, kAddress);
 }
 
-class StopExLog : public LogTest {};
+class StopExLog : public AddressLogTest {};
 
 TEST_F(StopExLog, names_the_sessions_log_and_forgets_it) {
   holdLog(kAddress, 0x01020304);
@@ -100,7 +109,16 @@ TEST_F(StopExLog, forgets_the_log_even_when_the_driver_refuses) {
   EXPECT_EQ(session->logReference, 0U);
 }
 
-TEST_F(StopExLog, answers_0_when_no_log_runs) { EXPECT_EQ(vqsExStopQTFLog(session), 0U); }
+TEST_F(StopExLog, looks_at_the_whole_reference) {
+  holdLog(0x100000000, 5);
+  expectLog(3, 5);
+  EXPECT_EQ(vqsExStopQTFLog(session), 0U);
+}
+
+TEST_F(StopExLog, answers_0_when_no_log_runs) {
+  session->logSessionId = 5;
+  EXPECT_EQ(vqsExStopQTFLog(session), 0U);
+}
 
 TEST_F(StopExLog, checks_the_session_before_anything_else) {
   closed.logReference = kAddress;
@@ -109,7 +127,7 @@ TEST_F(StopExLog, checks_the_session_before_anything_else) {
   EXPECT_EQ(closed.logReference, kAddress);
 }
 
-class LogSupport : public LogTest {
+class LogSupport : public AddressLogTest {
  protected:
   Exchange& expectQuery(std::string_view generation, std::size_t length,
                         std::source_location where = std::source_location::current()) {
@@ -165,7 +183,7 @@ TEST_F(LogSupport, checks_the_session_before_anything_else) {
   EXPECT_EQ(buffer, Bytes(7, kPoison));
 }
 
-class LogVersion : public LogTest {
+class LogVersion : public AddressLogTest {
  protected:
   std::uint32_t version = kPoisonWord;
 };
@@ -194,7 +212,7 @@ TEST_F(LogVersion, checks_the_session_before_anything_else) {
   EXPECT_EQ(version, kPoisonWord);
 }
 
-class StartExLog : public LogTest {
+class StartExLog : public AddressLogTest {
  protected:
   /// The second request goes out in the record that the first one left.
   Exchange& expectVersionQuery(const Bytes& left, std::source_location where = std::source_location::current()) {
@@ -219,6 +237,26 @@ TEST_F(StartExLog, asks_for_the_version_in_the_same_record) {
   EXPECT_EQ(address, kAddress);
   EXPECT_EQ(version, 0x1234U);
   expectHeld(kAddress, 7);
+}
+
+TEST_F(StartExLog, does_not_take_the_byte_count_of_a_start_that_succeeds_for_the_id) {
+  for (const DWORD count : {0U, 17U}) {
+    driver.reported = count;
+    expectLog(2).reply(logReply(2, 7, kAddress, 9));
+    EXPECT_EQ(vqsExStartQTFLog(session, &address, nullptr), 0U);
+    expectHeld(kAddress, 7);
+  }
+}
+
+TEST_F(StartExLog, makes_the_session_forget_a_log_that_runs_already) {
+  expectLog(0).reply(logReply(0, 1, 0x1000, 0));
+  EXPECT_EQ(vqsStartQTFLog(session, &address), 0U);
+  expectLog(2).reply(logReply(2, 7, kAddress, 9));
+  EXPECT_EQ(vqsExStartQTFLog(session, &address, nullptr), 0U);
+  expectHeld(kAddress, 7);
+  expectLog(3, 7);
+  EXPECT_EQ(vqsExStopQTFLog(session), 0U);
+  EXPECT_EQ(vqsExStopQTFLog(session), 0U);
 }
 
 TEST_F(StartExLog, needs_no_room_for_the_address) {

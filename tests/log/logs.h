@@ -21,16 +21,20 @@ Record logRequest(std::uint32_t operation, std::uint32_t logId = 0);
 /// The driver's answer to it; what has no field comes as garbage.
 Record logReply(std::uint32_t operation, std::uint32_t logId, std::uint64_t address, std::uint32_t value);
 
-/// A driver that can report a byte count of its own choice.
+/// A driver that can report a byte count of its own choice, and remembers where requests came from.
 class LogDriver : public ScriptedDriver {
  public:
   bool control(HANDLE handle, const host::DeviceRequest& request) override {
+    requestsOn.push_back(handle);
+    answeredAt = request.output;
     const bool done = ScriptedDriver::control(handle, request);
     if (reported) *request.returned = *reported;
     return done;
   }
 
   std::optional<DWORD> reported;
+  std::vector<HANDLE> requestsOn;
+  const void* answeredAt = nullptr;
 };
 
 /// A session on a scripted driver that holds no log; no call of a test may leave memory behind.
@@ -57,6 +61,15 @@ class LogTest : public ::testing::Test {
   OpenSession session{driver};
   QtfSession closed{};
   Faults faults;
+};
+
+/// Logs whose reference is their address: no call about them allocates.
+class AddressLogTest : public LogTest {
+ protected:
+  void TearDown() override {
+    EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+    LogTest::TearDown();
+  }
 };
 
 /// A row of the key lists in tests/data.

@@ -54,41 +54,24 @@ class OvlLog : public ::testing::Test {
   struct Call {
     const char* name;
     std::function<vqsStatus()> run;
-    std::function<Exchange&()> expect;
+    std::function<Exchange*()> expect;
   };
   const std::vector<Call> calls = {
-      {"map", [this] { return vqsOVLMapQTFLogAddress(&address, &logId); }, [this]() -> auto& {return expectLog(0);
-}
-}  // namespace
-, {"unmap", [] { return vqsOVLUnmapQTFLogId(7); }, [this]() -> auto& {return expectLog(1, 7);
-}  // namespace test
-}
-, {"start", [this] { return vqsOVLStartQTFLog(this, this); }, [this]() -> auto& {return expectFilling(0);
-}
-}
-, {"stop", [] { return vqsOVLStopQTFLog(); }, [this]() -> auto& {return expectFilling(1);
-}
-}
-, {"log version", [this] { return vqsOVLGetQTFLogVersion(&version); }, [this]() -> auto& {return expectLog(4);
-}
-}
-, {"interface version", [this] { return vqsOVLGetInterfaceVersion(&version); }, [this]() -> auto& {return expectLog(13);
-}
-}
-, {"update", [] { return vqsOVLForceDataUpdate(); }, [this]() -> auto& {return expectLog(6);
-}
-}
-,
-}
-;
+      {"map", [this] { return vqsOVLMapQTFLogAddress(&address, &logId); }, [this] { return &expectLog(0); }},
+      {"unmap", [] { return vqsOVLUnmapQTFLogId(7); }, [this] { return &expectLog(1, 7); }},
+      {"start", [this] { return vqsOVLStartQTFLog(this, this); }, [this] { return &expectFilling(0); }},
+      {"stop", [] { return vqsOVLStopQTFLog(); }, [this] { return &expectFilling(1); }},
+      {"log version", [this] { return vqsOVLGetQTFLogVersion(&version); }, [this] { return &expectLog(4); }},
+      {"interface version", [this] { return vqsOVLGetInterfaceVersion(&version); }, [this] { return &expectLog(13); }},
+      {"update", [] { return vqsOVLForceDataUpdate(); }, [this] { return &expectLog(6); }},
+  };
 
-std::unique_ptr<OpeningsDriver> driver = std::make_unique<OpeningsDriver>();
-Faults faults;
-std::uint64_t address = kPoisonLong;
-std::uint32_t logId = kPoisonWord;
-std::uint32_t version = kPoisonWord;
-}
-;
+  std::unique_ptr<OpeningsDriver> driver = std::make_unique<OpeningsDriver>();
+  Faults faults;
+  std::uint64_t address = kPoisonLong;
+  std::uint32_t logId = kPoisonWord;
+  std::uint32_t version = kPoisonWord;
+};
 
 TEST_F(OvlLog, each_call_opens_the_driver_for_itself_and_leaves_the_handle_open) {
   int open = 0;
@@ -104,11 +87,24 @@ TEST_F(OvlLog, each_call_opens_the_driver_for_itself_and_leaves_the_handle_open)
 TEST_F(OvlLog, a_failed_request_answers_1_and_leaves_the_handle_open_too) {
   int open = 0;
   for (const auto& call : calls) {
-    call.expect().reply(Bytes(24, 0xEE)).fails();
+    call.expect()->reply(Bytes(24, 0xEE)).fails();
     EXPECT_EQ(call.run(), 1U) << call.name;
     EXPECT_EQ(driver->openHandles(), ++open) << call.name;
   }
   expectUntouched();
+}
+
+TEST_F(OvlLog, each_call_makes_one_request_after_opening_and_closes_nothing) {
+  for (const auto& call : calls) {
+    WindowsCalls windows;
+    const int allocations = faults.calls(Fault::kAllocation);
+    call.expect();
+    EXPECT_EQ(call.run(), 0U) << call.name;
+    EXPECT_EQ(windows.all().size(), 4U) << call.name;
+    EXPECT_EQ(windows.of("CreateFileW").size(), 1U) << call.name;
+    EXPECT_TRUE(windows.all().back().starts_with("DeviceIoControl(")) << call.name;
+    EXPECT_EQ(faults.calls(Fault::kAllocation), allocations + 1) << call.name << ": the list of devices";
+  }
 }
 
 TEST_F(OvlLog, opening_without_a_driver_answers_4) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <functional>
+
 #include "channel/windows_calls.h"
 #include "channel/witness_device.h"
+#include "platform/filling_device.h"
 #include "platform/fixture.h"
 
 namespace test {
@@ -88,6 +91,35 @@ TEST_F(OwnHandle, is_opened_for_one_request_and_closed_again) {
   EXPECT_EQ(device.openings, 2);
   EXPECT_EQ(device.closings, 2);
   EXPECT_EQ(device.requests.size(), 2U);
+}
+
+TEST_F(OwnHandle, takes_an_opening_a_request_and_a_closing_and_one_allocation) {
+  WitnessDevice device;
+  for (const bool succeeds : {true, false}) {
+    device.succeeds = succeeds;
+    for (const auto& call : {std::function{[] { return vqsSetChargeRate(1); }},
+                             std::function{[this] { return vqsGetBatteryTemperature(&temperature); }}}) {
+      const WindowsCalls calls;
+      const int allocations = faults.calls(Fault::kAllocation);
+      EXPECT_EQ(call(), succeeds ? 0U : 1U);
+      ASSERT_EQ(calls.all().size(), 5U);
+      EXPECT_TRUE(calls.all()[2].starts_with("CreateFileW("));
+      EXPECT_EQ(calls.all()[3], "DeviceIoControl(0x80222010, 8, 4)");
+      EXPECT_EQ(calls.all()[4], "CloseHandle()");
+      EXPECT_EQ(faults.calls(Fault::kAllocation), allocations + 1) << "the list of devices";
+    }
+  }
+}
+
+TEST_F(OwnHandle, gives_the_answer_whatever_byte_count_the_driver_reports) {
+  FillingDevice device;
+  for (const DWORD reported : {0U, 1U, 0xFFFFFFFFU}) {
+    device.reported = reported;
+    temperature = kPoisonWord;
+    EXPECT_EQ(getTemperature(), 0U);
+    EXPECT_EQ(temperature, 0x11111111U);
+    EXPECT_EQ(vqsSetChargeRate(1), 0U);
+  }
 }
 
 TEST_F(OwnHandle, is_closed_when_the_request_fails) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "channel/windows_calls.h"
 #include "channel/witness_device.h"
 #include "platform/fixture.h"
 
@@ -196,6 +197,25 @@ TEST_F(KeyList, needs_an_open_session_before_its_output) {
   EXPECT_EQ(list, Bytes(12, kPoison));
 }
 
+TEST_F(KeyList, takes_nothing_but_its_requests_one_after_the_other) {
+  const WindowsCalls calls;
+  expectSize().replyWord(0, 12);
+  expectList(12).reply(Bytes(12, 1));
+  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(calls.all(),
+            (std::vector<std::string>{"DeviceIoControl(0x8022209c, 0, 4)", "DeviceIoControl(0x802220a0, 0, 12)"}));
+}
+
+TEST_F(KeyList, reaches_nothing_when_it_is_refused) {
+  const WindowsCalls calls;
+  for (const std::uint8_t sizeOnly : {std::uint8_t{0}, std::uint8_t{1}}) {
+    EXPECT_EQ(vqsGetInputOverrideKeyList(nullptr, list.data(), &size, sizeOnly), 2U);
+    EXPECT_EQ(vqsGetInputOverrideKeyList(&closed, list.data(), &size, sizeOnly), 2U);
+    EXPECT_EQ(vqsGetInputOverrideKeyList(session, nullptr, nullptr, sizeOnly), 1U);
+  }
+  EXPECT_TRUE(calls.all().empty());
+}
+
 TEST(KeyListBuffers, are_the_callers_own) {
   WitnessDevice device;
   QtfSession session{};
@@ -205,6 +225,7 @@ TEST(KeyListBuffers, are_the_callers_own) {
   EXPECT_EQ(vqsGetInputOverrideKeyList(&session, &list, &size, 1), 0U);
   EXPECT_EQ(vqsGetInputOverrideKeyList(&session, &list, &size, 0), 0U);
   CloseHandle(session.handle);
+  EXPECT_EQ(device.handles, std::vector<HANDLE>(3, session.handle));
   ASSERT_EQ(device.requests.size(), 3U);
   EXPECT_EQ(device.requests[0].call.output, &size);
   EXPECT_NE(device.requests[1].call.output, &size);

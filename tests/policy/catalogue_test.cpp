@@ -1,124 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "vqs/catalogue.h"
+#include "policy/catalogues.h"
 
-#include <gtest/gtest.h>
-
-#include "channel/session.h"
 #include "channel/windows_calls.h"
-#include "policy/action_table.h"
-#include "policy/condition_table.h"
-#include "support/faults.h"
-#include "support/scripted_driver.h"
 
 namespace test {
 namespace {
-
-constexpr std::uint32_t kCode = 0x80222044;
-
-struct Flags {
-  std::uint32_t enabled;
-  std::uint32_t driverFlag;
-  bool operator==(const Flags&) const = default;
-};
-using AllFlags = std::vector<Flags>;
-
-template <class Table>
-AllFlags flagsOf(const Table& table) {
-  AllFlags flags;
-  for (const auto& entry : table) flags.push_back({entry.Enabled, entry.DriverFlag});
-  return flags;
-}
-
-template <class Table>
-void setFlags(const Table& table, const AllFlags& flags) {
-  for (std::size_t i = 0; i < flags.size(); ++i) {
-    table[i].Enabled = flags[i].enabled;
-    table[i].DriverFlag = flags[i].driverFlag;
-  }
-}
-
-vqsStatus getConditions(QtfSession* session) {
-  const QtfConditionInfo* table = nullptr;
-  std::uint32_t count = 0;
-  const vqsStatus result = vqsPbGetConditions(session, &table, &count);
-  EXPECT_EQ(table, vqs::conditionTable().data());
-  EXPECT_EQ(count, 73U);
-  return result;
-}
-
-vqsStatus getActions(QtfSession* session) {
-  const QtfActionInfo* table = nullptr;
-  std::uint32_t count = 0;
-  const vqsStatus result = vqsPbGetActions(session, &table, &count);
-  EXPECT_EQ(table, vqs::actionTable().data());
-  EXPECT_EQ(count, 168U);
-  return result;
-}
-
-/// What differs between the catalogues.
-struct Catalogue {
-  std::string title;
-  std::uint32_t queryOperation;
-  std::uint32_t readOperation;
-  std::size_t entries;
-  vqsStatus (*get)(QtfSession*);
-  AllFlags (*flags)();
-  void (*setFlags)(const AllFlags&);
-};
-
-const Catalogue kConditions{"Conditions",
-                            1,
-                            0,
-                            73,
-                            getConditions,
-                            [] { return flagsOf(vqs::conditionTable()); },
-                            [](const AllFlags& flags) { setFlags(vqs::conditionTable(), flags); }};
-const Catalogue kActions{"Actions",
-                         3,
-                         2,
-                         168,
-                         getActions,
-                         [] { return flagsOf(vqs::actionTable()); },
-                         [](const AllFlags& flags) { setFlags(vqs::actionTable(), flags); }};
-
-/// Both tables' flags are put back when a test is over.
-class CatalogueTest : public ::testing::Test {
- protected:
-  ~CatalogueTest() override {
-    kConditions.setFlags(conditionFlags);
-    kActions.setFlags(actionFlags);
-  }
-  void TearDown() override { EXPECT_EQ(faults.outstanding(), 0); }
-
-  const AllFlags conditionFlags = kConditions.flags();
-  const AllFlags actionFlags = kActions.flags();
-  ScriptedDriver driver;
-  OpenSession session{driver};
-  QtfSession closed{};
-  Faults faults;
-};
-
-class EveryCatalogue : public CatalogueTest, public ::testing::WithParamInterface<Catalogue> {
- protected:
-  static const Catalogue& catalogue() { return GetParam(); }
-  vqsStatus get() { return catalogue().get(session); }
-
-  /// Entries whose flags are 0x112233xx and a full word, so that every written byte shows.
-  AllFlags startFromMarkers() {
-    const AllFlags markers(catalogue().entries, Flags{0x11223344, 0x55667788});
-    catalogue().setFlags(markers);
-    return markers;
-  }
-  Exchange& expectQuery(std::uint64_t size, std::source_location where = std::source_location::current()) {
-    return driver.expectSame(kCode, where)
-        .request(Record(16).u32(0, catalogue().queryOperation))
-        .replyAt(8, Record(8).u64(0, size));
-  }
-  Exchange& expectRead(std::size_t size, std::source_location where = std::source_location::current()) {
-    return driver.expectSame(kCode, where).request(Record(16 + size).u32(0, catalogue().readOperation).u64(8, size));
-  }
-  static Bytes sizeField(std::uint64_t size) { return Record(8).u64(0, size); }
-};
 
 TEST_P(EveryCatalogue, is_marked_with_the_first_two_bytes_of_each_triple) {
   auto expected = startFromMarkers();
@@ -282,6 +168,61 @@ TEST_P(EveryCatalogue, takes_one_allocation_on_the_process_heap_and_two_requests
   EXPECT_EQ(calls.of("DeviceIoControl").size(), 2U);
 }
 
+TEST_P(EveryCatalogue, is_asked_about_allocated_for_read_and_freed_in_this_order) {
+  startFromMarkers();
+  for (const bool succeeds : {true, false}) {
+    const WindowsCalls calls;
+    expectQuery(9);
+    auto& read = expectRead(9);
+    if (!succeeds) read.fails();
+    EXPECT_EQ(get(), 0U);
+    ASSERT_EQ(calls.all().size(), 4U);
+    EXPECT_EQ(calls.all()[0], "DeviceIoControl(0x80222044, 16, 16)");
+    EXPECT_TRUE(calls.all()[1].starts_with("HeapAlloc("));
+    EXPECT_EQ(calls.all()[2], "DeviceIoControl(0x80222044, 25, 25)");
+    EXPECT_TRUE(calls.all()[3].starts_with("HeapFree("));
+  }
+}
+
+TEST_P(EveryCatalogue, ends_after_one_request_without_memory_of_the_process_heap) {
+  WindowsCalls calls;
+  calls.refuse("HeapAlloc");
+  expectQuery(9);
+  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(calls.of("DeviceIoControl").size(), 1U);
+  EXPECT_TRUE(calls.of("HeapFree").empty());
+}
+
+TEST_P(EveryCatalogue, follows_the_size_and_not_the_byte_count) {
+  for (const DWORD count : {0U, 16U, 0xFFFFFFFFU}) {
+    auto expected = startFromMarkers();
+    driver.reported = count;
+    expectQuery(6);
+    expectRead(6).replyAt(16, hex("01 02 EE  03 04 EE"));
+    EXPECT_EQ(get(), 0U);
+    expected[0] = {0x11223301, 0x02};
+    expected[1] = {0x11223303, 0x04};
+    EXPECT_EQ(catalogue().flags(), expected) << count;
+  }
+}
+
+TEST_P(EveryCatalogue, is_asked_about_on_the_sessions_handle) {
+  expectQuery(3);
+  expectRead(3);
+  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(driver.requestsOn, std::vector<HANDLE>(2, session->handle));
+}
+
+TEST_P(EveryCatalogue, leaves_the_session_as_it_is) {
+  session->logReference = 0x1111;
+  session->logSessionId = 3;
+  expectQuery(3);
+  expectRead(3);
+  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(session->logReference, 0x1111U);
+  EXPECT_EQ(session->logSessionId, 3U);
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, EveryCatalogue, ::testing::Values(kConditions, kActions),
                          [](const auto& instance) { return instance.param.title; });
 
@@ -316,6 +257,17 @@ TEST_F(OneCatalogue, of_actions_needs_both_outputs) {
   expectNothingWritten();
 }
 
+TEST_F(OneCatalogue, that_is_refused_reaches_nothing) {
+  const WindowsCalls calls;
+  const QtfConditionInfo* conditions = nullptr;
+  const QtfActionInfo* actions = nullptr;
+  EXPECT_EQ(vqsPbGetConditions(&closed, &conditions, &count), 2U);
+  EXPECT_EQ(vqsPbGetConditions(session, &conditions, nullptr), 2U);
+  EXPECT_EQ(vqsPbGetActions(session, nullptr, &count), 2U);
+  EXPECT_EQ(vqsPbGetActions(session, &actions, nullptr), 2U);
+  EXPECT_TRUE(calls.all().empty());
+}
+
 TEST_F(OneCatalogue, of_actions_is_handed_out_without_a_session_or_handle) {
   EXPECT_EQ(getActions(nullptr), 0U);
   EXPECT_EQ(getActions(&closed), 0U);
@@ -323,8 +275,8 @@ TEST_F(OneCatalogue, of_actions_is_handed_out_without_a_session_or_handle) {
 }
 
 TEST_F(OneCatalogue, is_marked_without_the_other) {
-  driver.expectSame(kCode).request("01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00").replyWord(8, 3);
-  driver.expectSame(kCode)
+  driver.expectSame(kCatalogueCode).request("01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00").replyWord(8, 3);
+  driver.expectSame(kCatalogueCode)
       .request("00 00 00 00 00 00 00 00 03 00 00 00 00 00 00 00 00 00 00")
       .replyAt(16, hex("70 71 72"));
   EXPECT_EQ(getConditions(session), 0U);
@@ -332,8 +284,8 @@ TEST_F(OneCatalogue, is_marked_without_the_other) {
   EXPECT_EQ(kActions.flags(), actionFlags);
   kConditions.setFlags(conditionFlags);
 
-  driver.expectSame(kCode).request("03 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00").replyWord(8, 3);
-  driver.expectSame(kCode)
+  driver.expectSame(kCatalogueCode).request("03 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00").replyWord(8, 3);
+  driver.expectSame(kCatalogueCode)
       .request("02 00 00 00 00 00 00 00 03 00 00 00 00 00 00 00 00 00 00")
       .replyAt(16, hex("73 74 75"));
   EXPECT_EQ(getActions(session), 0U);
