@@ -72,6 +72,10 @@ void removeEvent(std::u16string_view name) {
 void signalEvent(std::u16string_view name) { setEvent(name, true); }
 void resetEvent(std::u16string_view name) { setEvent(name, false); }
 
+void signalHandle(HANDLE event) {
+  if (const auto found = findHandleOf<Event>(event)) found->set(true);
+}
+
 }  // namespace host
 
 HANDLE OpenEventW(DWORD access, BOOL inherit, const WCHAR* name) {

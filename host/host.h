@@ -44,6 +44,8 @@ void removeEvent(std::u16string_view name);
 /// Signals a named event, if it is present: every waiter wakes, and the event stays signalled until it is reset.
 void signalEvent(std::u16string_view name);
 void resetEvent(std::u16string_view name);
+/// The same for the event behind an open handle; nothing happens when it is not one.
+void signalHandle(HANDLE event);
 
 /// Publishes the version of a file, as its version resource would.
 void setFileVersion(std::string name, const VS_FIXEDFILEINFO& version);

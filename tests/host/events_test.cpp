@@ -147,5 +147,22 @@ TEST_F(Events, fail_when_the_hook_refuses) {
   CloseHandle(event);
 }
 
+TEST_F(Events, are_signalled_through_a_handle) {
+  const HANDLE event = open();
+  const HANDLE other = open();
+  host::signalHandle(event);
+  EXPECT_EQ(WaitForSingleObject(other, 0), WAIT_OBJECT_0);
+  CloseHandle(event);
+  CloseHandle(other);
+}
+
+TEST_F(Events, are_not_signalled_through_what_is_no_handle) {
+  host::signalHandle(nullptr);
+  host::signalHandle(reinterpret_cast<HANDLE>(std::uintptr_t{0x123456}));
+  const HANDLE event = open();
+  EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT);
+  CloseHandle(event);
+}
+
 }  // namespace
 }  // namespace test
