@@ -23,15 +23,15 @@ bool isMissing(const void* buffer, DWORD length) { return buffer == nullptr && l
 
 }  // namespace
 
-bool runBuffered(Driver& driver, SessionId session, const host::DeviceRequest& request) {
+bool runBuffered(Driver& driver, Surroundings& surroundings, SessionId session, const host::DeviceRequest& request) {
   if (request.returned != nullptr) *request.returned = 0;
   if (isMissing(request.input, request.inputLength) || isMissing(request.output, request.outputLength)) return false;
   const std::size_t size = std::max(request.inputLength, request.outputLength);
   const SystemBuffer buffer = allocate(size);
   if (buffer == nullptr) return false;
   if (request.inputLength != 0) std::memcpy(buffer.get(), request.input, request.inputLength);
-  const Answer answer =
-      driver.control(session, request.code, {buffer.get(), size}, request.inputLength, request.outputLength);
+  const Answer answer = driver.control(surroundings, session, request.code, {buffer.get(), size}, request.inputLength,
+                                       request.outputLength);
   if (answer.outcome != Outcome::success) return false;
   if (answer.length != 0) std::memcpy(request.output, buffer.get(), answer.length);
   if (request.returned != nullptr) *request.returned = answer.length;

@@ -10,7 +10,6 @@
 #include <string>
 #include <system_error>
 #include <thread>
-#include <utility>
 
 #include "simulator/embedded/state_image.h"
 
@@ -113,12 +112,6 @@ void syncFolder(const std::filesystem::path& folder) {
 }
 
 }  // namespace
-
-Descriptor::~Descriptor() {
-  if (number_ >= 0) close(number_);
-}
-
-Descriptor::Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
 
 StateFile::StateFile(const std::filesystem::path& path, std::chrono::milliseconds lockTimeout)
     : path_(resolve(path)), lock_(lockBeside(path_, lockTimeout)) {}

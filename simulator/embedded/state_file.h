@@ -8,21 +8,9 @@
 #include <span>
 #include <vector>
 
+#include "simulator/embedded/descriptor.h"
+
 namespace simulator {
-
-/// An open file of the system, closed with its scope.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor();
-  Descriptor(Descriptor&& other) noexcept;
-  Descriptor& operator=(Descriptor&&) = delete;
-  [[nodiscard]] int number() const { return number_; }
-  explicit operator bool() const { return number_ >= 0; }
-
- private:
-  int number_;
-};
 
 /// A state file, locked against every other holder of the same file for as long as the object lives.
 /// All members throw StateError.

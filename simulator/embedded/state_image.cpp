@@ -11,7 +11,9 @@ namespace simulator {
 namespace {
 
 constexpr std::array<char, 8> kMagic = {'V', 'Q', 'S', 'S', 'T', 'A', 'T', 'E'};
-constexpr std::uint32_t kFormat = 1;
+constexpr std::uint32_t kFormat = 2;
+/// Holds policies only.
+constexpr std::uint32_t kFirstFormat = 1;
 
 struct ImageHead {
   std::array<char, 8> magic;
@@ -49,17 +51,19 @@ T load(std::span<const std::byte> bytes) {
   return value;
 }
 
+std::size_t settingsSize(const ImageHead& head) { return head.format == kFirstFormat ? 0 : sizeof(Settings); }
+
 std::size_t imageSize(const ImageHead& head) {
   std::size_t policies = 0;
   for (const std::uint32_t count : head.counts) policies += count;
-  return sizeof(ImageHead) + policies * sizeof(PackedPolicy) + sizeof(Checksum);
+  return sizeof(ImageHead) + settingsSize(head) + policies * sizeof(PackedPolicy) + sizeof(Checksum);
 }
 
 void checkFormat(std::uint32_t format) {
   if (format > kFormat)
     throw StateError("was written by a newer simulator (format " + std::to_string(format) + ", this one reads " +
                      std::to_string(kFormat) + ")");
-  if (format != kFormat) throw StateError("has the unknown format " + std::to_string(format));
+  if (format < kFirstFormat) throw StateError("has the unknown format " + std::to_string(format));
 }
 
 /// The head of an image whose length and checksum are right.
@@ -86,18 +90,31 @@ void fillStore(PolicyStore& store, std::span<const std::byte> policies) {
   }
 }
 
-}  // namespace
-
-std::vector<std::byte> encodeState(const Driver& driver) {
+std::vector<std::byte> encode(const Driver& driver, const Settings& settings) {
   const auto& policies = driver.policies();
   ImageHead head{.magic = kMagic, .format = kFormat, .counts = {}, .asmVersion = policies.asmVersion()};
   for (std::size_t i = 0; i < kStoreCount; ++i) head.counts[i] = policies.store(i).count();
   std::vector<std::byte> image;
   image.reserve(imageSize(head));
   appendValue(image, head);
+  appendValue(image, settings);
   for (std::size_t i = 0; i < kStoreCount; ++i) append(image, std::as_bytes(policies.store(i).policies()));
   appendValue(image, checksum(image));
   return image;
+}
+
+}  // namespace
+
+std::vector<std::byte> encodeState(const Driver& driver) { return encode(driver, driver.settings()); }
+
+std::vector<std::byte> encodeStateWithoutTime(const Driver& driver) {
+  Settings settings = driver.settings();
+  PlatformState& platform = settings.platform;
+  const PlatformState lasting = platform;
+  platform = {};
+  platform.seed = lasting.seed;
+  platform.isStarted = lasting.isStarted;
+  return encode(driver, settings);
 }
 
 void decodeState(std::span<const std::byte> image, Driver& driver) {
@@ -105,7 +122,9 @@ void decodeState(std::span<const std::byte> image, Driver& driver) {
   if (head.asmVersion.word1 > kHighestVersionWord || head.asmVersion.word2 > kHighestVersionWord)
     throw StateError("holds a version word above 65535");
   driver.policies().setAsmVersion(head.asmVersion);
-  auto policies = image.subspan(sizeof(ImageHead));
+  if (head.format != kFirstFormat) driver.settings() = load<Settings>(image.subspan(sizeof(ImageHead)));
+  if (!areSound(driver.settings())) throw StateError("holds settings that no driver can have");
+  auto policies = image.subspan(sizeof(ImageHead) + settingsSize(head));
   for (std::size_t i = 0; i < kStoreCount; ++i) {
     const std::size_t size = head.counts[i] * sizeof(PackedPolicy);
     fillStore(driver.policies().store(i), policies.first(size));

@@ -1,17 +1,180 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/driver.h"
 
+#include "simulator/model/app_io.h"
+#include "simulator/model/battery.h"
+#include "simulator/model/catalogue_support.h"
+#include "simulator/model/controls.h"
+#include "simulator/model/features.h"
+#include "simulator/model/override_value.h"
+#include "simulator/model/overrides.h"
+#include "simulator/model/sensors.h"
 #include "simulator/model/wire.h"
 
 namespace simulator {
+namespace {
 
-Answer Driver::control(SessionId session, std::uint32_t code, std::span<std::byte> buffer, std::uint32_t inputLength,
-                       std::uint32_t outputLength) {
+/// States whose change is an event.
+struct Watched {
+  std::uint32_t outputs[2];
+  std::uint32_t powerSource;
+  bool isLidClosed;
+
+  explicit Watched(const Settings& settings)
+      : outputs{outputOf(settings, 0), outputOf(settings, 1)},
+        powerSource(Platform{settings}.powerSource()),
+        isLidClosed(Platform{settings}.lidClosed()) {}
+};
+
+void tellOfChanges(Surroundings& surroundings, const EventComponent& events, const Watched& before,
+                   const Watched& after) {
+  if (!std::ranges::equal(before.outputs, after.outputs)) {
+    surroundings.setOutputEvent(true);
+    events.fire(surroundings, kEventOutputs);
+  }
+  if (before.powerSource != after.powerSource) events.fire(surroundings, kEventPowerSource);
+  if (before.isLidClosed != after.isLidClosed) events.fire(surroundings, kEventLid);
+}
+
+/// Requests that are an event by themselves.
+void tellOfRequest(Surroundings& surroundings, const EventComponent& events, std::uint32_t code) {
+  if (code == kCodeSensorUpdate) events.fire(surroundings, kEventSensor);
+  if (code == kCodeOverride) events.fire(surroundings, kEventOverride);
+  if (code == kCodeFirmwareEvent || code == kCodeFirmwareEventV2) events.fire(surroundings, kEventFirmware);
+}
+
+/// Requests that leave everything as it is that telemetry shows.
+bool isReading(std::uint32_t code) {
+  constexpr std::uint32_t kReading[] = {kCodeFeatureStatus,
+                                        kCodePolicyLookup,
+                                        kCodeCatalogueSupport,
+                                        kCodeOemId,
+                                        kCodePolicyReadAsm,
+                                        kCodePolicyReadPb,
+                                        kCodeLog,
+                                        kCodeLogSupport,
+                                        kCodePolling,
+                                        kCodeSensorData,
+                                        kCodeDebugOutput,
+                                        kCodeTaskbarIcon,
+                                        kCodeOverrideValue,
+                                        kCodeOverrideListSize,
+                                        kCodeOverrideList,
+                                        kCodeOverrideMetadata,
+                                        kCodePolicyReadBalanceProfile};
+  return std::ranges::find(kReading, code) != std::end(kReading);
+}
+
+bool isSameBinary(const BinarySettings& left, const BinarySettings& right) {
+  return left.source == right.source && left.version1 == right.version1 && left.version2 == right.version2 &&
+         left.policies == right.policies;
+}
+
+}  // namespace
+
+Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint32_t code, std::span<std::byte> buffer,
+                       std::uint32_t inputLength, std::uint32_t outputLength) {
   if (buffer.size() < std::max(inputLength, outputLength)) return failed(Outcome::wrongLength);
-  const Request request{session, code, buffer, inputLength, outputLength};
-  switch (code) {
+  const std::uint64_t now = surroundings.now();
+  startOnce(settings_, now);
+  const Watched before{settings_};
+  const bool isLater = advance(settings_, now);
+  const BinarySettings binary = settings_.binary;
+  const Answer answer = dispatch(surroundings, {session, code, buffer, inputLength, outputLength});
+  tellOfChanges(surroundings, events_, before, Watched{settings_});
+  if (answer.outcome == Outcome::success) tellOfRequest(surroundings, events_, code);
+  if (!isSameBinary(binary, settings_.binary)) events_.fire(surroundings, kEventBinary);
+  if (isLater || !isReading(code)) logs_.refresh(surroundings, sources());
+  return answer;
+}
+
+void Driver::close(Surroundings& surroundings, SessionId session) {
+  logs_.close(surroundings, session);
+  events_.close(surroundings, session);
+}
+
+void Driver::refresh(Surroundings& surroundings) {
+  const std::uint64_t now = surroundings.now();
+  startOnce(settings_, now);
+  const Watched before{settings_};
+  if (!advance(settings_, now)) return;
+  tellOfChanges(surroundings, events_, before, Watched{settings_});
+  logs_.refresh(surroundings, sources());
+}
+
+void Driver::setSeed(std::uint64_t seed) {
+  if (settings_.platform.isStarted == 0) settings_.platform.seed = seed;
+}
+
+Answer Driver::dispatch(Surroundings& surroundings, const Request& request) {
+  switch (request.code) {
     case kCodeAppIo:
-      return sessions_.control(request);
+      return controlAppIo(surroundings, request, settings_);
+    case kCodeLog:
+      return logs_.control(surroundings, request, sources());
+    case kCodeLogSupport:
+      return LogComponent::answerSupport(request);
+    case kCodePolling:
+      return controlPolling(request);
+    case kCodeEventRegistration:
+      return events_.control(surroundings, request);
+    case kCodePolicyBinary:
+      return binaries_.control(surroundings, request, settings_, policies_);
+    case kCodeCatalogueSupport:
+      return answerCatalogueSupport(request);
+    case kCodeFeatureStatus:
+      return answerFeatureStatus(request, settings_, policies_);
+    case kCodeAutoModeTable:
+    case kCodeInBagTable:
+    case kCodeSliderTable:
+    case kCodeAsmLiteTable:
+    case kCodeSliderV4Table:
+      return controlTable(request, settings_);
+    case kCodeDynamicSlider:
+      return setDynamicSlider(request, settings_);
+    default:
+      return dispatchPlatform(request);
+  }
+}
+
+Answer Driver::dispatchPlatform(const Request& request) {
+  switch (request.code) {
+    case kCodeBattery:
+      return controlBattery(request, settings_);
+    case kCodeFirmwareEvent:
+    case kCodeFirmwareEventV2:
+      return notifyFirmwareEvent(request, settings_);
+    case kCodeOemId:
+      return answerOemId(request);
+    case kCodeTaControl:
+      return controlTa(request, settings_);
+    case kCodeSensorUpdate:
+      return updateSensor(request, settings_);
+    case kCodeSensorData:
+      return answerSensorData(request, settings_);
+    case kCodeDebugOutput:
+      return answerDebugOutput(request, settings_);
+    case kCodeTaskbarIcon:
+      return answerTaskbarIcon(request, settings_);
+    case kCodeSe1:
+      return programSe1(request, settings_);
+    case kCodeOverride:
+      return setOverride(request, settings_.overrides);
+    case kCodeOverrideValue:
+      return answerOverrideValue(request, sources());
+    case kCodeOverrideListSize:
+      return answerOverrideListSize(request);
+    case kCodeOverrideList:
+      return answerOverrideList(request);
+    case kCodeOverrideMetadata:
+      return answerOverrideMetadata(request, settings_.overrides);
+    default:
+      return dispatchPolicies(request);
+  }
+}
+
+Answer Driver::dispatchPolicies(const Request& request) {
+  switch (request.code) {
     case kCodePolicyReadPb:
       return policies_.read(kStorePb, request);
     case kCodePolicyReadAsm:

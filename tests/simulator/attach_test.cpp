@@ -42,7 +42,7 @@ TEST(AttachedDriver, takes_its_state_file_from_the_environment_at_the_first_open
   EXPECT_EQ(addThrough(device, 9), 0);
   EXPECT_TRUE(CloseHandle(device));
   unsetenv("VEXOQTF_SIMULATOR_STATE");
-  EXPECT_EQ(readFile(path).size(), 32U + 2 * 3972 + 8);
+  EXPECT_EQ(readFile(path).size(), kPoliciesOffset + 2 * 3972 + 8);
 }
 
 TEST(AttachedDriver, needs_no_state_file) {
@@ -54,6 +54,20 @@ TEST(AttachedDriver, needs_no_state_file) {
     EXPECT_TRUE(CloseHandle(device));
   }
   unsetenv("VEXOQTF_SIMULATOR_STATE");
+}
+
+TEST(AttachedDriver, takes_its_options_from_the_environment) {
+  setenv("VEXOQTF_SIMULATOR_OPTIONS", "x=1", 1);
+  Errors errors;
+  EXPECT_EQ(openDevice(), INVALID_HANDLE_VALUE);
+  EXPECT_EQ(errors.take(), "vexoqtf simulator: VEXOQTF_SIMULATOR_OPTIONS: \"x=1\" is not understood\n");
+  for (const char* words : {"", "seed=1,time=5"}) {
+    setenv("VEXOQTF_SIMULATOR_OPTIONS", words, 1);
+    const HANDLE device = openDevice();
+    EXPECT_NE(device, INVALID_HANDLE_VALUE) << words;
+    EXPECT_TRUE(CloseHandle(device));
+  }
+  unsetenv("VEXOQTF_SIMULATOR_OPTIONS");
 }
 
 TEST(AttachedDriver, cannot_be_opened_on_a_bad_state_file) {

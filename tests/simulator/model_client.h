@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "simulator/model/driver.h"
+#include "simulator/scripted_surroundings.h"
 #include "support/bytes.h"
 
 namespace test {
@@ -58,18 +59,35 @@ inline Record chunkQuery(std::uint32_t chunk) { return Record{19872}.u32(8, chun
 /// The driver alone, behind a buffer that is exactly as long as it has to be.
 class ModelClient {
  public:
+  ScriptedSurroundings surroundings;
+  simulator::SessionId session = 1;
+
   Reply send(std::uint32_t code, const Bytes& input, std::size_t outputLength) {
     const std::size_t size = std::max(input.size(), outputLength);
     const auto buffer = std::make_unique<std::byte[]>(size);
     if (!input.empty()) std::memcpy(buffer.get(), input.data(), input.size());
-    const auto answer = driver_->control(1, code, {buffer.get(), size}, static_cast<std::uint32_t>(input.size()),
-                                         static_cast<std::uint32_t>(outputLength));
+    const auto answer =
+        driver_->control(surroundings, session, code, {buffer.get(), size}, static_cast<std::uint32_t>(input.size()),
+                         static_cast<std::uint32_t>(outputLength));
     EXPECT_LE(answer.length, answer.outcome == Outcome::success ? outputLength : 0);
     const auto* first = reinterpret_cast<const std::uint8_t*>(buffer.get());
     return {answer.outcome, {first, first + answer.length}};
   }
 
   Reply same(std::uint32_t code, const Bytes& record) { return send(code, record, record.size()); }
+
+  /// What became of a request; its answer does not matter.
+  Outcome outcome(std::uint32_t code, const Bytes& input, std::size_t outputLength = 0) {
+    return send(code, input, outputLength).outcome;
+  }
+
+  /// The answer to a request that has to succeed.
+  Bytes answer(std::uint32_t code, const Bytes& input, std::size_t outputLength) {
+    const auto reply = send(code, input, outputLength);
+    EXPECT_EQ(reply.outcome, Outcome::success) << std::hex << code;
+    EXPECT_EQ(reply.answer.size(), outputLength) << std::hex << code;
+    return reply.outcome == Outcome::success ? reply.answer : Bytes(outputLength, kPoison);
+  }
 
   /// Adds a policy and returns the driver's result; 1, as the library does, when the request failed.
   std::uint32_t add(std::uint32_t modifyCode, const Bytes& policy) {
@@ -106,6 +124,9 @@ class ModelClient {
     return all;
   }
 
+  void close() { driver_->close(surroundings, session); }
+  void refresh() { driver_->refresh(surroundings); }
+
   simulator::Driver& driver() { return *driver_; }
 
  private:
@@ -113,5 +134,32 @@ class ModelClient {
 };
 
 using Ids = std::vector<std::uint32_t>;
+
+/// Every other length, of the input, of the answer and of both, is wrong.
+inline void expectOnlyLengths(ModelClient& client, std::uint32_t code, const Bytes& input, std::size_t outputLength) {
+  for (std::size_t length = 0; length <= input.size() + 9; ++length) {
+    if (length == input.size()) continue;
+    Bytes other = input;
+    other.resize(length);
+    ASSERT_EQ(client.outcome(code, other, outputLength), Outcome::wrongLength) << std::hex << code << " in " << length;
+    ASSERT_EQ(client.outcome(code, other, length), Outcome::wrongLength) << std::hex << code << " both " << length;
+  }
+  for (std::size_t length = 0; length <= outputLength + 9; ++length) {
+    if (length == outputLength) continue;
+    ASSERT_EQ(client.outcome(code, input, length), Outcome::wrongLength) << std::hex << code << " out " << length;
+  }
+}
+
+/// No byte of a record from `begin` to `end` may be anything but zero.
+inline void expectOnlyZero(ModelClient& client, std::uint32_t code, const Bytes& valid, std::size_t outputLength,
+                           std::size_t begin, std::size_t end) {
+  for (std::size_t offset = begin; offset < end; ++offset)
+    for (const std::uint8_t value : std::initializer_list<std::uint8_t>{0x01, 0x80, 0xFF}) {
+      Bytes record = valid;
+      record[offset] = value;
+      ASSERT_EQ(client.outcome(code, record, outputLength), Outcome::malformed)
+          << std::hex << code << " byte " << std::dec << offset;
+    }
+}
 
 }  // namespace test

@@ -2,7 +2,7 @@
 #include <random>
 #include <set>
 
-#include "simulator/model_client.h"
+#include "simulator/settings_view.h"
 
 namespace test {
 namespace {
@@ -77,6 +77,134 @@ void expectReadable(ModelClient& client) {
   ASSERT_EQ(version.outcome, Outcome::success);
   EXPECT_LE(word(version.answer, 3988), 0xFFFF);
   EXPECT_LE(word(version.answer, 3992), 0xFFFF);
+}
+
+struct Shape {
+  std::uint32_t code;
+  std::size_t inputLength;
+  std::size_t outputLength;
+};
+
+/// Every request beside those of the stores.
+constexpr Shape kShapes[] = {
+    {kFeatureStatus, 4, 8},
+    {0x8022200C, 196, 196},
+    {kBattery, 8, 4},
+    {kBattery, 8, 8},
+    {0x80222014, 80, 80},
+    {0x80222018, 404, 404},
+    {0x8022201C, 420, 420},
+    {kDynamicSlider, 4, 0},
+    {kEventRegistration, 16, 0},
+    {kFirmwareEvent, 40, 0},
+    {kFirmwareEventV2, 64, 0},
+    {kCatalogue, 16, 16},
+    {kCatalogue, 235, 235},
+    {kCatalogue, 520, 520},
+    {kOemId, 0, 32},
+    {kLog, 32, 32},
+    {kLog, 32, 32},
+    {kLogSupport, 1, 16},
+    {kOverride, 12, 0},
+    {kOverride, 12, 0},
+    {kAppIo, 12, 12},
+    {kTaControl, 8, 0},
+    {kPolicyBinary, 24, 24},
+    {kPolicyBinary, 24, 24},
+    {kPolling, 24, 24},
+    {kSensorUpdate, 16, 0},
+    {kSensorData, 0, 64},
+    {kDebugOutput, 0, 4},
+    {kTaskbarIcon, 16, 16},
+    {0x80222090, 16, 16},
+    {kSe1, 8, 8},
+    {kOverrideValue, 4, 8},
+    {kOverrideKeysSize, 0, 4},
+    {kOverrideKeys, 0, 112},
+    {kOverrideMetadata, 4, 52},
+};
+
+constexpr std::uint64_t kFileAddress = 0x10000;
+
+/// The words that come first in most requests are small; what follows them is anything, or zero.
+Bytes plausible(Random& random, const Shape& shape) {
+  Record record{shape.inputLength};
+  const std::size_t smallWords = 1 + below(random, 3);
+  for (std::size_t i = 0; i < smallWords && 4 * i + 4 <= shape.inputLength; ++i)
+    record.u32(4 * i, static_cast<std::uint32_t>(below(random, i == 1 && shape.code == kOverride ? 190 : 15)));
+  if (below(random, 4) == 0 && shape.inputLength > 8)
+    record.u8(8 + below(random, shape.inputLength - 8), static_cast<std::uint8_t>(random()));
+  if (shape.code == kCatalogue && shape.inputLength > 16) record.u64(8, shape.inputLength - 16);
+  if (shape.code == kPolicyBinary && below(random, 2) == 0) record.u32(0, 0).u32(4, 0).u64(8, 79).u64(16, kFileAddress);
+  return record;
+}
+
+/// Another session, another process, a later moment, a session's end.
+void anythingAround(Random& random, ModelClient& client) {
+  client.session = 1 + below(random, 4);
+  client.surroundings.caller = 100 + client.session % 3;
+  client.surroundings.canMapLogs = below(random, 50) != 0;
+  client.surroundings.canKeepEvents = below(random, 50) != 0;
+  client.surroundings.clock += below(random, 3) == 0 ? below(random, 3000) : 0;
+  if (below(random, 1000) == 0) client.surroundings.clock += 3000000;
+  if (below(random, 400) == 0) client.close();
+  if (below(random, 200) == 0) client.refresh();
+}
+
+/// What an area shows is what it shows when it is written anew.
+void expectAreaIsUpToDate(ModelClient& client, LogKind kind, std::uint32_t startOperation) {
+  const auto isOfKind = [kind](const auto& mapping) { return mapping.kind == kind; };
+  if (std::ranges::none_of(client.surroundings.mapped, isOfKind)) return;
+  const auto before = bytesOfArea(client.surroundings.area(kind));
+  const auto started = client.send(kLog, logRequest(startOperation), 32);
+  if (started.outcome != Outcome::success) return;
+  EXPECT_EQ(difference(bytesOfArea(client.surroundings.area(kind)), before), "");
+  EXPECT_EQ(client.outcome(kLog, logRequest(1, word(started.answer, 0)), 32), Outcome::success);
+}
+
+void expectAreasWalk(ModelClient& client) {
+  const auto isMapped = [&](LogKind kind) {
+    return std::ranges::count(client.surroundings.mapped, kind, &ScriptedSurroundings::Mapping::kind) != 0;
+  };
+  client.refresh();
+  if (isMapped(LogKind::keyValue)) {
+    EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::keyValue)), kvRows()), "");
+  }
+  if (isMapped(LogKind::exKeyValue)) {
+    EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::exKeyValue)), exKVRows()), "");
+  }
+  EXPECT_LE(client.surroundings.mapped.size(), 64U);
+  EXPECT_LE(client.surroundings.kept.size(), 64U);
+  EXPECT_EQ(client.driver().hasMappedLogs(), !client.surroundings.mapped.empty());
+}
+
+TEST(SimulatorRandom, damaged_requests_of_every_kind_leave_logs_and_settings_readable) {
+  Random random{20261121};
+  ModelClient client;
+  client.surroundings.memory[kFileAddress] = readFile(VQS_TEST_DATA "/one-policy.bin");
+  std::size_t outcomes[5] = {};
+  std::set<std::uint32_t> succeeded;
+  for (int i = 0; i < 60000; ++i) {
+    const Shape& shape = kShapes[below(random, std::size(kShapes))];
+    Bytes request = plausible(random, shape);
+    if (below(random, 4) == 0) damage(random, request);
+    anythingAround(random, client);
+    const std::size_t outputLength = below(random, 30) == 0 ? below(random, 600) : shape.outputLength;
+    const auto outcome = client.outcome(shape.code, request, outputLength);
+    ++outcomes[static_cast<std::size_t>(outcome)];
+    if (outcome == Outcome::success) succeeded.insert(shape.code);
+    if (i % 5000 == 0) expectAreasWalk(client);
+    if (i % 7 == 0)
+      for (std::size_t kind = 0; kind < 4; ++kind)
+        expectAreaIsUpToDate(client, kLogKinds[kind], kStartOperations[kind]);
+  }
+  expectAreasWalk(client);
+  EXPECT_EQ(settingsOf(client), settingsOf(client));
+  for (const std::size_t count : outcomes) EXPECT_GT(count, 100U);
+  for (const Shape& shape : kShapes) EXPECT_TRUE(succeeded.contains(shape.code)) << std::hex << shape.code;
+  for (client.session = 1; client.session <= 4; ++client.session) client.close();
+  EXPECT_TRUE(client.surroundings.mapped.empty());
+  EXPECT_TRUE(client.surroundings.kept.empty());
 }
 
 TEST(SimulatorRandom, damaged_requests_leave_the_stores_readable) {

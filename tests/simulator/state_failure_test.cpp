@@ -74,8 +74,8 @@ TEST(StateFailure, foreign_newer_and_damaged_files_are_told_apart) {
   const std::string foreign = folder.write("foreign", sample("laptop-r5.bin"));
   EXPECT_EQ(refusal(foreign), line(foreign, "is not a state file of the simulator"));
   EXPECT_EQ(readFile(foreign), sample("laptop-r5.bin"));
-  const std::string newer = folder.write("newer", sealed(Record{32}.text(0, "VQSSTATE").u32(8, 2)));
-  EXPECT_EQ(refusal(newer), line(newer, "was written by a newer simulator (format 2, this one reads 1)"));
+  const std::string newer = folder.write("newer", sealed(Record{32}.text(0, "VQSSTATE").u32(8, 3)));
+  EXPECT_EQ(refusal(newer), line(newer, "was written by a newer simulator (format 3, this one reads 2)"));
   Bytes image = smallState();
   image.back() ^= 1;
   const std::string damaged = folder.write("damaged", image);
@@ -85,9 +85,9 @@ TEST(StateFailure, foreign_newer_and_damaged_files_are_told_apart) {
 TEST(StateFailure, file_longer_than_any_state_is_not_read) {
   const TemporaryFolder folder;
   const std::string path = folder.write("state", smallState());
-  std::filesystem::resize_file(path, 32 + 1200 * 3972 + 8 + 1);
+  std::filesystem::resize_file(path, 32 + 3056 + 1200 * 3972 + 8 + 1);
   EXPECT_EQ(refusal(path), line(path, "is longer than any state"));
-  std::filesystem::resize_file(path, 32 + 1200 * 3972 + 8);
+  std::filesystem::resize_file(path, 32 + 3056 + 1200 * 3972 + 8);
   EXPECT_EQ(refusal(path), line(path, "is longer than its content"));
 }
 

@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include "host/windows_api.h"
 #include "simulator/embedded_client.h"
 
 namespace test {
@@ -25,11 +26,38 @@ TEST(StateFile, carries_the_state_from_one_driver_to_the_next) {
   EXPECT_EQ(part(request(*second, kModifyAsm, modifyRequest(7)), 3988, 8), hex("03 00 00 00  05 00 00 00"));
 }
 
+TEST(StateFile, carries_settings_and_neither_logs_nor_registrations) {
+  const TemporaryFolder folder;
+  const std::string path = folder.path("state");
+  const Record table = Record{16}.u32(0, 1).u8(13, 9);
+  {
+    EmbeddedDriver driver{path};
+    driver.attach();
+    ASSERT_TRUE(driver.open(handle(1)));
+    ASSERT_FALSE(request(driver, 0x80222090, table).empty());
+    ASSERT_FALSE(request(driver, kAppIo, Record{12}.u32(0, 4).u32(4, 5).u32(8, 6)).empty());
+    EXPECT_EQ(word(request(driver, 0x80222058, Record{32}.u32(4, 7)), 0), 1);
+    EXPECT_EQ(word(request(driver, 0x80222058, Record{32}.u32(4, 7)), 0), 2);
+    driver.close(handle(1));
+  }
+  EmbeddedDriver driver{path};
+  driver.attach();
+  ASSERT_TRUE(driver.open(handle(1)));
+  EXPECT_EQ(request(driver, 0x80222090, Record{16}), Record{16}.u8(13, 9).bytes());
+  EXPECT_EQ(word(request(driver, 0x80222058, Record{32}.u32(4, 7)), 0), 1);
+  const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, u"Global\\VexoQtfAppOutputEvent");
+  EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_TIMEOUT) << "nothing has changed since";
+  EXPECT_TRUE(CloseHandle(event));
+  EXPECT_EQ(request(driver, kAppIo, Record{12}), Record{12}.u32(4, 5).u32(8, 6).bytes());
+  driver.close(handle(1));
+}
+
 TEST(StateFile, is_written_as_documented) {
   const TemporaryFolder folder;
   const std::string path = folder.path("state");
   {
     OpenDriver driver{path};
+    (*driver).setTime(12345);
     ASSERT_EQ(add(*driver, kModifyAsm, 7), 0);
     ASSERT_FALSE(request(*driver, kModifyAsm, modifyRequest(6).u32(3988, 3).u32(3992, 5)).empty());
   }
@@ -44,16 +72,51 @@ TEST(StateFile, may_come_from_elsewhere) {
   EXPECT_EQ(ids(*driver, kReadAsm), Ids{7});
 }
 
-TEST(StateFile, is_not_written_without_a_change) {
+TEST(StateFile, is_not_written_when_nothing_was_asked) {
   const TemporaryFolder folder;
   {
     OpenDriver driver{folder.path("fresh")};
     ASSERT_TRUE(driver.isOpen());
-    ASSERT_EQ(ids(*driver, kReadPb), Ids{});
-    ASSERT_EQ(add(*driver, kModifyPb, 7), 0);
-    ASSERT_FALSE(request(*driver, kModifyPb, modifyRequest(3)).empty());
   }
   EXPECT_FALSE(fileExists(folder.path("fresh")));
+}
+
+TEST(StateFile, is_written_for_the_start_of_the_platform) {
+  const TemporaryFolder folder;
+  const std::string path = folder.path("fresh");
+  {
+    OpenDriver driver{path};
+    (*driver).setTime(12345);
+    ASSERT_EQ(ids(*driver, kReadPb), Ids{});
+  }
+  EXPECT_EQ(difference(readFile(path), sealed(stateContent(0))), "");
+}
+
+TEST(StateFile, of_format_1_is_read_and_written_in_format_2) {
+  const TemporaryFolder folder;
+  const std::string path = folder.write("state", oldState());
+  {
+    OpenDriver driver{path};
+    ASSERT_TRUE(driver.isOpen());
+    (*driver).setTime(12345);
+    EXPECT_EQ(ids(*driver, kReadAsm), Ids{7});
+  }
+  EXPECT_EQ(difference(readFile(path), smallState()), "");
+}
+
+TEST(StateFile, is_not_written_because_time_has_passed) {
+  const TemporaryFolder folder;
+  const std::string path = folder.write("state", smallState());
+  {
+    OpenDriver driver{path};
+    (*driver).setTime(12345 + 600000);
+    ASSERT_EQ(ids(*driver, kReadAsm), Ids{7});
+  }
+  EXPECT_EQ(readFile(path), smallState());
+}
+
+TEST(StateFile, is_not_written_without_a_change) {
+  const TemporaryFolder folder;
 
   const std::string path = folder.write("state", smallState());
   struct stat before {
@@ -62,6 +125,8 @@ TEST(StateFile, is_not_written_without_a_change) {
   {
     OpenDriver driver{path};
     ASSERT_EQ(add(*driver, kModifyAsm, 7), 2);
+    ASSERT_EQ(add(*driver, kModifyPb, 7), 0);
+    ASSERT_FALSE(request(*driver, kModifyPb, modifyRequest(3)).empty());
   }
   ASSERT_EQ(stat(path.c_str(), &after), 0);
   EXPECT_EQ(after.st_ino, before.st_ino);
@@ -77,7 +142,7 @@ TEST(StateFile, is_replaced_and_never_rewritten) {
     ASSERT_EQ(add(*driver, kModifyAsm, 8), 0);
   }
   EXPECT_EQ(readFile(folder.path("old")), smallState());
-  EXPECT_EQ(readFile(path).size(), 32U + 2 * 3972 + 8);
+  EXPECT_EQ(readFile(path).size(), kPoliciesOffset + 2 * 3972 + 8);
 }
 
 TEST(StateFile, belongs_to_its_owner_alone) {
@@ -105,7 +170,7 @@ TEST(StateFile, is_saved_by_the_last_of_several_handles) {
   EXPECT_FALSE(fileExists(folder.path("state")));
   ASSERT_EQ(add(driver, kModifyPb, 8), 0);
   driver.close(handle(2));
-  EXPECT_EQ(readFile(folder.path("state")).size(), 32U + 2 * 3972 + 8);
+  EXPECT_EQ(readFile(folder.path("state")).size(), kPoliciesOffset + 2 * 3972 + 8);
 }
 
 TEST(StateFile, is_read_again_by_each_first_handle) {
@@ -175,7 +240,7 @@ TEST(StateFile, is_found_through_a_symbolic_link_that_stays) {
     EXPECT_TRUE(fileExists(folder.path("real/state.lock")));
   }
   EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link")));
-  EXPECT_EQ(readFile(folder.path("real/state")).size(), 32U + 2 * 3972 + 8);
+  EXPECT_EQ(readFile(folder.path("real/state")).size(), kPoliciesOffset + 2 * 3972 + 8);
   EXPECT_EQ(namesIn(folder.path("")), (std::vector<std::string>{"link", "real"}));
 }
 

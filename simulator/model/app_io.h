@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "simulator/model/request.h"
+#include "simulator/model/settings.h"
+#include "simulator/model/surroundings.h"
+
+namespace simulator {
+
+/// An application input as it counts now, dictated or set.
+std::uint32_t inputInForce(const Settings& settings, std::uint32_t index);
+/// The outputs follow the inputs.
+std::uint32_t outputOf(const Settings& settings, std::uint32_t index);
+
+/// Sessions announced, inputs set, outputs read. Reading the outputs resets the event of their change.
+Answer controlAppIo(Surroundings& surroundings, const Request& request, Settings& settings);
+
+}  // namespace simulator

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/model/binary_component.h"
+
+#include "simulator/model/binary_check.h"
+
+namespace simulator {
+namespace {
+
+enum BinaryOperation : std::uint32_t {
+  kLoadDynamic = 0,
+  kClearDynamic = 1,
+  kReadVersion = 2,
+  kLoadStatic = 3,
+  kLoadDisk = 4
+};
+
+enum class LoadResult : std::uint32_t { loaded = 0, invalid = 2, nothingToLoad = 3 };
+
+struct BinaryRecord {
+  std::uint32_t operation;
+  std::uint32_t reserved0;
+  std::uint64_t size;
+  std::uint64_t address;
+};
+static_assert(sizeof(BinaryRecord) == 24);
+
+constexpr BinaryVersion kStaticVersion = {.word1 = 1, .word2 = 0};
+
+Answer answerWords(const Request& request, std::uint32_t first, std::uint32_t second) {
+  request.store(offsetof(BinaryRecord, size), first);
+  request.store(offsetof(BinaryRecord, size) + sizeof(first), second);
+  request.store(offsetof(BinaryRecord, address), std::uint64_t{0});
+  return succeeded(sizeof(BinaryRecord));
+}
+
+Answer answerLoad(const Request& request, LoadResult result, std::uint32_t policies) {
+  return answerWords(request, static_cast<std::uint32_t>(result), policies);
+}
+
+Answer loadDisk(const Request& request, BinarySettings& binary, const PolicyComponent& policies) {
+  const std::uint32_t count = policies.store(kStoreAsm).count();
+  if (count == 0) return answerLoad(request, LoadResult::nothingToLoad, 0);
+  const BinaryVersion version = policies.asmVersion();
+  binary = {.source = kBinaryDisk, .version1 = version.word1, .version2 = version.word2, .policies = count};
+  return answerLoad(request, LoadResult::loaded, count);
+}
+
+}  // namespace
+
+BinaryVersion binaryInForce(const BinarySettings& binary) {
+  return binary.source == kBinaryStatic ? kStaticVersion : BinaryVersion{binary.version1, binary.version2};
+}
+
+Answer BinaryComponent::control(Surroundings& surroundings, const Request& request, Settings& settings,
+                                const PolicyComponent& policies) {
+  if (!request.hasLengths(sizeof(BinaryRecord), sizeof(BinaryRecord))) return failed(Outcome::wrongLength);
+  const BinaryVersion version = binaryInForce(settings.binary);
+  switch (request.load<std::uint32_t>(0)) {
+    case kLoadDynamic:
+      return loadDynamic(surroundings, request, settings.binary);
+    case kClearDynamic:
+      settings.binary = {};
+      return answerWords(request, 0, 0);
+    case kReadVersion:
+      return answerWords(request, version.word1, version.word2);
+    case kLoadStatic:
+      settings.binary = {};
+      return answerLoad(request, LoadResult::loaded, 0);
+    case kLoadDisk:
+      return loadDisk(request, settings.binary, policies);
+    default:
+      return failed(Outcome::unknownRequest);
+  }
+}
+
+Answer BinaryComponent::loadDynamic(Surroundings& surroundings, const Request& request, BinarySettings& binary) {
+  const auto record = request.load<BinaryRecord>(0);
+  if (record.size == 0 || record.size > kLargest || record.address == 0) return failed(Outcome::malformed);
+  const auto content = std::span{content_}.first(record.size);
+  if (!surroundings.readCaller(record.address, content)) return failed(Outcome::refused);
+  BinarySummary summary{};
+  if (!checkBinary(content, summary)) return answerLoad(request, LoadResult::invalid, 0);
+  binary = {.source = kBinaryDynamic,
+            .version1 = summary.version1,
+            .version2 = summary.version2,
+            .policies = summary.policies};
+  return answerLoad(request, LoadResult::loaded, summary.policies);
+}
+
+}  // namespace simulator

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/model/controls.h"
+
+#include "simulator/model/platform.h"
+#include "simulator/model/wire.h"
+
+namespace simulator {
+namespace {
+
+struct PollingRecord {
+  std::uint16_t operation;
+  std::uint8_t client;
+  std::uint8_t reserved0;
+  std::uint32_t value;
+  std::uint8_t reserved1[16];
+};
+static_assert(sizeof(PollingRecord) == 24);
+
+enum : std::uint32_t { kPollingStop = 1, kHighestClient = 1 };
+
+struct TwoWords {
+  std::uint32_t words[2];
+};
+
+struct TaskbarIcon {
+  std::uint32_t reserved0[2];
+  std::uint32_t shape;
+  std::uint32_t colour;
+};
+static_assert(sizeof(TaskbarIcon) == 16);
+
+enum IconShape : std::uint32_t { kShapeMains = 0, kShapeBattery = 1, kShapeBatteryLow = 2 };
+
+constexpr std::int32_t kLowCharge = 20;
+constexpr std::size_t kOemIdLength = 32;
+constexpr std::uint32_t kFirmwareEventLengths[] = {40, 64};
+
+IconShape shapeOf(const Platform& platform) {
+  if (platform.powerSource() == kSourceAc) return kShapeMains;
+  return platform.chargeLevel() < kLowCharge ? kShapeBatteryLow : kShapeBattery;
+}
+
+}  // namespace
+
+Answer controlPolling(const Request& request) {
+  if (!request.hasLengths(sizeof(PollingRecord), sizeof(PollingRecord))) return failed(Outcome::wrongLength);
+  const auto record = request.load<PollingRecord>(0);
+  if (record.operation > kPollingStop) return failed(Outcome::unknownRequest);
+  if (record.client > kHighestClient) return failed(Outcome::malformed);
+  return succeeded(sizeof(PollingRecord));
+}
+
+Answer programSe1(const Request& request, Settings& settings) {
+  if (!request.hasLengths(sizeof(TwoWords), sizeof(TwoWords))) return failed(Outcome::wrongLength);
+  const auto record = request.load<TwoWords>(0);
+  if (record.words[0] > 1 || record.words[1] > 1) return failed(Outcome::malformed);
+  std::ranges::copy(record.words, settings.se1);
+  return succeeded(sizeof(TwoWords));
+}
+
+Answer controlTa(const Request& request, Settings& settings) {
+  if (!request.hasLengths(sizeof(TwoWords), 0)) return failed(Outcome::wrongLength);
+  std::ranges::copy(request.load<TwoWords>(0).words, settings.ta);
+  return succeeded(0);
+}
+
+Answer answerTaskbarIcon(const Request& request, const Settings& settings) {
+  if (!request.hasLengths(sizeof(TaskbarIcon), sizeof(TaskbarIcon))) return failed(Outcome::wrongLength);
+  if (!isZero(request.buffer.first(sizeof(TaskbarIcon)))) return failed(Outcome::malformed);
+  const Platform platform{settings};
+  request.store(0, TaskbarIcon{.reserved0 = {}, .shape = shapeOf(platform), .colour = platform.powerMode()});
+  return succeeded(sizeof(TaskbarIcon));
+}
+
+Answer answerDebugOutput(const Request& request, const Settings& settings) {
+  if (!request.hasLengths(0, sizeof(std::uint32_t))) return failed(Outcome::wrongLength);
+  request.store(0, Platform{settings}.seconds());
+  return succeeded(sizeof(std::uint32_t));
+}
+
+Answer answerOemId(const Request& request) {
+  if (!request.hasLengths(0, kOemIdLength)) return failed(Outcome::wrongLength);
+  std::ranges::fill(request.buffer.first(kOemIdLength), std::byte{});
+  for (std::size_t i = 0; kOemId[i] != '\0'; ++i) request.store(i, kOemId[i]);
+  return succeeded(kOemIdLength);
+}
+
+Answer notifyFirmwareEvent(const Request& request, Settings& settings) {
+  const std::size_t version = request.code == kCodeFirmwareEvent ? 0 : 1;
+  const std::uint32_t length = kFirmwareEventLengths[version];
+  if (!request.hasLengths(length, 0)) return failed(Outcome::wrongLength);
+  if (!isZero(request.buffer.first(length))) return failed(Outcome::malformed);
+  ++settings.firmwareEvents[version];
+  return succeeded(0);
+}
+
+}  // namespace simulator

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "simulator/model/policy_component.h"
+#include "simulator/model/request.h"
+#include "simulator/model/settings.h"
+
+namespace simulator {
+
+/// Features by the driver's ids; there is none of id 8.
+enum Feature : std::uint32_t {
+  kFeatureAutoMode = 0,
+  kFeatureInBag = 1,
+  kFeatureSlider = 2,
+  kFeatureAsmLite = 3,
+  kFeatureSliderV4 = 4,
+  kFeatureDynamicSlider = 5,
+  kFeaturePolicyBuilder = 6,
+  kFeatureAsm = 7,
+  kFeatureBalanceProfile = 9
+};
+
+/// How much there is of a feature: sets of its table, policies in its store; 0 while it is not active.
+std::uint32_t activityOfFeature(const Settings& settings, const PolicyComponent& policies, std::uint32_t feature);
+
+Answer answerFeatureStatus(const Request& request, const Settings& settings, const PolicyComponent& policies);
+
+/// A request on the feature table of its code.
+Answer controlTable(const Request& request, Settings& settings);
+
+Answer setDynamicSlider(const Request& request, Settings& settings);
+
+/// False for tables that could not have been set.
+bool areTablesSound(const Settings& settings);
+
+}  // namespace simulator
