@@ -35,12 +35,30 @@ struct RunOptions {
   std::string output;
   /// the longest file that the run may write, in bytes
   std::optional<std::size_t> longestFile;
+  /// sent to the run as soon as it has written a line
+  int signal = 0;
+};
+
+/// Options of a run whose simulated driver has options of its own.
+RunOptions withDriverOptions(const std::string& driverOptions);
+
+/// A terminal to run on: the keys are typed when the text has come up so often.
+struct Terminal {
+  std::size_t lines;
+  std::size_t columns;
+  std::string awaited;
+  std::size_t times;
+  std::string keys;
 };
 
 /// Runs the tool in a folder of its own, with a simulated driver of its own.
 class Tool {
  public:
   ToolRun run(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
+
+  /// Both streams, as the terminal gets them, are the run's output.
+  ToolRun runOn(const Terminal& terminal, const std::vector<std::string>& arguments,
+                const RunOptions& options = {}) const;
 
   [[nodiscard]] const TemporaryFolder& folder() const { return folder_; }
   [[nodiscard]] std::string path(std::string_view name) const { return folder_.path(name); }

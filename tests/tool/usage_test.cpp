@@ -20,6 +20,13 @@ Options:
 Subcommands:
   binary                      Work with policy binary files.
   store                       Work with the driver's policy stores: pb, asm and balance-profile.
+  catalogue                   Look up what policies are made of.
+  telemetry                   Look into the driver's telemetry logs.
+  features                    Show which of the driver's features are supported and active.
+  sensors                     Show the status and the data words of the four sensors.
+  battery                     Show the battery's charge, temperature and limits.
+  io                          Show application inputs and outputs, taskbar icon and debug output.
+  override                    List the driver's inputs that can be set by hand, set or clear one.
   version                     Show the versions of this tool, the library and the driver.
 
 STORE is pb (Policy Builder), asm or balance-profile.
@@ -30,6 +37,9 @@ Examples:
   vqs store load asm laptop-r5.bin
   vqs store list asm
   vqs store save asm copy.bin
+  vqs catalogue conditions battery
+  vqs telemetry watch PowerSource BatteryChargeLevel
+  vqs override PowerSource 1
 
 "vqs COMMAND --help" tells more about a command.
 )");
@@ -52,6 +62,20 @@ TEST(Usage, help_of_every_command) {
       {{"store", "load"}, "Usage: vqs store load [OPTIONS] STORE FILE\n", {"--replace", "--reset", "Examples:"}},
       {{"store", "save"}, "Usage: vqs store save [OPTIONS] STORE FILE\n", {"--registry", "--version A.B", "Examples:"}},
       {{"store", "reset"}, "Usage: vqs store reset [OPTIONS] STORE\n", {"Remove every policy", "Examples:"}},
+      {{"catalogue"}, "Usage: vqs catalogue [OPTIONS] SUBCOMMAND\n", {"conditions ", "actions "}},
+      {{"catalogue", "conditions"}, "Usage: vqs catalogue conditions [OPTIONS] [FILTER]\n", {"--json", "Examples:"}},
+      {{"catalogue", "actions"}, "Usage: vqs catalogue actions [OPTIONS] [FILTER]\n", {"--json", "Examples:"}},
+      {{"telemetry"}, "Usage: vqs telemetry [OPTIONS] SUBCOMMAND\n", {"keys ", "show ", "watch "}},
+      {{"telemetry", "keys"}, "Usage: vqs telemetry keys [OPTIONS]\n", {"--ex", "--json", "Examples:"}},
+      {{"telemetry", "show"}, "Usage: vqs telemetry show [OPTIONS]\n", {"--ex", "--json", "Examples:"}},
+      {{"telemetry", "watch"},
+       "Usage: vqs telemetry watch [OPTIONS] [KEY...]\n",
+       {"--ex", "--every MS", "--count N", "10 to 3600000", "Examples:"}},
+      {{"features"}, "Usage: vqs features [OPTIONS]\n", {"--json"}},
+      {{"sensors"}, "Usage: vqs sensors [OPTIONS]\n", {"--json"}},
+      {{"battery"}, "Usage: vqs battery [OPTIONS]\n", {"--json", "hundredths of a degree"}},
+      {{"io"}, "Usage: vqs io [OPTIONS]\n", {"--json", "Reading the outputs resets the event"}},
+      {{"override"}, "Usage: vqs override [OPTIONS] [KEY] [VALUE]\n", {"--clear", "--json", "Examples:"}},
       {{"version"}, "Usage: vqs version [OPTIONS]\n", {"major.minor.third.fourth"}}};
   for (const auto& [command, usage, phrases] : cases) {
     auto arguments = command;
@@ -72,7 +96,8 @@ TEST(Usage, help_that_cannot_be_written) {
 }
 
 TEST(Usage, missing_command) {
-  EXPECT_EQ(run({}), wrongUsage("vqs: a command is missing, one of binary, store, version (see \"vqs --help\")\n"));
+  EXPECT_EQ(run({}), wrongUsage("vqs: a command is missing, one of binary, store, catalogue, telemetry, features, "
+                                "sensors, battery, io, override, version (see \"vqs --help\")\n"));
   EXPECT_EQ(run({"binary"}), wrongUsage("vqs: a command is missing, one of show (see \"vqs binary --help\")\n"));
   EXPECT_EQ(run({"store"}),
             wrongUsage("vqs: a command is missing, one of list, load, save, reset (see \"vqs store --help\")\n"));

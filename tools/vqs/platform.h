@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <functional>
 #include <optional>
@@ -16,6 +18,23 @@ void prepareStreams();
 
 /// The command line without the program's name.
 std::vector<std::string> arguments(int argc, char** argv);
+
+/// Room on a terminal.
+struct TerminalSize {
+  std::size_t columns;
+  std::size_t lines;
+};
+
+/// The terminal that standard output goes to, ready for escape sequences; nothing when it goes elsewhere, or to a
+/// terminal that knows none.
+std::optional<TerminalSize> terminalSize();
+
+/// From now on Ctrl-C and other requests to end do not end the process, but the waiting. A reader that has gone away
+/// makes writing fail.
+void catchInterruptions();
+
+/// Waits; false, and at once, when an interruption comes or has come.
+bool waitUnlessInterrupted(std::chrono::milliseconds duration);
 
 /// Opens a file as fopen does, with errno telling why not.
 std::FILE* openFile(const std::string& path, const char* mode);

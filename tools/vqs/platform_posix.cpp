@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 
@@ -27,6 +29,13 @@ void reserve(int descriptor, int mode) {
   if (fcntl(descriptor, F_GETFD) != -1) return;
   const int opened = ::open("/dev/null", mode);
   if (opened != descriptor && opened != -1) ::close(opened);
+}
+
+sigset_t interruptions() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+  return signals;
 }
 
 std::filesystem::path stateHome() {
@@ -91,6 +100,28 @@ void prepareStreams() {
 
 std::vector<std::string> arguments(int argc, char** argv) {
   return argc > 0 ? std::vector<std::string>{argv + 1, argv + argc} : std::vector<std::string>{};
+}
+
+std::optional<TerminalSize> terminalSize() {
+  const std::string kind = environment("TERM");
+  if (isatty(STDOUT_FILENO) == 0 || kind.empty() || kind == "dumb") return std::nullopt;
+  winsize size{};
+  const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0 && size.ws_row != 0;
+  return known ? TerminalSize{.columns = size.ws_col, .lines = size.ws_row} : TerminalSize{.columns = 80, .lines = 24};
+}
+
+void catchInterruptions() {
+  const sigset_t signals = interruptions();
+  // Blocked signals wait to be asked for: none gets lost between two waits.
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+}
+
+bool waitUnlessInterrupted(std::chrono::milliseconds duration) {
+  const sigset_t signals = interruptions();
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(duration);
+  const timespec time{.tv_sec = seconds.count(), .tv_nsec = std::chrono::nanoseconds{duration - seconds}.count()};
+  return sigtimedwait(&signals, nullptr, &time) == -1;
 }
 
 std::FILE* openFile(const std::string& path, const char* mode) { return std::fopen(path.c_str(), mode); }

@@ -45,6 +45,13 @@ std::string systemError(DWORD error) {
   throw Failure{fmt::format("{} cannot be written: {}", target, systemError(error))};
 }
 
+HANDLE interruption = nullptr;
+
+BOOL WINAPI onConsoleControl(DWORD control) {
+  if (control != CTRL_C_EVENT && control != CTRL_BREAK_EVENT) return FALSE;
+  return SetEvent(interruption);
+}
+
 }  // namespace
 
 void prepareStreams() {
@@ -59,6 +66,28 @@ std::vector<std::string> arguments(int /*argc*/, char** /*argv*/) {
   std::vector<std::string> result;
   for (int i = 1; wide != nullptr && i < count; ++i) result.push_back(narrow(wide[i], CP_UTF8, nullptr));
   return result;
+}
+
+std::optional<TerminalSize> terminalSize() {
+  const HANDLE console = GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD mode = 0;
+  CONSOLE_SCREEN_BUFFER_INFO info{};
+  if (!GetConsoleMode(console, &mode) || !GetConsoleScreenBufferInfo(console, &info)) return std::nullopt;
+  if (!SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING)) return std::nullopt;
+  return TerminalSize{.columns = static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1),
+                      .lines = static_cast<std::size_t>(info.srWindow.Bottom - info.srWindow.Top + 1)};
+}
+
+void catchInterruptions() {
+  interruption = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  if (interruption != nullptr) SetConsoleCtrlHandler(onConsoleControl, TRUE);
+}
+
+bool waitUnlessInterrupted(std::chrono::milliseconds duration) {
+  const auto milliseconds = static_cast<DWORD>(duration.count());
+  if (interruption != nullptr) return WaitForSingleObject(interruption, milliseconds) == WAIT_TIMEOUT;
+  Sleep(milliseconds);
+  return true;
 }
 
 std::FILE* openFile(const std::string& path, const char* mode) {

@@ -29,6 +29,27 @@ void addStoreCommands(CLI::App& program, Context& context) {
   addStoreReset(group, context);
 }
 
+void addCatalogueCommands(CLI::App& program, Context& context) {
+  auto& group = addGroup(program, "catalogue", "Look up what policies are made of.");
+  addCatalogueConditions(group, context);
+  addCatalogueActions(group, context);
+}
+
+void addTelemetryCommands(CLI::App& program, Context& context) {
+  auto& group = addGroup(program, "telemetry", "Look into the driver's telemetry logs.");
+  addTelemetryKeys(group, context);
+  addTelemetryShow(group, context);
+  addTelemetryWatch(group, context);
+}
+
+void addPlatformCommands(CLI::App& program, Context& context) {
+  addFeatures(program, context);
+  addSensors(program, context);
+  addBattery(program, context);
+  addIo(program, context);
+  addOverride(program, context);
+}
+
 /// The innermost command that was understood.
 const CLI::App& innermost(const CLI::App& program) {
   const CLI::App* command = &program;
@@ -87,10 +108,16 @@ void buildProgram(CLI::App& program, Context& context) {
       "  vqs binary show laptop-r5.bin\n"
       "  vqs store load asm laptop-r5.bin\n"
       "  vqs store list asm\n"
-      "  vqs store save asm copy.bin\n\n"
+      "  vqs store save asm copy.bin\n"
+      "  vqs catalogue conditions battery\n"
+      "  vqs telemetry watch PowerSource BatteryChargeLevel\n"
+      "  vqs override PowerSource 1\n\n"
       "\"vqs COMMAND --help\" tells more about a command.");
   addBinaryCommands(program, context);
   addStoreCommands(program, context);
+  addCatalogueCommands(program, context);
+  addTelemetryCommands(program, context);
+  addPlatformCommands(program, context);
   addVersion(program, context);
 }
 

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-#include <vector>
-
 #include "render.h"
 #include "text.h"
+#include "text_table.h"
 
 namespace tool {
 namespace {
@@ -43,29 +40,6 @@ std::string renderAction(const VqsPolicyAction& action) {
          unlessZero("value4", action.value4);
 }
 
-using Row = std::array<std::string, 6>;
-
-constexpr std::size_t kFirstNumber = 2;
-constexpr std::size_t kLastNumber = 4;
-
-bool isNumber(std::size_t column) { return column == 0 || (column >= kFirstNumber && column <= kLastNumber); }
-
-Row toRow(const VqsPolicyV2& policy) {
-  return {
-      std::to_string(policy.id),        printable(fromUtf16(policy.name)),  std::to_string(policy.conditionCount),
-      std::to_string(policy.textCount), std::to_string(policy.actionCount), printable(fromLatin1(policy.description))};
-}
-
-std::string renderRow(const Row& row, const std::array<std::size_t, 6>& widths) {
-  std::string text;
-  for (std::size_t column = 0; column < row.size(); ++column) {
-    if (column != 0) text += "  ";
-    text += isNumber(column) ? fmt::format("{:>{}}", row[column], widths[column]) : padded(row[column], widths[column]);
-  }
-  text.erase(text.find_last_not_of(' ') + 1);
-  return text + '\n';
-}
-
 }  // namespace
 
 std::string renderPolicy(const VqsPolicyV2& policy) {
@@ -82,15 +56,17 @@ std::string renderPolicy(const VqsPolicyV2& policy) {
 }
 
 std::string renderTable(std::span<const VqsPolicyV2> policies) {
-  std::vector<Row> rows = {{"ID", "NAME", "CONDITIONS", "TEXTS", "ACTIONS", "DESCRIPTION"}};
-  std::ranges::transform(policies, std::back_inserter(rows), toRow);
-  std::array<std::size_t, 6> widths{};
-  for (const auto& row : rows)
-    for (std::size_t column = 0; column < row.size(); ++column)
-      widths[column] = std::max(widths[column], displayWidth(row[column]));
-  std::string text;
-  for (const auto& row : rows) text += renderRow(row, widths);
-  return text;
+  TextTable table{{{"ID", Align::right},
+                   {"NAME", Align::left},
+                   {"CONDITIONS", Align::right},
+                   {"TEXTS", Align::right},
+                   {"ACTIONS", Align::right},
+                   {"DESCRIPTION", Align::left}}};
+  for (const auto& policy : policies)
+    table.add({std::to_string(policy.id), printable(fromUtf16(policy.name)), std::to_string(policy.conditionCount),
+               std::to_string(policy.textCount), std::to_string(policy.actionCount),
+               printable(fromLatin1(policy.description))});
+  return table.render();
 }
 
 }  // namespace tool

@@ -153,6 +153,8 @@ std::string padded(std::string text, std::size_t width) {
   return text;
 }
 
+std::string yesOrNo(bool answer) { return answer ? "yes" : "no"; }
+
 std::string countOfPolicies(std::size_t count) {
   return fmt::format("{} {}", count, count == 1 ? "policy" : "policies");
 }

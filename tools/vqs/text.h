@@ -28,6 +28,9 @@ std::size_t displayWidth(std::string_view utf8);
 /// The text, followed by spaces up to a width.
 std::string padded(std::string text, std::size_t width);
 
+/// "yes" or "no".
+std::string yesOrNo(bool answer);
+
 /// "1 policy", "2 policies".
 std::string countOfPolicies(std::size_t count);
 

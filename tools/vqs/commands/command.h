@@ -5,6 +5,7 @@
 #include <string>
 
 #include "../context.h"
+#include "../key_table.h"
 
 namespace tool {
 
@@ -17,12 +18,25 @@ inline CLI::App& addCommand(CLI::App& parent, const std::string& name, const std
 /// The STORE argument.
 CLI::Option* addStoreArgument(CLI::App& command, std::string& store);
 
+/// The --ex flag of telemetry commands.
+CLI::Option* addExFlag(CLI::App& command, LogGeneration& generation);
+
 // One function a command, each in the file of its name.
+void addBattery(CLI::App& parent, Context& context);
 void addBinaryShow(CLI::App& group, Context& context);
+void addCatalogueActions(CLI::App& group, Context& context);
+void addCatalogueConditions(CLI::App& group, Context& context);
+void addFeatures(CLI::App& parent, Context& context);
+void addIo(CLI::App& parent, Context& context);
+void addOverride(CLI::App& parent, Context& context);
+void addSensors(CLI::App& parent, Context& context);
 void addStoreList(CLI::App& group, Context& context);
 void addStoreLoad(CLI::App& group, Context& context);
 void addStoreReset(CLI::App& group, Context& context);
 void addStoreSave(CLI::App& group, Context& context);
+void addTelemetryKeys(CLI::App& group, Context& context);
+void addTelemetryShow(CLI::App& group, Context& context);
+void addTelemetryWatch(CLI::App& group, Context& context);
 void addVersion(CLI::App& parent, Context& context);
 
 }  // namespace tool

@@ -2,10 +2,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "../errors.h"
+#include "../numbers.h"
 #include "../output_file.h"
 #include "../paths.h"
 #include "../platform.h"
@@ -30,18 +30,11 @@ struct Versions {
   std::uint16_t second = 0;
 };
 
-std::optional<std::uint16_t> parseNumber(std::string_view text) {
-  std::uint16_t number = 0;
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc{} && rest == end ? std::optional{number} : std::nullopt;
-}
-
 Versions parseVersions(const std::string& text) {
   const auto dot = text.find('.');
   if (dot != text.npos) {
-    const auto first = parseNumber(std::string_view{text}.substr(0, dot));
-    const auto second = parseNumber(std::string_view{text}.substr(dot + 1));
+    const auto first = parseNumber<std::uint16_t>(std::string_view{text}.substr(0, dot));
+    const auto second = parseNumber<std::uint16_t>(std::string_view{text}.substr(dot + 1));
     if (first && second) return {.first = *first, .second = *second};
   }
   throw UsageError{

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "../key_table.h"
+#include "../render.h"
+#include "../text_table.h"
+#include "command.h"
+
+namespace tool {
+namespace {
+
+struct TelemetryKeysArguments {
+  LogGeneration generation = LogGeneration::plain;
+  bool json = false;
+};
+
+std::string keysAsJson(const KeyTable& table) {
+  auto keys = nlohmann::ordered_json::array();
+  for (const auto& key : table.keys())
+    keys.push_back({{"KeyId", key.KeyId},
+                    {"ElementType", key.ElementType},
+                    {"ElementCount", key.ElementCount},
+                    {"Param", key.Param},
+                    {"Name", key.Name}});
+  return renderJson({{"keys", keys}});
+}
+
+std::string keysAsText(const KeyTable& table) {
+  TextTable text{{{"ID", Align::right},
+                  {"NAME", Align::left},
+                  {"TYPE", Align::left},
+                  {"COUNT", Align::right},
+                  {"PARAM", Align::right}}};
+  for (const auto& key : table.keys())
+    text.add({std::to_string(key.KeyId), key.Name, describeElementType(key.ElementType),
+              std::to_string(key.ElementCount), std::to_string(key.Param)});
+  return text.render();
+}
+
+void listKeys(Context& context, const TelemetryKeysArguments& arguments) {
+  const KeyTable table{arguments.generation};
+  context.out = arguments.json ? keysAsJson(table) : keysAsText(table);
+}
+
+}  // namespace
+
+void addTelemetryKeys(CLI::App& group, Context& context) {
+  auto& command = addCommand(group, "keys", "List the keys of a telemetry log, in the library's order.");
+  const auto arguments = std::make_shared<TelemetryKeysArguments>();
+  addExFlag(command, arguments->generation);
+  command.add_flag("--json", arguments->json, "Print JSON with every field of every key instead of a table");
+  command.footer(
+      "A key's value is COUNT elements of TYPE. The driver is not asked.\n\n"
+      "Examples:\n"
+      "  vqs telemetry keys\n"
+      "  vqs telemetry keys --ex --json");
+  command.callback([&context, arguments] { listKeys(context, *arguments); });
+}
+
+}  // namespace tool
