@@ -1,0 +1,33 @@
+# An example has to end well and to print what is expected of it. A line "..." stands for any number of lines.
+
+set(arguments)
+get_filename_component(name ${EXPECTED} NAME_WE)
+if(name STREQUAL "output_event")
+  set(arguments 0 17 34)
+endif()
+
+set(ENV{VEXOQTF_SIMULATOR_STATE} "")
+set(ENV{VEXOQTF_SIMULATOR_OPTIONS} "time=0")
+execute_process(COMMAND ${EXAMPLE} ${arguments} OUTPUT_VARIABLE output ERROR_VARIABLE error RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "${EXAMPLE} ended with ${result}: ${error}")
+endif()
+
+# Pieces between the gaps have to follow each other; the first begins the output, and the last ends it.
+file(READ ${EXPECTED} expected)
+string(REPLACE "...\n" ";" pieces "${expected}")
+set(rest "${output}")
+set(isFirst TRUE)
+foreach(piece IN LISTS pieces)
+  string(FIND "${rest}" "${piece}" position)
+  if(position EQUAL -1 OR (isFirst AND NOT position EQUAL 0))
+    message(FATAL_ERROR "${EXAMPLE} printed\n${output}\nand not, where it was expected,\n${piece}")
+  endif()
+  string(LENGTH "${piece}" length)
+  math(EXPR behind "${position} + ${length}")
+  string(SUBSTRING "${rest}" ${behind} -1 rest)
+  set(isFirst FALSE)
+endforeach()
+if(NOT rest STREQUAL "" AND NOT expected MATCHES "\\.\\.\\.\n$")
+  message(FATAL_ERROR "${EXAMPLE} printed more than was expected:\n${rest}")
+endif()
