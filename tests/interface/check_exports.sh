@@ -6,10 +6,17 @@ source_dir=$1 library=$2
 
 listed=$(sed -n 's/^  \([A-Za-z0-9_]*\).*/\1/p' "$source_dir/src/windows/exports.def" | sort)
 declared=$(cat "$source_dir"/include/vqs/*.h | grep -oE 'VQS_CALL vqs?[A-Za-z0-9_]+\(' | sed 's/VQS_CALL //; s/($//' | sort)
+# "name address" of every export
 case $library in
-  *.dll) built=$(x86_64-w64-mingw32-objdump -p "$library" | sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/s/^\s*\[ *[0-9]*\] //p' | sort) ;;
-  *) built=$(nm -D --defined-only "$library" | awk '{ print $3 }' | sort) ;;
+  *.dll)
+    tables=$(x86_64-w64-mingw32-objdump -p "$library")
+    places=$(sed -n 's/^\s*\[ *\([0-9]*\)\] +base\[ *[0-9]*\] \([0-9a-f]*\) Export RVA/\1 \2/p' <<<"$tables" | sort)
+    names=$(sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/s/^\s*\[ *\([0-9]*\)\] \(.*\)/\1 \2/p' <<<"$tables" | sort)
+    exports=$(join -o 2.2,1.2 <(echo "$places") <(echo "$names"))
+    ;;
+  *) exports=$(nm -D --defined-only "$library" | awk '{ print $3, $1 }') ;;
 esac
+built=$(awk '{ print $1 }' <<<"$exports" | sort)
 
 failed=0
 compare() { # what, how to mend, names
@@ -22,5 +29,22 @@ compare() { # what, how to mend, names
 compare "include/vqs" "declare the function with VQS_API and VQS_CALL, or list it in exports.def" "$declared"
 compare "$(basename "$library")" "define the function, and build again: cmake --build --preset native" "$built"
 [ "$(echo "$listed" | uniq -d)" = "" ] || { echo "listed twice: $(echo "$listed" | uniq -d)"; failed=1; }
+
+# Second and third names of one function.
+address() { awk -v name="$1" '$1 == name { print $2 }' <<<"$exports"; }
+same() {
+  [ -n "$(address "$1")" ] && [ "$(address "$1")" = "$(address "$2")" ] && return
+  failed=1
+  echo "$2 is not the same function as $1: $(address "$2") and $(address "$1")"
+  echo "To mend: list it in src/windows/exports.def as $2 = $1"
+}
+same vqsWaitAppOutput vqsExWaitAppOutput
+same vqsCustomWorkloadControl vqsQueryCurrentItsAutoModeSettings
+same vqsAtstNotifyBiosEvent vqSetBiosAMTEvent
+same vqsAtstNotifyBiosEvent vqSetBiosCQLEvent
+same vqsCreateQTFLogKVIter vqsExCreateQTFLogExKVIter
+same vqsDestroyQTFLogKVIter vqsExDestroyQTFLogExKVIter
+same vqsResetQTFLogKVIter vqsExResetQTFLogExKVIter
+[ "$(awk '{ print $2 }' <<<"$exports" | sort -u | wc -l)" = 112 ] || { echo "119 names do not stand for 112 functions"; failed=1; }
 echo "$(echo "$listed" | wc -l) names listed, $(echo "$declared" | wc -l) declared, $(echo "$built" | wc -l) exported"
 exit $failed
