@@ -144,6 +144,8 @@ TEST(CatalogueFilter, that_nothing_matches) {
             "vqs: unknown condition \"lidstat\"; did you mean \"Lid State\"?\n");
   EXPECT_EQ(errorOf({"catalogue", "conditions", "battery percentige"}),
             "vqs: unknown condition \"battery percentige\"; did you mean \"Battery Percentage\"?\n");
+  EXPECT_EQ(errorOf({"catalogue", "conditions", "batery"}),
+            "vqs: unknown condition \"batery\"; did you mean \"Battery\"?\n");
   EXPECT_EQ(errorOf({"catalogue", "actions", "fan_mod3", "--json"}),
             "vqs: unknown action \"fan_mod3\"; did you mean \"Fan Mode\"?\n");
   EXPECT_EQ(errorOf({"catalogue", "conditions", "weather\x1b"}), "vqs: unknown condition \"weather\\u001b\"\n");

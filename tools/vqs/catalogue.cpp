@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <span>
+#include <sstream>
 
 #include "errors.h"
 #include "nearest.h"
@@ -100,9 +101,16 @@ std::vector<CatalogueEntry> selectById(const Catalogue& catalogue, const std::st
                             static_cast<std::int64_t>(catalogue.entries.size()) - 1)};
 }
 
+void appendWords(const std::string& name, std::vector<std::string>& words) {
+  std::istringstream stream{name};
+  for (std::string word; stream >> word;) words.push_back(word);
+}
+
 [[noreturn]] void failToFind(const Catalogue& catalogue, const std::string& name) {
   std::vector<std::string> names;
   for (const auto& entry : catalogue.entries) names.push_back(entry.name);
+  // A filter may be a word of a name, too.
+  for (const auto& entry : catalogue.entries) appendWords(entry.name, names);
   throw Failure{fmt::format("unknown {} {}{}", catalogue.noun, inQuotes(name), didYouMean(name, names))};
 }
 
