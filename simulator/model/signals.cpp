@@ -54,9 +54,6 @@ std::int32_t userPresent(const Sources& sources, std::uint32_t) { return input(s
 std::int32_t powerSource(const Sources& sources, std::uint32_t) {
   return static_cast<std::int32_t>(platform(sources).powerSource());
 }
-std::int32_t onMains(const Sources& sources, std::uint32_t) {
-  return platform(sources).powerSource() == kSourceAc ? 1 : 0;
-}
 std::int32_t powerMode(const Sources& sources, std::uint32_t) {
   return static_cast<std::int32_t>(platform(sources).powerMode());
 }

@@ -25,7 +25,6 @@ std::int32_t lidClosed(const Sources& sources, std::uint32_t element);
 std::int32_t userEngaged(const Sources& sources, std::uint32_t element);
 std::int32_t userPresent(const Sources& sources, std::uint32_t element);
 std::int32_t powerSource(const Sources& sources, std::uint32_t element);
-std::int32_t onMains(const Sources& sources, std::uint32_t element);
 std::int32_t powerMode(const Sources& sources, std::uint32_t element);
 std::int32_t gameMode(const Sources& sources, std::uint32_t element);
 std::int32_t dynamicSlider(const Sources& sources, std::uint32_t element);

@@ -289,7 +289,7 @@ constexpr std::array<TelemetryKey, kExKeyValueKeys> kExKeyValueRows = {{
     {.id = 19, .type = ElementType::uint32, .count = 1, .constant = 1},  // PPMProfile
     {.id = 20, .type = ElementType::uint32, .count = 2, .signal = signal::firmwareEvents, .step = 40},  // BiosInput
     {.id = 21, .type = ElementType::uint32, .count = 2, .step = 40},  // BiosOutput
-    {.id = 22, .type = ElementType::bool8, .count = 1, .signal = signal::onMains},  // PowerSource
+    {.id = 22, .type = ElementType::bool8, .count = 1, .signal = signal::powerSource},  // PowerSource
     {.id = 23, .type = ElementType::uint32, .count = 1, .constant = kDesignedCapacity},  // DesignedBatCap
     {.id = 24, .type = ElementType::uint32, .count = 1, .constant = kFullCapacity},  // FullBatCap
     {.id = 25, .type = ElementType::int32, .count = 1, .signal = signal::chargeRate},  // BatChargeRate

@@ -20,20 +20,22 @@ int countViews() {
 }
 
 /// Any code of the device, any length, any bytes; short runs of zero are likely, so that requests succeed too.
-void sendRandomRequests(EmbeddedDriver& driver, HANDLE session, std::uint64_t seed) {
-  std::mt19937_64 random{seed};
+void sendRandomRequests(EmbeddedDriver& driver, HANDLE session, std::uint32_t seed) {
+  std::mt19937 random{seed};
   constexpr DWORD kLengths[] = {0, 1, 4, 8, 12, 16, 24, 32, 40, 52, 64, 80, 196, 235, 404, 420, 520, 3984, 4000};
   std::vector<std::uint8_t> input(20000);
   std::vector<std::uint8_t> output(20000);
   for (int i = 0; i < kRequestsEach; ++i) {
-    const DWORD inputLength = random() % 8 == 0 ? random() % 20000 : kLengths[random() % std::size(kLengths)];
+    const DWORD inputLength =
+        random() % 8 == 0 ? static_cast<DWORD>(random() % 20000) : kLengths[random() % std::size(kLengths)];
     const DWORD outputLength = random() % 2 == 0 ? inputLength : kLengths[random() % std::size(kLengths)];
     std::fill_n(input.begin(), inputLength, std::uint8_t{0});
     for (auto patches = random() % 4; patches > 0 && inputLength != 0; --patches)
       input[random() % std::min<DWORD>(inputLength, 16)] = static_cast<std::uint8_t>(random() % 16);
     if (random() % 16 == 0)
       for (DWORD at = 0; at < inputLength; ++at) input[at] = static_cast<std::uint8_t>(random());
-    const DWORD code = random() % 50 == 0 ? static_cast<DWORD>(random()) : 0x80222000 + 4 * (random() % 0x2E);
+    const DWORD code =
+        random() % 50 == 0 ? static_cast<DWORD>(random()) : static_cast<DWORD>(0x80222000 + 4 * (random() % 0x2E));
     driver.control(session, {code, input.data(), inputLength, output.data(), outputLength, nullptr, nullptr});
   }
 }
@@ -43,7 +45,8 @@ TEST(EmbeddedRandom, a_million_requests_of_several_threads_leave_a_sound_driver)
   std::vector<std::jthread> threads;
   for (std::uintptr_t i = 0; i < kThreads; ++i) {
     ASSERT_TRUE(driver.open(handle(10 + i)));
-    threads.emplace_back([&driver, i] { sendRandomRequests(driver, handle(10 + i), 77 + i); });
+    threads.emplace_back(
+        [&driver, i] { sendRandomRequests(driver, handle(10 + i), static_cast<std::uint32_t>(77 + i)); });
   }
   threads.clear();
 
