@@ -24,8 +24,12 @@ if [ ! -e "$WINEPREFIX/system.reg" ]; then
   wine64 wineboot -i >/dev/null 2>&1
 fi
 
-# One server for all of the tests: many programs that start and stop one at a time would race for it.
-wineserver64 -p30 2>/dev/null || true
+# One server for all of the tests: many programs that start and stop one at a time would race for it. An older one has to
+# be gone first, and the first program starts services, which keep its output open.
+wineserver64 -k 2>/dev/null || true
+wineserver64 -w
+wineserver64 -p30
+wine64 wineboot >/dev/null 2>&1 </dev/null
 
 # One run over all builds, so that one count covers them.
 mkdir -p build/all

@@ -35,6 +35,7 @@ TEST(TelemetryRoad, a_walk_meets_every_key_once) {
 
 TEST(TelemetryRoad, keys_have_their_names_and_values) {
   const OpenedSession session;
+  ASSERT_EQ(vqsPbReset(session), 0U);
   QtfLogKeyInfo keys[228] = {};
   std::uint32_t count = 228;
   ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys, &count), 0U);
