@@ -1,0 +1,47 @@
+# The bill of materials. What is compiled in is known here; which files there are, when they are installed.
+
+function(vqs_header_version output header pattern)
+  set(version)
+  if(EXISTS ${VQS_SYSTEM_INCLUDE}/${header})
+    file(STRINGS ${VQS_SYSTEM_INCLUDE}/${header} lines REGEX "#define ${pattern}")
+    string(REGEX REPLACE "#define [A-Z0-9_]+ +\"?([0-9.]+)[^;]*" "\\1" version "${lines}")
+    string(REPLACE ";" "." version "${version}")
+  endif()
+  set(${output} "${version}" PARENT_SCOPE)
+endfunction()
+
+# One component: id|name|version|licence|where it is from
+function(vqs_sbom_component id name version licence source)
+  list(APPEND vqs_sbom_components "${id}|${name}|${version}|${licence}|${source}")
+  set(vqs_sbom_components ${vqs_sbom_components} PARENT_SCOPE)
+endfunction()
+
+vqs_header_version(cli11_version CLI/Version.hpp "CLI11_VERSION ")
+vqs_header_version(json_version nlohmann/detail/abi_macros.hpp "NLOHMANN_JSON_VERSION_(MAJOR|MINOR|PATCH) [0-9]")
+vqs_header_version(fmt_number fmt/core.h "FMT_VERSION ")
+set(fmt_version)
+if(fmt_number)
+  math(EXPR fmt_major "${fmt_number} / 10000")
+  math(EXPR fmt_minor "${fmt_number} / 100 % 100")
+  math(EXPR fmt_patch "${fmt_number} % 100")
+  set(fmt_version ${fmt_major}.${fmt_minor}.${fmt_patch})
+endif()
+
+set(vqs_sbom_components)
+vqs_sbom_component(CLI11 CLI11 "${cli11_version}" BSD-3-Clause https://github.com/CLIUtils/CLI11)
+vqs_sbom_component(nlohmann-json nlohmann-json "${json_version}" MIT https://github.com/nlohmann/json)
+vqs_sbom_component(fmt fmt "${fmt_version}" MIT https://github.com/fmtlib/fmt)
+if(MINGW)
+  file(WRITE ${vqs_staged}/mingw_version.c "#include <_mingw.h>\nversion=__MINGW64_VERSION_STR\n")
+  execute_process(COMMAND ${CMAKE_C_COMPILER} -E -P ${vqs_staged}/mingw_version.c OUTPUT_VARIABLE mingw_version)
+  string(REGEX MATCH "version=.*" mingw_version "${mingw_version}")
+  string(REGEX REPLACE "[^0-9.]" "" mingw_version "${mingw_version}")
+  string(REGEX MATCH "^[0-9]+" gcc_version ${CMAKE_CXX_COMPILER_VERSION})
+  vqs_sbom_component(mingw-w64-runtime "mingw-w64 runtime" "${mingw_version}" ZPL-2.1 https://www.mingw-w64.org)
+  vqs_sbom_component(winpthreads winpthreads "${mingw_version}" MIT https://www.mingw-w64.org)
+  vqs_sbom_component(gcc-runtime "libstdc++ and libgcc" "${gcc_version}"
+    "GPL-3.0-or-later WITH GCC-exception-3.1" https://gcc.gnu.org)
+endif()
+
+configure_file(${VQS_PACKAGING}/write_sbom.cmake.in ${vqs_staged}/write_sbom.cmake @ONLY)
+install(SCRIPT ${vqs_staged}/write_sbom.cmake ALL_COMPONENTS)
