@@ -6,6 +6,7 @@
 // after windows.h, which it needs
 #include <shellapi.h>
 
+#include <filesystem>
 #include <memory>
 
 #include "errors.h"
@@ -122,8 +123,13 @@ std::string createBeside(const std::string& target) {
 }
 
 void replaceFile(const std::string& finished, const std::string& target) {
-  constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-  if (!MoveFileExW(widen(finished).c_str(), widen(target).c_str(), kFlags)) failToWrite(target);
+  const auto from = std::filesystem::absolute(widen(finished));
+  const auto to = std::filesystem::absolute(widen(target));
+  // ReplaceFileW takes over access rights and attributes, but there has to be something to replace.
+  const bool isDone = GetFileAttributesW(to.c_str()) == INVALID_FILE_ATTRIBUTES
+                          ? MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0
+                          : ReplaceFileW(to.c_str(), from.c_str(), nullptr, 0, nullptr, nullptr) != 0;
+  if (!isDone) failToWrite(target);
 }
 
 void useDriverState(const std::optional<std::string>& file) {

@@ -96,6 +96,8 @@ std::string describeProblem(const CLI::App& program, const CLI::App& command, co
 
 void buildProgram(CLI::App& program, Context& context) {
   program.require_subcommand(1);
+  // The default of Windows would take a path from the root for an option.
+  program.allow_windows_style_options(false);
   program.set_help_flag("-h,--help", "Print this help");
   program.set_version_flag("--version", "vqs " VQS_TOOL_VERSION);
   program
