@@ -38,7 +38,10 @@ Bytes readFile(const std::string& path) {
 
 bool fileExists(const std::string& path) { return std::filesystem::exists(path); }
 
-std::string samplePath(std::string_view name) { return (std::filesystem::path{VQS_SAMPLES} / name).string(); }
+std::string samplePath(std::string_view name) {
+  // Under Wine the path lacks its drive, and programs that are started elsewhere would not find it.
+  return (std::filesystem::absolute(VQS_SAMPLES) / name).string();
+}
 
 Bytes sample(std::string_view name) { return readFile(samplePath(name)); }
 

@@ -37,16 +37,5 @@ TEST_F(Battery, as_json) {
       "fullCapacity": 57000, "designedCapacity": 60000})"));
 }
 
-TEST_F(Battery, with_a_log_that_lacks_it) {
-  EXPECT_EQ(tool.run({"battery"}, withDriverOptions("log=empty")),
-            failed("vqs: the driver's log does not hold key BatteryChargeLevel (28)\n"));
-  EXPECT_EQ(tool.run({"battery"}, withDriverOptions("log=repeated-key")),
-            failed("vqs: the driver's log cannot be read to its end: key DesignedBatteryCapacity (25) is in it more "
-                   "than once\n"));
-  EXPECT_EQ(tool.run({"battery"}, withDriverOptions("log=version")),
-            failed("vqs: the driver's log cannot be started: the driver answers with a data version that this library "
-                   "does not know\n"));
-}
-
 }  // namespace
 }  // namespace test

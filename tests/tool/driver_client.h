@@ -9,7 +9,7 @@
 
 namespace test {
 
-/// Another client of the tool's driver does some work, while the driver's clock stands at 0.
+/// Another client of the tool's driver does some work, on POSIX systems while its clock stands at 0.
 void useDriver(const Tool& tool, const std::function<void(QtfSession*)>& work);
 
 /// Another client of the tool's driver puts a policy without any condition into the Asm store.

@@ -27,7 +27,10 @@ ToolRun done(std::string out);
 ToolRun failed(std::string err);
 ToolRun wrongUsage(std::string err);
 
-/// How a run differs from the usual.
+/// The whole content of a file.
+std::string readTextFile(const std::string& path);
+
+/// How a run differs from the usual. Only POSIX systems can do more than lead the output into a file.
 struct RunOptions {
   /// added to the environment; an empty value removes the variable
   std::map<std::string, std::string> environment;
@@ -39,10 +42,13 @@ struct RunOptions {
   int signal = 0;
 };
 
-/// Options of a run whose simulated driver has options of its own.
+/// Options of a run during which the driver's clock stands at 0, unless the driver is one that serves all runs.
+RunOptions withSteadyDriver();
+
+/// Options of a run whose simulated driver has options of its own, on POSIX systems.
 RunOptions withDriverOptions(const std::string& driverOptions);
 
-/// A terminal to run on: the keys are typed when the text has come up so often.
+/// A terminal to run on, on POSIX systems: the keys are typed when the text has come up so often.
 struct Terminal {
   std::size_t lines;
   std::size_t columns;
@@ -51,9 +57,15 @@ struct Terminal {
   std::string keys;
 };
 
-/// Runs the tool in a folder of its own, with a simulated driver of its own.
+/// The driver's own file in the tool's folder, where the driver is simulated in the tool's process.
+inline constexpr const char* kDriverState = "driver.state";
+
+/// Runs the tool in a folder of its own, with a simulated driver of its own. Where one driver serves all runs, it
+/// begins with empty stores and nothing set; its clock, its tables and its sensors stay as they are.
 class Tool {
  public:
+  Tool();
+
   ToolRun run(const std::vector<std::string>& arguments, const RunOptions& options = {}) const;
 
   /// Both streams, as the terminal gets them, are the run's output.

@@ -63,10 +63,5 @@ ID  NAME        CONDITIONS  TEXTS  ACTIONS  DESCRIPTION
 )"));
 }
 
-TEST(StoreList, reports_an_output_that_cannot_take_the_table) {
-  EXPECT_EQ(Tool{}.run({"store", "list", "asm"}, {.environment = {}, .output = "/dev/full", .longestFile = {}}),
-            failed("vqs: standard output cannot be written: No space left on device\n"));
-}
-
 }  // namespace
 }  // namespace test

@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-
-#include <filesystem>
 
 #include "tool/run_tool.h"
 #include "tool/small_binary.h"
@@ -60,28 +57,6 @@ TEST_F(StoreSave, leaves_nothing_else_behind) {
   ASSERT_EQ(tool.run({"store", "save", "asm", "copy.bin"}).exitCode, 0);
   ASSERT_EQ(tool.run({"store", "save", "asm", "copy.reg", "--registry"}).exitCode, 0);
   EXPECT_EQ(tool.files(), (std::vector<std::string>{"copy.bin", "copy.reg"}));
-}
-
-TEST_F(StoreSave, replaces_a_file_and_keeps_its_permissions) {
-  tool.writeText("copy.bin", "old");
-  std::filesystem::permissions(tool.path("copy.bin"), std::filesystem::perms{0640});
-  ASSERT_EQ(tool.run({"store", "save", "asm", "copy.bin"}).exitCode, 0);
-  EXPECT_EQ(difference(saved("copy.bin"), sample("laptop-r5.bin")), "");
-  EXPECT_EQ(std::filesystem::status(tool.path("copy.bin")).permissions(), std::filesystem::perms{0640});
-}
-
-TEST_F(StoreSave, writes_where_a_link_leads_to) {
-  tool.writeText("real.bin", "old");
-  std::filesystem::create_symlink("real.bin", tool.path("link.bin"));
-  ASSERT_EQ(tool.run({"store", "save", "asm", "link.bin"}).exitCode, 0);
-  EXPECT_TRUE(std::filesystem::is_symlink(tool.path("link.bin")));
-  EXPECT_EQ(difference(saved("real.bin"), sample("laptop-r5.bin")), "");
-}
-
-TEST_F(StoreSave, takes_a_path_with_any_characters) {
-  ASSERT_EQ(tool.run({"store", "save", "asm", "Gerät 電池.bin"}),
-            done("16 policies of the Asm store are in Gerät 電池.bin now (version 3.41).\n"));
-  EXPECT_EQ(difference(saved("Gerät 電池.bin"), sample("laptop-r5.bin")), "");
 }
 
 TEST_F(StoreSave, wide_texts_come_back_byte_for_byte) {

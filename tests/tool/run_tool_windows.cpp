@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <memory>
+
+#include "tool/driver_client.h"
+
+namespace test {
+namespace {
+
+constexpr DWORD kLongestRun = 60'000;
+
+struct HandleCloser {
+  void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
+
+std::wstring widen(const std::string& utf8) {
+  const int size = static_cast<int>(utf8.size());
+  std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0)), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, wide.data(), static_cast<int>(wide.size()));
+  return wide;
+}
+
+/// The tool lies beside this program.
+std::wstring toolPath() {
+  wchar_t program[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, program, MAX_PATH);
+  return std::filesystem::path{program}.replace_filename("vqs.exe").wstring();
+}
+
+/// An argument as the C runtime reads it: backslashes count double in front of a quote.
+std::wstring quoted(const std::wstring& argument) {
+  std::wstring text = L"\"";
+  std::size_t backslashes = 0;
+  for (const wchar_t unit : argument) {
+    if (unit == L'"') text.append(backslashes + 1, L'\\');
+    backslashes = unit == L'\\' ? backslashes + 1 : 0;
+    text += unit;
+  }
+  text.append(backslashes, L'\\');
+  return text + L'"';
+}
+
+std::wstring commandLine(const std::vector<std::string>& arguments) {
+  std::wstring line = L"vqs";
+  for (const auto& argument : arguments) line += L' ' + quoted(widen(argument));
+  return line;
+}
+
+Handle openForTheTool(const std::wstring& path, DWORD access, DWORD disposition) {
+  SECURITY_ATTRIBUTES inherited{.nLength = sizeof(inherited), .lpSecurityDescriptor = nullptr, .bInheritHandle = TRUE};
+  const HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, disposition,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) ADD_FAILURE() << "a stream was not opened: " << GetLastError();
+  return Handle{file};
+}
+
+int exitCodeOf(const PROCESS_INFORMATION& started) {
+  const Handle thread{started.hThread};
+  const Handle process{started.hProcess};
+  if (WaitForSingleObject(started.hProcess, kLongestRun) != WAIT_OBJECT_0) {
+    ADD_FAILURE() << "the tool does not end";
+    TerminateProcess(started.hProcess, 1);
+  }
+  DWORD exitCode = 0;
+  EXPECT_TRUE(GetExitCodeProcess(started.hProcess, &exitCode));
+  return static_cast<int>(exitCode);
+}
+
+int runTool(std::wstring command, const std::wstring& folder, const std::wstring& out, const std::wstring& err) {
+  const Handle input = openForTheTool(L"NUL", GENERIC_READ, OPEN_EXISTING);
+  const Handle output = openForTheTool(out, GENERIC_WRITE, CREATE_ALWAYS);
+  const Handle error = openForTheTool(err, GENERIC_WRITE, CREATE_ALWAYS);
+  STARTUPINFOW startup{};
+  startup.cb = sizeof(startup);
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdInput = input.get();
+  startup.hStdOutput = output.get();
+  startup.hStdError = error.get();
+  PROCESS_INFORMATION started{};
+  if (!CreateProcessW(toolPath().c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
+                      &started)) {
+    ADD_FAILURE() << "the tool could not be started: " << GetLastError();
+    return -1;
+  }
+  return exitCodeOf(started);
+}
+
+bool isForPosixOnly(const RunOptions& options) {
+  return !options.environment.empty() || options.output == "-" || options.longestFile || options.signal != 0;
+}
+
+void liftOverrides(QtfSession* session) {
+  std::uint32_t size = 0;
+  ASSERT_EQ(vqsGetInputOverrideKeyList(session, nullptr, &size, 1), VQS_SUCCESS);
+  std::vector<std::uint32_t> keys(size / sizeof(std::uint32_t));
+  ASSERT_EQ(vqsGetInputOverrideKeyList(session, keys.data(), nullptr, 0), VQS_SUCCESS);
+  for (const auto key : keys) EXPECT_EQ(vqsOverrideInput(session, key, 0, 0), VQS_SUCCESS);
+}
+
+void forgetEverything(QtfSession* session) {
+  EXPECT_EQ(vqsPbReset(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsAsmReset(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsBalanceProfileReset(session), VQS_SUCCESS);
+  std::uint32_t verdict = 99;
+  EXPECT_EQ(vqsSetBinaryVersion(session, 0, 0, &verdict, VQS_POLICY_STORE_ASM), VQS_SUCCESS);
+  EXPECT_EQ(verdict, 0U);
+  liftOverrides(session);
+  EXPECT_EQ(vqsSetAppInputs(session, 0, 0), VQS_SUCCESS);
+  EXPECT_EQ(vqsDynamicSliderEnableDisable(session, 0), VQS_SUCCESS);
+}
+
+}  // namespace
+
+RunOptions withSteadyDriver() { return {}; }
+
+Tool::Tool() { useDriver(*this, forgetEverything); }
+
+ToolRun Tool::run(const std::vector<std::string>& arguments, const RunOptions& options) const {
+  EXPECT_FALSE(isForPosixOnly(options));
+  const TemporaryFolder capture;
+  const std::string out = options.output.empty() ? capture.path("out") : path(options.output);
+  const int exitCode =
+      runTool(commandLine(arguments), widen(folder_.path(".")), widen(out), widen(capture.path("err")));
+  return {.exitCode = exitCode,
+          .out = options.output.empty() ? readTextFile(out) : "",
+          .err = readTextFile(capture.path("err"))};
+}
+
+}  // namespace test
