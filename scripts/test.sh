@@ -11,8 +11,8 @@ export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml
 export PATH=$PATH:/usr/lib/wine
 
 presets=(native native-asan windows)
-# The protocol tests run under the sanitizers, over code that is optimised as in the native build.
-declare -A options=([native]="-D VQS_LINT=ON -D VQS_PROTOCOL_TESTS=OFF" [native-asan]="" [windows]="")
+# Tests of single parts run once, under the sanitizers, over code that is optimised as in the native build.
+declare -A options=([native]="-D VQS_LINT=ON -D VQS_PROTOCOL_TESTS=OFF" [native-asan]="" [windows]="-D VQS_PROTOCOL_TESTS=OFF")
 for preset in "${presets[@]}"; do
   echo "Building $preset ..."
   # shellcheck disable=SC2086
@@ -25,13 +25,14 @@ if [ ! -e "$WINEPREFIX/system.reg" ]; then
 fi
 
 # One server for all of the tests: many programs that start and stop one at a time would race for it. An older one has to
-# be gone first, and the first program starts services, which keep its output open.
+# be gone first. The first program starts services, which keep its output open and end with the last program, so one
+# program is there all the time.
 wineserver64 -k 2>/dev/null || true
 wineserver64 -w
 wineserver64 -p30
-wine64 wineboot >/dev/null 2>&1 </dev/null
+exec 9> >(exec wine64 cmd >/dev/null 2>&1)
 
 # One run over all builds, so that one count covers them.
 mkdir -p build/all
 printf 'subdirs("../%s")\n' "${presets[@]}" >build/all/CTestTestfile.cmake
-ctest --test-dir build/all --output-on-failure --parallel "$(nproc)" --no-tests=error "$@"
+ctest --test-dir build/all --output-on-failure --parallel "$(nproc)" --no-tests=error "$@" 9>&-

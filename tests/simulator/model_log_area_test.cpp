@@ -82,7 +82,7 @@ TEST(SimulatorLogArea, both_generations_tell_the_same_platform) {
     EXPECT_EQ(telemetry.exNumber(24), telemetry.number(26)) << "full capacity";
     EXPECT_EQ(telemetry.exNumber(25), telemetry.number(27)) << "charge rate";
     EXPECT_EQ(telemetry.exNumber(26), telemetry.number(28)) << "charge level";
-    EXPECT_EQ(telemetry.exNumber(22), telemetry.text(24) == "AC" ? 1U : 0U) << "power source";
+    EXPECT_EQ(telemetry.exNumber(22), telemetry.text(24) == "AC" ? 0U : 1U) << "power source";
   }
 }
 
