@@ -25,7 +25,7 @@ fields() {
 }
 fields | sort | expect "the packages' control fields" "$contents/control.txt"
 
-root=$packages/root
+root=$packages/tree
 library=$root/usr/lib/x86_64-linux-gnu/libVexoQTFServices.so.0.1.0
 readelf -d "$library" | grep -q 'SONAME.*\[libVexoQTFServices\.so\.0\]' || { echo "the library has another soname"; failed=1; }
 for file in "$library" "$root/usr/bin/vqs"; do

@@ -12,4 +12,4 @@ cmake -E tar tf "$archive" | grep -v '/$' | sort |
   echo "the archive differs from $* (> is there, < is expected)"
   exit 1
 }
-find "$packages/root" -type f -empty | (! grep .) || { echo "these files are empty"; exit 1; }
+find "$packages/tree" -type f -empty | (! grep .) || { echo "these files are empty"; exit 1; }

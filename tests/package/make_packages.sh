@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Makes the packages of a build and unpacks them, all into OUTPUT/root and each .deb into a folder of its own as well:
+# Makes the packages of a build and unpacks them, all into OUTPUT/tree and each .deb into a folder of its own as well:
 # make_packages.sh CPACK BUILD OUTPUT
 set -euo pipefail
 cpack=$1 build=$2 output=$3
@@ -14,8 +14,8 @@ rm -rf "$output/_CPack_Packages"
 shopt -s nullglob
 cd "$output"
 for package in *.deb; do
-  dpkg-deb -x "$package" root
+  dpkg-deb -x "$package" tree
   dpkg-deb -x "$package" "$(dpkg-deb -f "$package" Package)"
 done
-for package in *.zip; do cmake -E tar xf "$package" && mv "${package%.zip}" root; done
-[ -d root ] || { echo "no package was made"; exit 1; }
+for package in *.zip; do cmake -E tar xf "$package" && mv "${package%.zip}" tree; done
+[ -d tree ] || { echo "no package was made"; exit 1; }
