@@ -114,6 +114,14 @@ TEST_F(DriverLogs, are_brought_up_to_date_without_a_request) {
   EXPECT_EQ(vqsStopQTFLog(session_), 0U);
 }
 
+TEST_F(DriverLogs, can_be_started_and_stopped_thousands_of_times) {
+  for (int i = 0; i < 4000; ++i) {
+    std::uint64_t address = 0;
+    ASSERT_EQ(vqsStartQTFLog(session_, &address), 0U) << i;
+    ASSERT_EQ(vqsStopQTFLog(session_), 0U) << i;
+  }
+}
+
 std::vector<std::unique_ptr<DeviceHandle>> startAllLogs() {
   std::vector<std::unique_ptr<DeviceHandle>> devices;
   for (std::size_t i = 0; i < kMostLogs; ++i) {
