@@ -97,12 +97,10 @@ void EmbeddedDriver::refresh() {
 }
 
 void EmbeddedDriver::manageRefresher() {
-  bool isWanted = false;
-  {
+  refresher_.runWhile([this] {
     const std::lock_guard lock{mutex_};
-    isWanted = model_ != nullptr && model_->hasMappedLogs();
-  }
-  refresher_.run(isWanted);
+    return model_ != nullptr && model_->hasMappedLogs();
+  });
 }
 
 void EmbeddedDriver::apply(const Options& options) {

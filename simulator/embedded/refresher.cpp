@@ -19,8 +19,9 @@ void refreshUntilStopped(const std::stop_token& stop, const std::function<void()
 
 }  // namespace
 
-void Refresher::run(bool wanted) {
+void Refresher::runWhile(const std::function<bool()>& isWanted) {
   const std::lock_guard lock{mutex_};
+  const bool wanted = isWanted();
   if (wanted == thread_.joinable()) return;
   if (!wanted) {
     thread_ = {};

@@ -12,8 +12,9 @@ class Refresher {
  public:
   explicit Refresher(std::function<void()> refresh) : refresh_(std::move(refresh)) {}
 
-  /// Starts or ends the thread. Nothing that `refresh` waits for may be held.
-  void run(bool wanted);
+  /// Starts or ends the thread, as it is wanted once no other caller is at it. Nothing that `refresh` waits for may be
+  /// held.
+  void runWhile(const std::function<bool()>& isWanted);
 
  private:
   std::function<void()> refresh_;
