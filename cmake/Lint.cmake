@@ -1,8 +1,8 @@
 # clang-format and clang-tidy as tests of this build. A file is looked at again only when it, a header or the rules
 # have changed.
 
-find_program(VQS_CLANG_FORMAT NAMES clang-format-14 REQUIRED)
-find_program(VQS_CLANG_TIDY NAMES clang-tidy-14 REQUIRED)
+find_program(VQS_CLANG_FORMAT NAMES clang-format-19 REQUIRED)
+find_program(VQS_CLANG_TIDY NAMES clang-tidy-19 REQUIRED)
 
 set(code_folders bench examples fuzz host include simulator src tests tools)
 list(TRANSFORM code_folders PREPEND ${PROJECT_SOURCE_DIR}/)

@@ -20,7 +20,7 @@ endif()
 
 # link.exe reads GNU import libraries badly; LLVM writes the short import format that Microsoft's own tools write.
 if(MINGW)
-  find_program(VQS_DLLTOOL NAMES llvm-dlltool-14 llvm-dlltool)
+  find_program(VQS_DLLTOOL NAMES llvm-dlltool-19 llvm-dlltool)
   if(NOT VQS_DLLTOOL)
     message(WARNING "llvm-dlltool is missing, so there will be no VexoQTFServices.lib: run scripts/install-packages.sh test")
     return()

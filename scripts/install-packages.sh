@@ -7,8 +7,8 @@ packages_for() {
   case $1 in
     build) echo g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libgtest-dev ;;
     test) echo "$(packages_for build)" g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 \
-      clang-format-14 clang-tidy-14 clang-14 llvm-14 lld-14 pkgconf dpkg-dev file ;;
-    fuzz) echo "$(packages_for build)" clang-14 libclang-rt-14-dev ;;
+      clang-format-19 clang-tidy-19 clang-19 llvm-19 lld-19 pkgconf dpkg-dev file ;;
+    fuzz) echo "$(packages_for build)" clang-19 libclang-rt-19-dev ;;
     bench) echo "$(packages_for build)" libbenchmark-dev ;;
     *) echo "install-packages.sh: no such purpose: $1 (build, test, fuzz, bench)" >&2; exit 2 ;;
   esac

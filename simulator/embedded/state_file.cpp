@@ -121,7 +121,7 @@ std::optional<std::vector<std::byte>> StateFile::read() const {
   const Descriptor file{open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
   if (!file && errno == ENOENT) return std::nullopt;
   if (!file) fail("cannot be read");
-  struct stat status {};
+  struct stat status{};
   if (fstat(file.number(), &status) != 0) fail("cannot be read");
   if (!S_ISREG(status.st_mode)) throw StateError("is not a regular file");
   if (static_cast<std::uint64_t>(status.st_size) > kLongestImage) throw StateError("is longer than any state");

@@ -19,7 +19,7 @@ diff <(echo "$names") <(x86_64-w64-mingw32-nm "$library" | sed -n 's/.* I __imp_
 exported=$(x86_64-w64-mingw32-objdump -p "$root/bin/VexoQTFServices.dll" |
   sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/s/^\s*\[ *[0-9]*\] //p' | sort)
 diff <(echo "$exported") <(echo "$names") || { echo "the DLL (<) and $library (>) differ"; exit 1; }
-short=$(llvm-readobj-14 "$library" | grep -c '^Format: COFF-import-file' || true)
+short=$(llvm-readobj-19 "$library" | grep -c '^Format: COFF-import-file' || true)
 [ "$short" = "$count" ] || { echo "$short of $count members have the short import format"; exit 1; }
 
 rm -rf "$work"

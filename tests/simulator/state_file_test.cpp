@@ -119,8 +119,7 @@ TEST(StateFile, is_not_written_without_a_change) {
   const TemporaryFolder folder;
 
   const std::string path = folder.write("state", smallState());
-  struct stat before {
-  }, after{};
+  struct stat before{}, after{};
   ASSERT_EQ(stat(path.c_str(), &before), 0);
   {
     OpenDriver driver{path};
@@ -154,7 +153,7 @@ TEST(StateFile, belongs_to_its_owner_alone) {
   }
   umask(mask);
   for (const char* name : {"state", "state.lock"}) {
-    struct stat status {};
+    struct stat status{};
     ASSERT_EQ(stat(folder.path(name).c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0600) << name;
   }

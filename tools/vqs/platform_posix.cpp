@@ -145,7 +145,7 @@ std::string createBeside(const std::string& target) {
 
 void replaceFile(const std::string& finished, const std::string& target) {
   const auto fail = [&] { throw Failure{fmt::format("{} cannot be written: {}", target, systemMessage(errno))}; };
-  struct stat existing {};
+  struct stat existing{};
   if (stat(target.c_str(), &existing) == 0 && chmod(finished.c_str(), existing.st_mode & 07777) != 0) fail();
   const int descriptor = ::open(finished.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor == -1) fail();

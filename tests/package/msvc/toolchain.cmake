@@ -1,10 +1,10 @@
 # Clang for Microsoft's ABI, without Microsoft's headers and libraries.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
-set(CMAKE_C_COMPILER clang-14)
+set(CMAKE_C_COMPILER clang-19)
 set(CMAKE_C_COMPILER_TARGET x86_64-pc-windows-msvc)
 set(CMAKE_C_COMPILER_WORKS ON)
-set(CMAKE_RC_COMPILER llvm-rc-14)
+set(CMAKE_RC_COMPILER llvm-rc-19)
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 set(CMAKE_C_STANDARD_LIBRARIES "")
 set(CMAKE_MSVC_RUNTIME_LIBRARY "")

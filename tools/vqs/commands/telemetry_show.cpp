@@ -30,9 +30,8 @@ std::string readingAsText(const Reading& reading) {
 void showReading(const Context& context, const TelemetryShowArguments& arguments) {
   const KeyTable table{arguments.generation};
   Reading reading;
-  withDriver(context, [&](const Session& session) {
-    reading = TelemetryLog{session, arguments.generation, table}.read();
-  });
+  withDriver(context,
+             [&](const Session& session) { reading = TelemetryLog{session, arguments.generation, table}.read(); });
   // What could be read is shown, whether it is all or not.
   writeOutput(arguments.json ? readingAsJson(reading) : readingAsText(reading));
   reading.requireWhole();
