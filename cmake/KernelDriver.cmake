@@ -7,14 +7,16 @@ find_path(VQS_DDK_INCLUDE ntddk.h
 # Code of a driver links vqs_kernel behind everything that refers to the kernel.
 add_library(vqs_kernel INTERFACE)
 target_include_directories(vqs_kernel SYSTEM INTERFACE ${VQS_DDK_INCLUDE})
-# Defined by the toolchain's headers twice, which C++ does not take.
+# Defined by the toolchain's headers twice, which C++ does not take; and a warning about instructions that nobody uses.
 target_compile_definitions(vqs_kernel INTERFACE
-  __INTRINSIC_DEFINED_InterlockedBitTestAndSet __INTRINSIC_DEFINED_InterlockedBitTestAndReset)
+  __INTRINSIC_DEFINED_InterlockedBitTestAndSet __INTRINSIC_DEFINED_InterlockedBitTestAndReset
+  __INTRINSIC_DEFINED___cpuidex _CLANG_DISABLE_CRT_DEPRECATION_WARNINGS)
 target_compile_options(vqs_kernel INTERFACE
   $<$<COMPILE_LANGUAGE:CXX>:-ffreestanding -fno-stack-protector -fno-threadsafe-statics -mno-red-zone>)
 target_link_options(vqs_kernel INTERFACE
   -nostdlib -s -Wl,--subsystem,native -Wl,--entry,DriverEntry -Wl,--exclude-all-symbols
-  -Wl,--dynamicbase -Wl,--nxcompat -Wl,--no-insert-timestamp)
+  -Wl,--dynamicbase -Wl,--nxcompat LINKER:-Xlink=-brepro
+  LINKER:-Xlink=-release LINKER:-Xlink=-driver:wdm)
 target_link_libraries(vqs_kernel INTERFACE ntoskrnl)
 
 function(vqs_add_kernel_driver target)

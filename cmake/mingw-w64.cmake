@@ -1,10 +1,35 @@
-# Cross build for 64-bit Windows with the POSIX-threads flavour of the toolchain.
+# Cross build for 64-bit Windows: LLVM's compiler and linker on the headers, start files and import libraries of mingw-w64.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
-set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
-set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
-set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+set(vqs_missing)
+function(vqs_require_program variable)
+  find_program(${variable} NAMES ${ARGN})
+  if(NOT ${variable})
+    list(JOIN ARGN " or " names)
+    set(vqs_missing ${vqs_missing} ${names} PARENT_SCOPE)
+  endif()
+endfunction()
+vqs_require_program(VQS_CLANG clang-19)
+vqs_require_program(VQS_CLANGXX clang++-19)
+vqs_require_program(VQS_LLD ld.lld-19)
+vqs_require_program(VQS_LLVM_AR llvm-ar-19)
+vqs_require_program(VQS_LLVM_RANLIB llvm-ranlib-19)
+vqs_require_program(VQS_WINDRES x86_64-w64-mingw32-windres)
+# The C++ library, which the tools link.
+vqs_require_program(VQS_MINGW_CXX x86_64-w64-mingw32-g++-posix)
+if(vqs_missing)
+  list(JOIN vqs_missing ", " vqs_missing)
+  message(FATAL_ERROR "The Windows build lacks ${vqs_missing}: run scripts/install-packages.sh windows")
+endif()
+
+set(CMAKE_C_COMPILER ${VQS_CLANG})
+set(CMAKE_CXX_COMPILER ${VQS_CLANGXX})
+set(CMAKE_C_COMPILER_TARGET x86_64-w64-mingw32)
+set(CMAKE_CXX_COMPILER_TARGET x86_64-w64-mingw32)
+set(CMAKE_AR ${VQS_LLVM_AR})
+set(CMAKE_RANLIB ${VQS_LLVM_RANLIB})
+set(CMAKE_RC_COMPILER ${VQS_WINDRES})
 
 set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
@@ -12,9 +37,13 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Nothing but system DLLs is imported.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+# Nothing but system DLLs is imported. The C++ library leaves its threads to winpthreads.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld-19 -static")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-fuse-ld=lld-19 -static")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "-fuse-ld=lld-19")
+set(CMAKE_CXX_STANDARD_LIBRARIES "-lpthread")
+# The C++ library has its thread-local variables in gcc's form.
+set(CMAKE_CXX_FLAGS_INIT "-femulated-tls")
 
 find_program(VQS_WINE NAMES wine64 /usr/lib/wine/wine64 wine)
 if(VQS_WINE)

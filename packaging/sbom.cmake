@@ -33,7 +33,7 @@ vqs_sbom_component(nlohmann-json nlohmann-json "${json_version}" MIT https://git
 vqs_sbom_component(fmt fmt "${fmt_version}" MIT https://github.com/fmtlib/fmt)
 if(MINGW)
   file(WRITE ${vqs_staged}/mingw_version.c "#include <_mingw.h>\nversion=__MINGW64_VERSION_STR\n")
-  execute_process(COMMAND ${CMAKE_C_COMPILER} -E -P ${vqs_staged}/mingw_version.c OUTPUT_VARIABLE mingw_version)
+  execute_process(COMMAND ${CMAKE_C_COMPILER} --target=${CMAKE_C_COMPILER_TARGET} -E -P ${vqs_staged}/mingw_version.c OUTPUT_VARIABLE mingw_version)
   string(REGEX MATCH "version=.*" mingw_version "${mingw_version}")
   string(REGEX REPLACE "[^0-9.]" "" mingw_version "${mingw_version}")
   string(REGEX MATCH "^[0-9]+" gcc_version ${CMAKE_CXX_COMPILER_VERSION})

@@ -9,4 +9,4 @@ cp "$library" "$first"
 sleep 1
 rm "$library"
 "$cmake" --build "$build_dir" --target VexoQTFServices >/dev/null
-cmp "$first" "$library" || { echo "To mend: keep --no-insert-timestamp among the DLL's link options."; exit 1; }
+cmp "$first" "$library" || { echo "To mend: keep -brepro among the image's link options."; exit 1; }

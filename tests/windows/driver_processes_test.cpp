@@ -114,7 +114,7 @@ TEST_F(DriverProcesses, one_that_is_killed_in_the_middle_harms_nobody) {
     Sleep(INFINITE);
   }
   ASSERT_EQ(vqsPbReset(session_), 0U);
-  for (int i = 0; i < 5; ++i) {
+  for (DWORD i = 0; i < 5; ++i) {
     OtherProcess other;
     Sleep(500 + 50 * i);
     other.kill();

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <span>
 
 #include "errors.h"
 #include "platform.h"
@@ -65,7 +66,9 @@ std::vector<std::string> arguments(int /*argc*/, char** /*argv*/) {
   int count = 0;
   const std::unique_ptr<LPWSTR[], decltype(&LocalFree)> wide{CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree};
   std::vector<std::string> result;
-  for (int i = 1; wide != nullptr && i < count; ++i) result.push_back(narrow(wide[i], CP_UTF8, nullptr));
+  if (wide == nullptr) return result;
+  for (const LPWSTR word : std::span{wide.get(), static_cast<std::size_t>(count)}.subspan(1))
+    result.push_back(narrow(word, CP_UTF8, nullptr));
   return result;
 }
 

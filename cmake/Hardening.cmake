@@ -1,0 +1,47 @@
+include_guard(GLOBAL)
+# What makes a mistake in shipped code harder to exploit: link vqs_hardened privately, to archives too.
+add_library(vqs_hardened INTERFACE)
+
+if(MINGW)
+  target_compile_options(vqs_hardened INTERFACE -mguard=cf -g -gcodeview
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=VexoQTFServices-${PROJECT_VERSION} -fdebug-compilation-dir=.)
+  target_link_options(vqs_hardened INTERFACE
+    -Wl,--guard-cf -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va LINKER:-Xlink=-cetcompat)
+elseif(MSVC)
+  target_compile_options(vqs_hardened INTERFACE /guard:cf /Zi)
+  target_link_options(vqs_hardened INTERFACE /guard:cf /CETCOMPAT)
+else()
+  include(CheckCXXCompilerFlag)
+  foreach(flag -fcf-protection -mbranch-protection=standard -fstack-clash-protection)
+    string(MAKE_C_IDENTIFIER VQS_HAS${flag} known)
+    check_cxx_compiler_flag(${flag} ${known})
+    if(${known})
+      target_compile_options(vqs_hardened INTERFACE ${flag})
+    endif()
+  endforeach()
+  target_compile_options(vqs_hardened INTERFACE -fstack-protector-strong)
+  # Sanitizers check more than this, and do not go together with it; it needs optimised code.
+  if(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize|--coverage")
+    target_compile_options(vqs_hardened INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  endif()
+  target_link_options(vqs_hardened INTERFACE -Wl,-z,relro -Wl,-z,now
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie>)
+endif()
+
+# A program or library for Windows as it is shipped: hardened, the same bytes from the same sources in any folder, with
+# debug information in a .pdb file beside it. Other DLLs are loaded from where `load_flags` says, a value of
+# LoadLibraryEx: 0x800 is the system's folder, 0xA00 the program's own as well.
+function(vqs_windows_image target load_flags)
+  target_link_libraries(${target} PRIVATE vqs_hardened)
+  if(MSVC)
+    target_link_options(${target} PRIVATE /DEBUG /OPT:REF /OPT:ICF /Brepro /DEPENDENTLOADFLAG:${load_flags})
+    return()
+  endif()
+  target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/load_config.c)
+  target_compile_definitions(${target} PRIVATE VQS_DEPENDENT_LOAD_FLAGS=${load_flags})
+  target_link_options(${target} PRIVATE
+    # The start files bring debug information that no Windows tool reads.
+    -s LINKER:--pdb=$<TARGET_FILE_DIR:${target}>/$<TARGET_FILE_BASE_NAME:${target}>.pdb LINKER:-Xlink=-pdbaltpath:%_PDB%
+    # The time stamp is a hash of the contents, so that two releases do not look alike to a debugger; and a checksum.
+    LINKER:-Xlink=-brepro LINKER:-Xlink=-release)
+endfunction()
