@@ -11,6 +11,17 @@ namespace {
 /// The one data version whose records the iterators can walk.
 constexpr std::uint32_t kDataVersion = 1;
 
+/// The part of a handle's address in which heap memory and mapped memory differ: a log's pages end in more zeros.
+std::uint32_t markOf(std::uint64_t handle) { return static_cast<std::uint32_t>(handle >> 4); }
+
+/// Frees the handle that the session's log is known by, if the session has made it. The address of a plain log, or what
+/// a failed start has left, is nobody's to free.
+void releaseHandle(QtfSession& session) {
+  if (session.kvHandleMark == 0 || session.kvHandleMark != markOf(session.logReference)) return;
+  session.kvHandleMark = 0;
+  RuntimeMemory::release(reinterpret_cast<QtfLogKV*>(session.logReference));
+}
+
 /// Undoes a start; both forms are undone with the plain stop.
 void undoStart(HANDLE handle, std::uint32_t logId) {
   auto record = logRequest(kLogStopKV, logId);
@@ -33,16 +44,17 @@ vqsStatus startKVLog(QtfSession& session, std::uint32_t operation, QtfLogKV** ou
   auto* log = static_cast<QtfLogKV*>(memory.handOver());
   session.logSessionId = record.LogId;
   session.logReference = reinterpret_cast<std::uint64_t>(log);
+  session.kvHandleMark = markOf(session.logReference);
   if (out != nullptr) *out = log;
   return VQS_SUCCESS;
 }
 
-/// Stops the session's log and frees its handle; a refused stop leaves it open.
+/// Stops the session's log; a refused stop leaves it open.
 vqsStatus stopKVLog(QtfSession& session, std::uint32_t operation) {
   if (session.logReference == 0) return VQS_SUCCESS;
   auto record = logRequest(operation, session.logSessionId);
   if (sendLog(session.handle, record) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
-  RuntimeMemory::release(reinterpret_cast<QtfLogKV*>(session.logReference));
+  releaseHandle(session);
   session.logReference = 0;
   return VQS_SUCCESS;
 }

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib>
+#include <cstring>
 
 #include "log/logs.h"
 
@@ -55,9 +57,14 @@ TEST_P(KVLog, start_makes_the_session_forget_a_log_that_runs_already) {
   expectHeld(reinterpret_cast<std::uint64_t>(log), 6);
   EXPECT_EQ(faults.outstanding(), 2);
   stop(6);
+  EXPECT_EQ(faults.outstanding(), 1);
   EXPECT_EQ(logs().stop(session, first), 0U) << "no log runs";
+  EXPECT_EQ(bytesOf(kAddress), Bytes(reinterpret_cast<std::uint8_t*>(first), reinterpret_cast<std::uint8_t*>(first) + 8));
+  // Nobody's any more: the session knows its last handle only.
   holdLog(reinterpret_cast<std::uint64_t>(first), 5);
   stop(5);
+  EXPECT_EQ(faults.outstanding(), 1);
+  std::free(first);
 }
 
 TEST_P(KVLog, start_fails_with_its_request) {
@@ -114,6 +121,77 @@ TEST_P(KVLog, stop_frees_the_handle_and_forgets_the_log) {
   stop(0x01020304);
   EXPECT_EQ(session->logReference, 0U);
   EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST_P(KVLog, stop_of_a_plain_log_frees_nothing) {
+  for (const std::uint64_t address : {std::uint64_t{0x10}, kAddress, kPoisonLong}) {
+    expectLog(0).reply(logReply(0, 9, address, 1));
+    std::uint64_t mapped = 0;
+    ASSERT_EQ(vqsStartQTFLog(session, &mapped), 0U);
+    stop(9);
+    EXPECT_EQ(session->logReference, 0U);
+  }
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+}
+
+TEST_P(KVLog, stop_of_an_Ex_log_frees_nothing) {
+  expectLog(2).reply(logReply(2, 9, kAddress, 1));
+  std::uint64_t mapped = 0;
+  ASSERT_EQ(vqsExStartQTFLog(session, &mapped, nullptr), 0U);
+  stop(9);
+  EXPECT_EQ(session->logReference, 0U);
+}
+
+TEST_P(KVLog, stop_of_what_a_failed_Ex_start_left_frees_nothing) {
+  driver.reported = 9;
+  expectLog(2).fails();
+  std::uint64_t address = kPoisonLong;
+  ASSERT_EQ(vqsExStartQTFLog(session, &address, nullptr), 1U);
+  stop(9);
+  EXPECT_EQ(session->logReference, 0U);
+}
+
+TEST_P(KVLog, stop_of_a_plain_log_leaves_the_handle_that_came_before_it) {
+  start(5);
+  expectLog(0).reply(logReply(0, 9, kAddress, 1));
+  std::uint64_t mapped = 0;
+  ASSERT_EQ(vqsStartQTFLog(session, &mapped), 0U);
+  stop(9);
+  EXPECT_EQ(faults.outstanding(), 1);
+  holdLog(reinterpret_cast<std::uint64_t>(log), 5);
+  stop(5);
+  EXPECT_EQ(faults.outstanding(), 0) << "it is the last that the session made";
+}
+
+TEST_P(KVLog, stop_frees_a_handle_once) {
+  start(5);
+  stop(5);
+  holdLog(reinterpret_cast<std::uint64_t>(log), 5);
+  stop(5);
+  EXPECT_EQ(session->logReference, 0U);
+}
+
+TEST_P(KVLog, stop_that_the_driver_refuses_frees_nothing) {
+  expectLog(0).reply(logReply(0, 9, kAddress, 1));
+  std::uint64_t mapped = 0;
+  ASSERT_EQ(vqsStartQTFLog(session, &mapped), 0U);
+  expectLog(logs().stopOperation, 9).fails();
+  EXPECT_EQ(logs().stop(session, log), 1U);
+  expectHeld(kAddress, 9);
+}
+
+TEST_P(KVLog, needs_no_more_of_a_session_than_its_24_bytes) {
+  // As clients' tests make one up: nothing behind it belongs to it.
+  auto* const memory = static_cast<std::uint8_t*>(std::malloc(24));
+  std::memset(memory, 0, 24);
+  auto* const small = reinterpret_cast<QtfSession*>(memory);
+  std::memcpy(memory, &session->handle, 8);
+  expectLog(logs().startOperation).reply(logReply(logs().startOperation, 5, kAddress, 1));
+  ASSERT_EQ(logs().start(small, &log), 0U);
+  expectLog(logs().stopOperation, 5);
+  EXPECT_EQ(logs().stop(small, log), 0U);
+  EXPECT_EQ(faults.outstanding(), 1) << "the session";
+  std::free(memory);
 }
 
 TEST_P(KVLog, stop_keeps_the_log_when_the_driver_refuses) {
