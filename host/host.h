@@ -60,5 +60,8 @@ void setCallHook(CallHook hook);
 /// default ends the process; a handler that returns lets the function return its error.
 using InvalidParameterHandler = void (*)();
 InvalidParameterHandler setInvalidParameterHandler(InvalidParameterHandler handler);
+/// Lets the library find that handler as one of the program's own, as on Windows. At first it finds none: other systems
+/// have no such handlers.
+void showInvalidParameterHandler(bool shown);
 
 }  // namespace host

@@ -15,6 +15,7 @@ namespace {
 constexpr std::size_t kFailed = static_cast<std::size_t>(-1);
 
 std::atomic<host::InvalidParameterHandler> invalidParameterHandler{[] { std::abort(); }};
+std::atomic<bool> handlerIsShown{false};
 
 errno_t invalidParameter(errno_t error) {
   errno = error;
@@ -133,7 +134,16 @@ InvalidParameterHandler setInvalidParameterHandler(InvalidParameterHandler handl
   return invalidParameterHandler.exchange(handler);
 }
 
+void showInvalidParameterHandler(bool shown) { handlerIsShown = shown; }
+
 }  // namespace host
+
+_invalid_parameter_handler _get_invalid_parameter_handler() {
+  return handlerIsShown ? invalidParameterHandler.load() : nullptr;
+}
+
+/// Threads have none of their own here.
+_invalid_parameter_handler _get_thread_local_invalid_parameter_handler() { return nullptr; }
 
 errno_t mbstowcs_s(std::size_t* converted, WCHAR* destination, std::size_t capacity, const char* source,
                    std::size_t count) {

@@ -100,5 +100,10 @@ BOOL HeapFree(HANDLE heap, DWORD flags, void* memory);
 errno_t mbstowcs_s(std::size_t* converted, WCHAR* destination, std::size_t capacity, const char* source,
                    std::size_t count);
 errno_t wcstombs_s(std::size_t* converted, char* destination, std::size_t size, const WCHAR* source, std::size_t count);
+/// Called with the place of the mistake on Windows, where that is known.
+using _invalid_parameter_handler = void (*)();
+_invalid_parameter_handler _get_invalid_parameter_handler();
+_invalid_parameter_handler _get_thread_local_invalid_parameter_handler();
+
 errno_t strncpy_s(char* destination, std::size_t size, const char* source, std::size_t count);
 }

@@ -47,13 +47,13 @@ bool narrowField(std::span<char> destination, std::span<const VqsChar16> field) 
   return result == 0 || result == STRUNCATE;
 }
 
-void copyBounded(std::span<char> destination, std::span<const char> field) {
+bool copyBounded(std::span<char> destination, std::span<const char> field) {
   if (unitsBeforeZero(field) >= destination.size()) {
     destination[0] = '\0';
     errno = ERANGE;
-    return;
+    return false;
   }
-  strncpy_s(destination.data(), destination.size(), field.data(), field.size());
+  return strncpy_s(destination.data(), destination.size(), field.data(), field.size()) == 0;
 }
 
 }  // namespace vqs

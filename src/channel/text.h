@@ -27,7 +27,8 @@ bool widenField(std::span<VqsChar16> destination, std::span<const char> field);
 /// Narrows a field that ends at its zero unit or at its last unit, cutting what does not fit.
 bool narrowField(std::span<char> destination, std::span<const VqsChar16> field);
 
-/// Copies a field that ends at its NUL or at its last byte; one that does not fit with its NUL comes out empty.
-void copyBounded(std::span<char> destination, std::span<const char> field);
+/// Copies a field that ends at its NUL or at its last byte; one that does not fit with its NUL comes out empty, and the
+/// copy is false.
+bool copyBounded(std::span<char> destination, std::span<const char> field);
 
 }  // namespace vqs

@@ -7,6 +7,10 @@
 #include <windows.h>
 #include <cfgmgr32.h>
 // clang-format on
+#ifdef __MINGW32__
+// Missing in the toolchain's headers, there in the runtime.
+extern "C" _CRTIMP _invalid_parameter_handler __cdecl _get_thread_local_invalid_parameter_handler(void);
+#endif
 #else
 #include "host/windows_api.h"
 #endif

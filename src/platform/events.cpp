@@ -2,6 +2,7 @@
 #include <cstddef>
 
 #include "channel/control_codes.h"
+#include "channel/invalid_parameter.h"
 #include "channel/request.h"
 #include "channel/session.h"
 #include "vqs/platform.h"
@@ -30,10 +31,12 @@ vqsStatus registerEvent(QtfSession* session, std::int32_t index, void* object, s
   return sendIn(session->handle, kCodeEventRegistration, record);
 }
 
-/// The event's payload never fit its record, so the record has always travelled empty.
+/// The event's payload never fit its record: copying it has always ended in the runtime's condition, and the record has
+/// travelled empty.
 template <std::size_t Size>
 vqsStatus notifyBiosEvent(QtfSession* session, std::uint32_t code) {
   if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  raiseInvalidParameter();
   std::byte record[Size] = {};
   return sendIn(session->handle, code, record);
 }

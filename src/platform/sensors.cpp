@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "channel/control_codes.h"
+#include "channel/invalid_parameter.h"
 #include "channel/request.h"
 #include "channel/session.h"
 #include "channel/text.h"
@@ -21,6 +22,6 @@ vqsStatus VQS_CALL vqsGetOEMID(QtfSession* session, char oemId[7]) {
   if (!vqs::isOpen(session) || oemId == nullptr) return VQS_INVALID_PARAMETER;
   char answer[32] = {};
   if (vqs::sendOut(session->handle, vqs::kCodeOemId, answer, sizeof(answer)) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
-  vqs::copyBounded({oemId, 7}, answer);
+  if (!vqs::copyBounded({oemId, 7}, answer)) vqs::raiseInvalidParameter();
   return VQS_SUCCESS;
 }

@@ -76,7 +76,7 @@ void copyStatus(const PolicyStatusEntry& entry, VqsPolicyStatus& status) {
   status.statusFlagA = entry.statusFlagA;
   status.statusFlagB = entry.statusFlagB;
   status.statusValue2 = entry.statusValue2;
-  copyBounded(status.name, entry.name);
+  static_cast<void>(copyBounded(status.name, entry.name));
 }
 
 /// The second status request: as long as all entries need. The caller's array is trusted to hold as many.
