@@ -76,6 +76,9 @@ inline constexpr errno_t STRUNCATE = 80;
 
 extern "C" {
 
+/// 64 bits wide, where a long may have fewer.
+inline std::int64_t _ftelli64(std::FILE* stream) { return std::ftell(stream); }
+
 CONFIGRET CM_Get_Device_Interface_List_SizeA(ULONG* length, GUID* interfaceClass, CHAR* deviceId, ULONG flags);
 CONFIGRET CM_Get_Device_Interface_ListW(GUID* interfaceClass, WCHAR* deviceId, WCHAR* buffer, ULONG length,
                                         ULONG flags);

@@ -21,6 +21,9 @@ inline constexpr std::size_t kOldHeaderSize = 64;
 /// No entry of any revision is shorter: one byte of name and of description, one condition, no text, no action.
 inline constexpr std::size_t kSmallestEntry = (4 + 1) + (4 + 1) + 19 + 8 + 16 + 4;
 
+/// No entry of any revision that a reader takes is longer: every field, list and text at its limit.
+inline constexpr std::size_t kLargestEntry = (4 + 128) + (4 + 32) + 19 + 8 + 15 * 16 + 5 * (4 + 512 + 1) + 4 + 32 * 23;
+
 /// The two version numbers of a file.
 struct BinaryVersions {
   std::uint16_t first;

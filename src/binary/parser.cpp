@@ -190,6 +190,15 @@ std::uint32_t announcedPolicyCount(std::span<const std::byte> file) {
   }
 }
 
+std::uint64_t mostUsefulBytes(std::span<const std::byte> head) {
+  std::uint32_t count = announcedPolicyCount(head);
+  std::uint16_t revision = 0;
+  if (count == 0 || !at(head, 2, revision)) return 0;
+  // With more policies, a file of revision 5 is refused before the first of them is looked at.
+  if (revision == kRevision5) count = std::min<std::uint32_t>(count, VQS_POLICY_BINARY_MAX_POLICIES);
+  return kOldHeaderSize + std::uint64_t{count} * kLargestEntry;
+}
+
 bool mayHold(std::span<const std::byte> file, std::uint32_t policyCount) {
   return policyCount <= file.size() / kSmallestEntry;
 }

@@ -13,6 +13,10 @@ namespace vqs {
 /// The number of policies that a file's header announces; 0 for a file that is not a policy binary.
 std::uint32_t announcedPolicyCount(std::span<const std::byte> file);
 
+/// The most bytes of a file that its policies can take up, header included, judged by the file's first bytes; 0 for a
+/// file that is not a policy binary. What lies behind them is never looked at.
+std::uint64_t mostUsefulBytes(std::span<const std::byte> head);
+
 /// False when the file is too short for the policies that it announces, whatever they are.
 bool mayHold(std::span<const std::byte> file, std::uint32_t policyCount);
 

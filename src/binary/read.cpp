@@ -18,10 +18,9 @@ struct LoadedBinary {
 };
 
 std::optional<LoadedBinary> loadPolicyBinary(const char* path) {
-  auto file = loadFile(path);
+  auto file = loadFile(path, mostUsefulBytes);
   if (!file) return std::nullopt;
   const std::uint32_t policyCount = announcedPolicyCount(file->bytes());
-  if (policyCount == 0) return std::nullopt;
   return LoadedBinary{.file = std::move(*file), .policyCount = policyCount};
 }
 

@@ -126,6 +126,37 @@ TEST_F(ReadFaults, four_hundred_policies_take_no_more_memory_than_file_packed_an
   EXPECT_EQ(faults.outstanding(), 0);
 }
 
+TEST_F(ReadFaults, what_lies_behind_the_last_entry_takes_no_memory) {
+  const struct {
+    const char* title;
+    Bytes content;
+  } files[] = {{"revision 3", oldFileOf(3, {narrowEntry()})},
+               {"revision 4", oldFileOf(4, {narrowEntry()})},
+               {"revision 5", fileOf({Entry{}})}};
+  for (const auto& [title, content] : files) {
+    SCOPED_TRACE(title);
+    const auto path = file(content);
+    std::filesystem::resize_file(path, 0xFFFFFFFF);
+    Faults faults;
+    const auto outcome = read(path, 2);
+    EXPECT_EQ(outcome.status, 0U);
+    EXPECT_EQ(headOf(1, 2, 1, 2), Bytes(outcome.buffer.begin(), outcome.buffer.begin() + 200));
+    EXPECT_EQ(readSummary(path).status, 0U);
+    EXPECT_LE(faults.peakBytes(), 16384U);
+  }
+}
+
+TEST_F(ReadFaults, a_file_that_is_refused_by_its_head_takes_no_memory) {
+  const auto path = file(Bytes(64, 0));
+  std::filesystem::resize_file(path, 0xFFFFFFFF);
+  Faults faults;
+  CapturedOutput output;
+  EXPECT_EQ(read(path, 2).status, 1U);
+  EXPECT_EQ(readSummary(path).status, 1U);
+  EXPECT_EQ(output.text(), "");
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
+}
+
 TEST_F(ReadFaults, a_count_that_the_file_cannot_hold_takes_no_memory_for_policies) {
   const Bytes content = oldFileOf(4, {narrowEntry()}, {}, {.policyCount = 0xFFFFFFFF});
   const auto path = file(content);

@@ -89,7 +89,7 @@ TEST_F(ReadBinary, reads_the_file_twice) {
   Faults faults;
   EXPECT_EQ(readSummary(path).status, 0U);
   EXPECT_EQ(faults.calls(Fault::kOpen), 2);
-  EXPECT_EQ(faults.calls(Fault::kRead), 2);
+  EXPECT_EQ(faults.calls(Fault::kTell), 2);
   EXPECT_EQ(faults.openStreams(), 0);
   EXPECT_EQ(faults.outstanding(), 0);
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <string_view>
 
 #include "journey/client.h"
@@ -89,6 +90,29 @@ TEST_F(PolicyFiles, a_name_without_end_is_refused_and_the_caller_lives) {
   const auto path = folder_.path("none.bin");
   EXPECT_EQ(vqsPbCreateBinary(nullptr, &policy, 1, 1, 2, path.c_str()), 1U);
   EXPECT_FALSE(fileExists(path));
+}
+
+TEST_F(PolicyFiles, four_gibibytes_are_no_policy_binary_whatever_they_begin_with) {
+  const auto path = folder_.write("huge.bin", sample("laptop-r5.bin"));
+  for (const std::uintmax_t beyond : {0U, 79U, 3371U}) {
+    std::filesystem::resize_file(path, (std::uintmax_t{1} << 32) + beyond);
+    VqsPolicyBinary none{};
+    std::uint64_t size = 0;
+    EXPECT_EQ(vqsPbReadBinaryV2(session(), path.c_str(), &none, &size, 2), 1U) << beyond;
+    EXPECT_EQ(size, 0U);
+    VqsPolicyBinaryV0* summary = nullptr;
+    EXPECT_EQ(vqsPbReadBinary(nullptr, path.c_str(), &summary), 1U) << beyond;
+    EXPECT_EQ(summary, nullptr);
+  }
+}
+
+TEST_F(PolicyFiles, bytes_behind_the_last_entry_are_ignored_however_many) {
+  const auto path = folder_.write("long.bin", sample("laptop-r5.bin"));
+  std::filesystem::resize_file(path, 0xFFFFFFFF);
+  PolicyFile file{session(), path};
+  PolicyFile usual{session(), samplePath("laptop-r5.bin")};
+  ASSERT_EQ(file.head().policyCount, 16U);
+  EXPECT_EQ(std::memcmp(file.policies(), usual.policies(), 16 * sizeof(VqsPolicyV2)), 0);
 }
 
 TEST_F(PolicyFiles, what_is_no_policy_binary_is_refused) {
