@@ -89,11 +89,13 @@ vqsStatus VQS_CALL vqsPbCreateBinary(QtfSession* /*session*/, const VqsPolicyV0*
 vqsStatus VQS_CALL vqsPbCreateBinaryV2(QtfSession* session, const VqsPolicyListV2* list, uint16_t binaryVersion1,
                                        uint16_t binaryVersion2, const char* path) {
   if (!vqs::isOpen(session) || list == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::RuntimeBuffer memory{vqs::saturatingProduct(list->count, sizeof(VqsPackedPolicy))};
+  // The head as it is now: memory is measured by it, whatever the caller does to it meanwhile.
+  const VqsPolicyListV2 head = *list;
+  const vqs::RuntimeBuffer memory{vqs::saturatingProduct(head.count, sizeof(VqsPackedPolicy))};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  const auto stride = vqs::policyBodySize(list->structureVersion);
-  if (!stride || list->size == 0 || list->size < std::uint64_t{list->count} * *stride) return VQS_REQUEST_FAILED;
-  return vqs::createFromBodies(list->structureVersion, list + 1, list->count, {binaryVersion1, binaryVersion2}, path,
+  const auto stride = vqs::policyBodySize(head.structureVersion);
+  if (!stride || head.size == 0 || head.size < std::uint64_t{head.count} * *stride) return VQS_REQUEST_FAILED;
+  return vqs::createFromBodies(head.structureVersion, list + 1, head.count, {binaryVersion1, binaryVersion2}, path,
                                memory);
 }
 

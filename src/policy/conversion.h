@@ -44,8 +44,9 @@ int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* sour
 int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
                       const VqsPackedPolicy* policies, std::uint32_t count);
 
-/// The checks of a versioned record against the bytes that the caller passed.
-bool holdsWholeBody(const VqsVersionedPolicy& record, std::uint64_t size);
+/// The structure version of a record of `size` bytes, if the whole body of that version is among them. It is read once,
+/// so that a caller who changes it meanwhile cannot have more read or written than there is.
+std::optional<std::uint32_t> wholeBodyVersion(const VqsVersionedPolicy& record, std::uint64_t size);
 
 /// Packs a versioned record of `size` bytes; true when it is whole and well-formed.
 bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, VqsPackedPolicy& destination);

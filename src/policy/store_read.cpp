@@ -20,25 +20,30 @@ vqsStatus unpackInto(VqsPolicyV0* policies, std::span<const VqsPackedPolicy> pac
   return VQS_SUCCESS;
 }
 
+/// What the caller asked for, read once: memory is measured by it, whatever the caller does to the list meanwhile.
+PolicyReadBuffer askedFor(const VqsPolicyList& list) {
+  return {.countOnly = list.countOnly, .reserved0 = {}, .count = list.count};
+}
+
 template <class Memory>
-vqsStatus readPolicies(HANDLE handle, VqsPolicyList& list, const WorkBuffer<Memory>& memory, VqsPolicyStore store) {
+vqsStatus readPolicies(HANDLE handle, VqsPolicyList& list, const PolicyReadBuffer& asked,
+                       const WorkBuffer<Memory>& memory, VqsPolicyStore store) {
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& buffer = memory.template as<PolicyReadBuffer>();
-  buffer.countOnly = list.countOnly;
-  buffer.count = list.count;
+  buffer = asked;
   const vqsStatus result = policyStoreRequest(handle, kStoreReadAll, store, {.readBuffer = &buffer});
   list.count = buffer.count;
-  if (result != VQS_SUCCESS || list.countOnly != 0) return result;
+  if (result != VQS_SUCCESS || asked.countOnly != 0) return result;
   return unpackInto(list.policies, memory.template arrayAt<VqsPackedPolicy>(sizeof(PolicyReadBuffer), buffer.count));
 }
 
 /// The work buffer counts the capacity twice, so memory runs out at the capacities where it always has.
 vqsStatus getPoliciesFromRuntime(QtfSession* session, VqsPolicyList* list, VqsPolicyStore store) {
   if (!isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
-  const std::size_t size = list->countOnly != 0 ? sizeof(PolicyReadBuffer)
-                           : list->count == 0   ? readBufferSize(0)
-                                                : saturatingProduct(list->count, readBufferSize(list->count));
-  return readPolicies(session->handle, *list, RuntimeBuffer{size}, store);
+  const auto asked = askedFor(*list);
+  const bool isEmpty = asked.countOnly != 0 || asked.count == 0;
+  const std::size_t size = isEmpty ? readBufferSize(0) : saturatingProduct(asked.count, readBufferSize(asked.count));
+  return readPolicies(session->handle, *list, asked, RuntimeBuffer{size}, store);
 }
 
 }  // namespace
@@ -46,8 +51,9 @@ vqsStatus getPoliciesFromRuntime(QtfSession* session, VqsPolicyList* list, VqsPo
 
 vqsStatus VQS_CALL vqsPbGetPolicies(QtfSession* session, VqsPolicyList* list) {
   if (!vqs::isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
-  const std::size_t size = vqs::readBufferSize(list->countOnly != 0 ? 0 : list->count);
-  return vqs::readPolicies(session->handle, *list, vqs::ProcessHeapBuffer{size}, VQS_POLICY_STORE_PB);
+  const auto asked = vqs::askedFor(*list);
+  const std::size_t size = vqs::readBufferSize(asked.countOnly != 0 ? 0 : asked.count);
+  return vqs::readPolicies(session->handle, *list, asked, vqs::ProcessHeapBuffer{size}, VQS_POLICY_STORE_PB);
 }
 
 vqsStatus VQS_CALL vqsAsmGetPolicies(QtfSession* session, VqsPolicyList* list) {
@@ -60,11 +66,12 @@ vqsStatus VQS_CALL vqsBalanceProfileGetPolicies(QtfSession* session, VqsPolicyLi
 
 vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list, VqsPolicyStore store) {
   if (!vqs::isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapBuffer memory{vqs::readBufferSize(list->count)};
+  const std::uint32_t capacity = list->count;
+  const vqs::ProcessHeapBuffer memory{vqs::readBufferSize(capacity)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& buffer = memory.as<vqs::PolicyReadBuffer>();
-  buffer.countOnly = list->count == 0 ? 1 : 0;
-  buffer.count = list->count;
+  buffer.countOnly = capacity == 0 ? 1 : 0;
+  buffer.count = capacity;
   const vqsStatus result = vqs::policyStoreRequest(session->handle, vqs::kStoreReadAll, store, {.readBuffer = &buffer});
   if (result != VQS_SUCCESS) return result;
   if (buffer.countOnly != 0) {
@@ -72,8 +79,8 @@ vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list
     return VQS_SUCCESS;
   }
   // The capacity, not the store's count: what lies beyond the store's policies comes out as empty policies.
-  const auto packed = memory.arrayAt<VqsPackedPolicy>(sizeof(vqs::PolicyReadBuffer), list->count);
-  return vqs::unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), list->count) ==
+  const auto packed = memory.arrayAt<VqsPackedPolicy>(sizeof(vqs::PolicyReadBuffer), capacity);
+  return vqs::unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), capacity) ==
                  vqs::kConverted
              ? VQS_SUCCESS
              : VQS_REQUEST_FAILED;
@@ -97,8 +104,8 @@ vqsStatus VQS_CALL vqsPbGetPolicyByPrioV2(QtfSession* session, uint32_t priority
   auto& packed = memory.as<VqsPackedPolicy>();
   const vqsStatus result = vqs::policyLookup(session->handle, priority, packed, store);
   if (result != VQS_SUCCESS) return result;
-  if (!vqs::holdsWholeBody(*record, size)) return VQS_REQUEST_FAILED;
-  return vqs::unpackPolicyBody(record->structureVersion, &packed, &record->policy) == vqs::kConverted
-             ? VQS_SUCCESS
-             : VQS_REQUEST_FAILED;
+  const auto version = vqs::wholeBodyVersion(*record, size);
+  if (!version) return VQS_REQUEST_FAILED;
+  return vqs::unpackPolicyBody(*version, &packed, &record->policy) == vqs::kConverted ? VQS_SUCCESS
+                                                                                      : VQS_REQUEST_FAILED;
 }

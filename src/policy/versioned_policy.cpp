@@ -16,16 +16,17 @@ std::optional<std::size_t> policyBodySize(std::uint32_t structureVersion) {
   }
 }
 
-bool holdsWholeBody(const VqsVersionedPolicy& record, std::uint64_t size) {
+std::optional<std::uint32_t> wholeBodyVersion(const VqsVersionedPolicy& record, std::uint64_t size) {
   constexpr std::size_t kHead = offsetof(VqsVersionedPolicy, policy);
-  if (size <= kHead) return false;
-  const auto bodySize = policyBodySize(record.structureVersion);
-  return bodySize && size - kHead >= *bodySize;
+  if (size <= kHead) return std::nullopt;
+  const std::uint32_t version = record.structureVersion;
+  const auto bodySize = policyBodySize(version);
+  return bodySize && size - kHead >= *bodySize ? std::optional{version} : std::nullopt;
 }
 
 bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, VqsPackedPolicy& destination) {
-  return holdsWholeBody(record, size) &&
-         packPolicyBody(record.structureVersion, &record.policy, &destination) == kConverted;
+  const auto version = wholeBodyVersion(record, size);
+  return version && packPolicyBody(*version, &record.policy, &destination) == kConverted;
 }
 
 }  // namespace vqs

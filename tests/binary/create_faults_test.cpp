@@ -125,7 +125,7 @@ TEST_F(CreateFaults, the_file_is_opened_when_all_its_bytes_stand_ready) {
   Faults faults;
   std::size_t requests = 0;
   int allocations = 0;
-  faults.onOpen(1, [&] {
+  faults.before(Fault::kOpen, 1, [&] {
     requests = store_.codes().size();
     allocations = faults.calls(Fault::kAllocation);
   });

@@ -41,6 +41,7 @@ class List {
   operator const VqsPolicyListV2*() const {  // NOLINT(google-explicit-constructor): stands for the list
     return reinterpret_cast<const VqsPolicyListV2*>(bytes_.data());
   }
+  void setCount(std::uint8_t count) { bytes_[4] = count; }
 
  private:
   Bytes bytes_;
@@ -172,6 +173,16 @@ TEST_F(PbCreateBinaryV2, writes_policies_of_every_structure_version) {
     EXPECT_EQ(createV2(List{version, {narrowPolicy(), smallPolicy(), narrowPolicy()}}), 0U) << version;
     expectWritten({narrowPolicy(), smallPolicy(), narrowPolicy()});
   }
+}
+
+// A caller that changes its list while it is written harms only what it has said is there.
+TEST_F(PbCreateBinaryV2, takes_the_list_as_it_found_it_first) {
+  List list{2, std::vector(3, narrowPolicy())};
+  list.setCount(1);
+  Faults faults;
+  faults.before(Fault::kAllocation, 1, [&] { list.setCount(3); });
+  EXPECT_EQ(createV2(list), 0U);
+  expectWritten({narrowPolicy()});
 }
 
 TEST_F(PbCreateBinaryV2, keeps_all_fields_of_an_action_from_version_1_on) {

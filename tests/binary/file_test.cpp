@@ -109,8 +109,8 @@ TEST(LoadFile, gives_nothing_when_any_step_fails_and_speaks_only_of_the_read) {
     Fault what;
     int nth;
     std::string_view said;
-  } cases[] = {{Fault::kOpen, 1, ""}, {Fault::kSeek, 1, ""},       {Fault::kSeek, 2, ""},
-               {Fault::kTell, 1, ""}, {Fault::kAllocation, 1, ""}, {Fault::kRead, 1, kNotFullyRead},
+  } cases[] = {{Fault::kOpen, 1, ""},           {Fault::kSeek, 1, ""},       {Fault::kSeek, 2, ""},
+               {Fault::kTell, 1, ""},           {Fault::kAllocation, 1, ""}, {Fault::kRead, 1, kNotFullyRead},
                {Fault::kRead, 2, kNotFullyRead}};
   for (const auto& [what, nth, said] : cases) {
     Faults faults;

@@ -99,14 +99,14 @@ TEST_F(ReadBinary, reads_the_file_twice) {
 TEST_F(ReadBinary, sees_what_the_second_pass_finds) {
   const auto path = file(filesOf(3, 7));
   Faults faults;
-  faults.onOpen(2, [&] { file(filesOf(3, 8)); });
+  faults.before(Fault::kOpen, 2, [&] { file(filesOf(3, 8)); });
   expectSummary(readSummary(path), 8, 2, 3);
 }
 
 TEST_F(ReadBinary, accepts_a_file_that_shrank_in_between) {
   const auto path = file(filesOf(3, 7));
   Faults faults;
-  faults.onOpen(2, [&] { file(filesOf(2, 8)); });
+  faults.before(Fault::kOpen, 2, [&] { file(filesOf(2, 8)); });
   expectSummary(readSummary(path), 8, 2, 2);
   EXPECT_EQ(faults.outstanding(), 0);
 }
@@ -114,14 +114,14 @@ TEST_F(ReadBinary, accepts_a_file_that_shrank_in_between) {
 TEST_F(ReadBinary, accepts_a_file_that_changed_its_revision_in_between) {
   const auto path = file(filesOf(3, 7));
   Faults faults;
-  faults.onOpen(2, [&] { file(oldFileOf(4, {narrowEntry()}, {}, {.version1 = 8})); });
+  faults.before(Fault::kOpen, 2, [&] { file(oldFileOf(4, {narrowEntry()}, {}, {.version1 = 8})); });
   expectSummary(readSummary(path), 8, 2, 1);
 }
 
 TEST_F(ReadBinary, fails_with_a_file_that_grew_in_between) {
   const auto path = file(filesOf(3, 7));
   Faults faults;
-  faults.onOpen(2, [&] { file(filesOf(4, 7)); });
+  faults.before(Fault::kOpen, 2, [&] { file(filesOf(4, 7)); });
   expectFailure(readSummary(path));
   EXPECT_EQ(faults.outstanding(), 0);
 }
@@ -130,7 +130,7 @@ TEST_F(ReadBinary, fails_with_a_file_that_went_bad_in_between) {
   for (const Bytes& second : {filesOf(0, 7), Bytes(100, 0), fileOf({{.conditions = {}}}), Bytes{1}}) {
     const auto path = file(filesOf(3, 7));
     Faults faults;
-    faults.onOpen(2, [&] { file(second); });
+    faults.before(Fault::kOpen, 2, [&] { file(second); });
     expectFailure(readSummary(path));
     EXPECT_EQ(faults.outstanding(), 0);
     EXPECT_EQ(faults.openStreams(), 0);
@@ -141,7 +141,7 @@ TEST_F(ReadBinary, speaks_once_of_a_file_that_was_emptied_in_between) {
   const auto path = file(filesOf(3, 7));
   CapturedOutput output;
   Faults faults;
-  faults.onOpen(2, [&] { file({}); });
+  faults.before(Fault::kOpen, 2, [&] { file({}); });
   expectFailure(readSummary(path));
   EXPECT_EQ(output.text(), kNotFullyRead);
 }

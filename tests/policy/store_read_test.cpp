@@ -72,6 +72,23 @@ TEST_P(GetPolicies, reads_a_store_of_twelve_in_three_chunks_the_last_of_two) {
   expectPolicies(12);
 }
 
+// A caller that changes its list while it is read harms only what it has said is there.
+TEST_P(GetPolicies, takes_the_list_as_it_found_it_first) {
+  listOf(5);
+  faults.before(Fault::kAllocation, 1, [&] { list.count = 50; });
+  expectCount(driver, store().readCode, 12);
+  EXPECT_EQ(store().getPolicies(session, &list), 2U);
+  EXPECT_EQ(list.count, 5U);
+
+  listOf(50);
+  list.countOnly = 1;
+  faults.before(Fault::kAllocation, 1, [&] { list.countOnly = 0; });
+  expectCount(driver, store().readCode, 12);
+  EXPECT_EQ(store().getPolicies(session, &list), 0U);
+  EXPECT_EQ(list.count, 12U);
+  expectUntouchedFrom(0);
+}
+
 TEST_P(GetPolicies, writes_as_many_policies_as_the_store_holds_and_says_so) {
   expectCount(driver, store().readCode, 2);
   expectChunks(driver, store().readCode, packedPolicies(2));

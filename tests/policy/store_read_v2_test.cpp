@@ -112,6 +112,28 @@ TEST_P(GetPoliciesV2, fills_the_capacity_with_empty_policies) {
   }
 }
 
+// A caller that changes its list while it is read harms only what it has said is there.
+TEST_P(GetPoliciesV2, takes_the_capacity_that_it_found_first) {
+  for (const char* call : {"HeapAlloc", "DeviceIoControl"}) {
+    ListV2 list{2, 5, 50 * 3916};
+    WindowsCalls calls;
+    calls.before(call, [&] { list->count = 50; });
+    expectCount(driver, store().readCode, 5);
+    expectChunks(driver, store().readCode, packedPolicies(5));
+    EXPECT_EQ(get(list), 0U);
+    for (std::uint32_t i = 0; i < 5; ++i) expectBody(list, 2, i);
+    EXPECT_EQ(list.body(5, 3916), Bytes(3916, kPoison));
+  }
+}
+
+TEST_P(GetPoliciesV2, takes_an_answer_for_no_longer_than_it_found_first) {
+  ListV2 list{2, 5, 50 * 3916};
+  WindowsCalls calls;
+  calls.before("HeapAlloc", [&] { list->count = 50; });
+  expectCount(driver, store().readCode, 12);
+  EXPECT_EQ(get(list), 2U);
+}
+
 TEST_P(GetPoliciesV2, of_an_empty_store_is_all_empty_policies) {
   auto list = listOf(1, 2);
   expectCount(driver, store().readCode, 0);

@@ -29,35 +29,35 @@ TEST(PolicyBodySize, is_known_for_three_versions) {
 
 TEST(HoldsWholeBody, asks_for_four_bytes_and_the_body_of_the_version) {
   const Versioned v0{0, 808};
-  EXPECT_FALSE(vqs::holdsWholeBody(*v0, 807));
-  EXPECT_TRUE(vqs::holdsWholeBody(*v0, 808));
+  EXPECT_FALSE(vqs::wholeBodyVersion(*v0, 807));
+  EXPECT_TRUE(vqs::wholeBodyVersion(*v0, 808));
   const Versioned v1{1, 1452};
-  EXPECT_FALSE(vqs::holdsWholeBody(*v1, 1451));
-  EXPECT_TRUE(vqs::holdsWholeBody(*v1, 1452));
+  EXPECT_FALSE(vqs::wholeBodyVersion(*v1, 1451));
+  EXPECT_TRUE(vqs::wholeBodyVersion(*v1, 1452));
   const Versioned v2{2, 3920};
-  EXPECT_FALSE(vqs::holdsWholeBody(*v2, 3919));
-  EXPECT_TRUE(vqs::holdsWholeBody(*v2, 3920));
+  EXPECT_FALSE(vqs::wholeBodyVersion(*v2, 3919));
+  EXPECT_TRUE(vqs::wholeBodyVersion(*v2, 3920));
 }
 
 TEST(HoldsWholeBody, takes_more_than_is_needed) {
   const Versioned v0{0, 808};
-  EXPECT_TRUE(vqs::holdsWholeBody(*v0, 809));
-  EXPECT_TRUE(vqs::holdsWholeBody(*v0, 0xFFFFFFFFFFFFFFFF));
+  EXPECT_TRUE(vqs::wholeBodyVersion(*v0, 809));
+  EXPECT_TRUE(vqs::wholeBodyVersion(*v0, 0xFFFFFFFFFFFFFFFF));
 }
 
 TEST(HoldsWholeBody, does_not_read_a_version_that_is_not_there) {
   // No more bytes than are announced: a look at the rest of the version would be one too far.
   for (const std::size_t size : {1U, 2U, 3U, 4U}) {
     const Bytes bytes(size, 0);
-    EXPECT_FALSE(vqs::holdsWholeBody(*reinterpret_cast<const VqsVersionedPolicy*>(bytes.data()), size)) << size;
+    EXPECT_FALSE(vqs::wholeBodyVersion(*reinterpret_cast<const VqsVersionedPolicy*>(bytes.data()), size)) << size;
   }
-  EXPECT_FALSE(vqs::holdsWholeBody(*Versioned(0, 808), 0));
+  EXPECT_FALSE(vqs::wholeBodyVersion(*Versioned(0, 808), 0));
 }
 
 TEST(HoldsWholeBody, knows_no_further_version) {
   for (const std::uint32_t version : {3U, 4U, 0x100U, 0xFFFFFFFFU}) {
     const Versioned record{version, 4096};
-    EXPECT_FALSE(vqs::holdsWholeBody(*record, 4096)) << version;
+    EXPECT_FALSE(vqs::wholeBodyVersion(*record, 4096)) << version;
   }
 }
 

@@ -34,17 +34,25 @@ struct State {
   unsigned long long bytes = 0;
   unsigned long long peak = 0;
   int streams = 0;
-  int actionAtOpen = 0;
-  std::function<void()> openAction;
+  test::Fault actionBefore{};
+  int actionAt = 0;
+  std::function<void()> action;
 };
 
 State state;
+
+void runAction() {
+  state.active = false;
+  std::exchange(state.action, nullptr)();
+  state.active = true;
+}
 
 /// Counts a call; true when it is to fail.
 bool strikes(test::Fault what) {
   if (!state.active) return false;
   auto& watch = state.watches[static_cast<std::size_t>(what)];
   ++watch.calls;
+  if (state.action && state.actionBefore == what && watch.calls == state.actionAt) runAction();
   return watch.calls >= watch.failFirst && watch.calls <= watch.failLast;
 }
 
@@ -63,14 +71,6 @@ void forget(void* memory) {
   if (found == state.allocations.end()) return;
   state.bytes -= found->second;
   state.allocations.erase(found);
-}
-
-void runOpenAction() {
-  if (!state.active || !state.openAction) return;
-  if (state.watches[static_cast<std::size_t>(test::Fault::kOpen)].calls != state.actionAtOpen) return;
-  state.active = false;
-  std::exchange(state.openAction, nullptr)();
-  state.active = true;
 }
 
 }  // namespace
@@ -93,9 +93,7 @@ void __wrap_free(void* memory) {
 }
 
 std::FILE* __wrap_fopen(const char* path, const char* mode) {
-  const bool fails = strikes(test::Fault::kOpen);
-  runOpenAction();
-  if (fails) return nullptr;
+  if (strikes(test::Fault::kOpen)) return nullptr;
   std::FILE* stream = __real_fopen(path, mode);
   if (state.active && stream != nullptr) ++state.streams;
   return stream;
@@ -140,9 +138,10 @@ void Faults::failFrom(Fault what, int nth) {
   state.watches[static_cast<std::size_t>(what)].failLast = 1 << 30;
 }
 
-void Faults::onOpen(int nth, std::function<void()> action) {
-  state.actionAtOpen = calls(Fault::kOpen) + nth;
-  state.openAction = std::move(action);
+void Faults::before(Fault what, int nth, std::function<void()> action) {
+  state.actionBefore = what;
+  state.actionAt = calls(what) + nth;
+  state.action = std::move(action);
 }
 
 int Faults::calls(Fault what) const { return state.watches[static_cast<std::size_t>(what)].calls; }

@@ -23,8 +23,8 @@ class Faults {
   /// From the nth call on, every one fails.
   void failFrom(Fault what, int nth);
 
-  /// Runs something right before the nth open from now on, counted from 1; its own runtime calls are not counted.
-  void onOpen(int nth, std::function<void()> action);
+  /// Runs something right before the nth call from now on, counted from 1; its own runtime calls are not counted.
+  void before(Fault what, int nth, std::function<void()> action);
 
   /// Calls since this object was made.
   [[nodiscard]] int calls(Fault what) const;
