@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "binary/writer.h"
 
+#include <algorithm>
+
 #include "binary/cursor.h"
 #include "binary/file.h"
 #include "binary/record_view.h"
@@ -17,11 +19,12 @@ constexpr std::uint64_t kCountedActionCount = 4;
 constexpr std::size_t kTextOverhead = 5;
 constexpr std::size_t kActionSize = 23;
 
-/// False when the policy's counts or texts lead beyond its record.
-bool staysInRecord(const VqsPackedPolicy& policy, const PackedPolicyView& view) {
-  if (view.name().empty() || view.description().empty() || !view.holdsTexts(policy.textCount)) return false;
-  if (policy.conditionCount != 0 && view.conditions(policy.conditionCount).empty()) return false;
-  if (policy.actionCount != 0 && view.actions(policy.actionCount).empty()) return false;
+/// False when a list is longer than a policy can hold, or a text leads beyond the record.
+bool canBeWritten(const VqsPackedPolicy& policy, const PackedPolicyView& view) {
+  if (policy.conditionCount > VQS_POLICY_MAX_CONDITIONS || policy.textCount > VQS_POLICY_MAX_TEXTS ||
+      policy.actionCount > VQS_POLICY_MAX_ACTIONS)
+    return false;
+  if (view.name().empty() || view.description().empty()) return false;
   for (std::size_t i = 0; i < policy.textCount; ++i)
     if (view.text(i).empty()) return false;
   return true;
@@ -44,9 +47,13 @@ bool putScalars(ByteWriter& writer, const VqsPackedPolicy& policy) {
          writer.put(policy.conditionCount) && writer.put(policy.textCount);
 }
 
-bool putTexts(ByteWriter& writer, const PackedPolicyView& view, std::size_t count) {
-  for (std::size_t i = 0; i < count; ++i)
-    if (!putText(writer, view.text(i)) || !writer.put(static_cast<std::uint8_t>(view.textFlag(i)))) return false;
+bool putConditions(ByteWriter& writer, const VqsPackedPolicy& policy) {
+  return writer.put(std::as_bytes(std::span{policy.conditions}.first(policy.conditionCount)));
+}
+
+bool putTexts(ByteWriter& writer, const VqsPackedPolicy& policy, const PackedPolicyView& view) {
+  for (std::size_t i = 0; i < policy.textCount; ++i)
+    if (!putText(writer, view.text(i)) || !writer.put(policy.texts[i].flag)) return false;
   return true;
 }
 
@@ -56,21 +63,16 @@ bool putAction(ByteWriter& writer, const VqsPolicyAction& action) {
          writer.put(action.option3) && writer.put(action.value4);
 }
 
-bool putActions(ByteWriter& writer, std::span<const std::byte> slots) {
-  for (; !slots.empty(); slots = slots.subspan(sizeof(VqsPolicyAction))) {
-    VqsPolicyAction action;
-    std::memcpy(&action, slots.data(), sizeof(action));
-    if (!putAction(writer, action)) return false;
-  }
-  return true;
+bool putActions(ByteWriter& writer, const VqsPackedPolicy& policy) {
+  return std::ranges::all_of(std::span{policy.actions}.first(policy.actionCount),
+                             [&](const auto& action) { return putAction(writer, action); });
 }
 
 bool putPolicy(ByteWriter& writer, const VqsPackedPolicy& policy) {
   const PackedPolicyView view{policy};
-  return staysInRecord(policy, view) && putText(writer, view.name()) && putText(writer, view.description()) &&
-         putScalars(writer, policy) && writer.put(view.conditions(policy.conditionCount)) &&
-         putTexts(writer, view, policy.textCount) && writer.put(policy.actionCount) &&
-         putActions(writer, view.actions(policy.actionCount));
+  return canBeWritten(policy, view) && putText(writer, view.name()) && putText(writer, view.description()) &&
+         putScalars(writer, policy) && putConditions(writer, policy) && putTexts(writer, policy, view) &&
+         writer.put(policy.actionCount) && putActions(writer, policy);
 }
 
 bool putHeader(ByteWriter& writer, std::uint32_t policyCount, BinaryVersions versions) {
@@ -84,7 +86,7 @@ std::uint64_t policyBinarySize(std::span<const VqsPackedPolicy> policies) {
   std::uint64_t size = policies.empty() ? 0 : kHeaderSize;
   for (const auto& policy : policies) {
     const PackedPolicyView view{policy};
-    if (!staysInRecord(policy, view)) return 0;
+    if (!canBeWritten(policy, view)) return 0;
     size += countedEntrySize(policy, view);
   }
   return size;

@@ -6,6 +6,7 @@
 #include "binary/assembly.h"
 #include "binary/samples.h"
 #include "binary/stub_store.h"
+#include "channel/windows_calls.h"
 #include "support/scripted_driver.h"
 #include "support/temporary_folder.h"
 #include "vqs/policy_binary.h"
@@ -211,13 +212,24 @@ TEST_F(CreateFromDriver, a_missing_path_is_refused_before_any_request_even_witho
   }
 }
 
-TEST_F(CreateFromDriver, a_missing_session_or_handle_makes_the_first_request_fail) {
+TEST_F(CreateFromDriver, a_missing_handle_makes_the_first_request_fail) {
   QtfSession closed{};
-  for (QtfSession* session : {static_cast<QtfSession*>(nullptr), &closed}) {
-    EXPECT_EQ(vqsPbCreateBinaryFromDriver(session, path_.c_str(), 1, 2), 1U);
-    EXPECT_EQ(vqsAsmCreateBinaryFromDriver(session, path_.c_str(), 0, 0, 0), 1U);
-    EXPECT_EQ(vqsBalanceProfileCreateBinaryFromDriver(session, path_.c_str(), 1, 2, 1), 1U);
-  }
+  const WindowsCalls calls;
+  EXPECT_EQ(vqsPbCreateBinaryFromDriver(&closed, path_.c_str(), 1, 2), 1U);
+  EXPECT_EQ(vqsAsmCreateBinaryFromDriver(&closed, path_.c_str(), 0, 0, 0), 1U);
+  EXPECT_EQ(vqsBalanceProfileCreateBinaryFromDriver(&closed, path_.c_str(), 1, 2, 1), 1U);
+  EXPECT_EQ(calls.all(), (std::vector<std::string>{"DeviceIoControl(0x80222064, 19872, 19872)",
+                                                   "DeviceIoControl(0x80222050, 19872, 19872)",
+                                                   "DeviceIoControl(0x802220a8, 19872, 19872)"}));
+  EXPECT_FALSE(fileExists(path_));
+}
+
+TEST_F(CreateFromDriver, a_missing_session_sends_nothing) {
+  const WindowsCalls calls;
+  EXPECT_EQ(vqsPbCreateBinaryFromDriver(nullptr, path_.c_str(), 1, 2), 1U);
+  EXPECT_EQ(vqsAsmCreateBinaryFromDriver(nullptr, path_.c_str(), 0, 0, 0), 1U);
+  EXPECT_EQ(vqsBalanceProfileCreateBinaryFromDriver(nullptr, path_.c_str(), 1, 2, 1), 1U);
+  EXPECT_EQ(calls.all(), std::vector<std::string>{});
   EXPECT_FALSE(fileExists(path_));
 }
 
@@ -237,6 +249,18 @@ TEST_F(CreateFromDriver, a_registry_export_of_79_bytes_has_79_groups_and_78_comm
   const auto value = std::ranges::search(text, std::string_view{"=hex:"}).end();
   EXPECT_EQ(text.end() - value, 79 * 2 + 78 + 1);
   EXPECT_EQ(text.back(), '\n');
+}
+
+TEST_F(PbFromDriver, leaves_the_file_alone_when_a_policy_has_a_count_above_its_limit) {
+  const std::pair<std::size_t, std::uint32_t> cases[] = {{184, 16}, {188, 33}, {192, 6}};
+  for (const auto& [offset, count] : cases) {
+    folder_.write("out.bin", {1, 2, 3});
+    Record packed{3972};
+    packed.put(0, packedPolicy(fullPolicy())).u32(offset, count);
+    expectFetch(driver_, kPbRead, {packedPolicy(fullPolicy()), packed});
+    EXPECT_EQ(vqsPbCreateBinaryFromDriver(session_, path_.c_str(), 1, 2), 1U);
+    EXPECT_EQ(readFile(path_), (Bytes{1, 2, 3})) << offset;
+  }
 }
 
 TEST(CreateFromHostileStore, a_count_far_beyond_memory_or_the_policies_ends_in_a_failure) {

@@ -120,19 +120,25 @@ TEST_F(PbCreateBinary, fails_when_the_file_cannot_be_opened) {
   EXPECT_EQ(createV0(bodyV0(smallPolicy()), 1), 1U);
 }
 
-TEST_F(PbCreateBinary, takes_entries_above_a_limit_from_the_packed_record) {
+/// No reader takes such a file, so it must not take the place of a good one.
+TEST_F(PbCreateBinary, leaves_the_file_alone_with_a_count_above_its_limit) {
+  const std::pair<std::size_t, std::uint32_t> cases[] = {{120, 16}, {120, 20}, {124, 6}, {800, 33}};
+  for (const auto& [offset, count] : cases) {
+    ASSERT_EQ(createV0(bodyV0(smallPolicy()), 1), 0U);
+    auto body = Record{804};
+    body.put(0, bodyV0(narrowPolicy())).u32(offset, count);
+    EXPECT_EQ(createV0(body, 1), 1U) << offset;
+    expectWritten({smallPolicy()});
+  }
+}
+
+TEST_F(PbCreateBinary, writes_what_no_reader_takes_otherwise) {
   auto body = Record{804};
-  body.put(0, bodyV0(narrowPolicy())).u32(120, 20);
-  EXPECT_EQ(createV0(body, 1), 0U);
-  const Bytes packed = packedPolicy(narrowPolicy());
-  const Bytes file = readFile(path_);
-  // 16 of the header, 14 and 16 of the texts, 19 scalars; then 20, and twenty slots from the packed conditions on.
-  const auto at = [&](std::ptrdiff_t first, std::ptrdiff_t size) {
-    return Bytes(file.begin() + first, file.begin() + first + size);
-  };
-  ASSERT_GT(file.size(), 73U + 320);
-  EXPECT_EQ(at(65, 4), hex("14 00 00 00"));
-  EXPECT_EQ(difference(at(73, 320), Bytes(packed.begin() + 196, packed.begin() + 196 + 320)), "");
+  body.put(0, bodyV0(narrowPolicy())).fill(64, 32, 'd').u32(120, 0);
+  EXPECT_EQ(createV0(body, 1), 0U) << "a description without end, and no conditions";
+  Bytes bodies;
+  for (int i = 0; i < 401; ++i) bodies = joined({bodies, bodyV0(smallPolicy())});
+  EXPECT_EQ(createV0(bodies, 401), 0U) << "more than 400 policies";
 }
 
 TEST_F(PbCreateBinary, fails_with_counts_that_lead_beyond_the_packed_record) {
