@@ -54,11 +54,12 @@ vqsStatus writeExport(std::FILE* stream, std::span<const std::byte> binary, Regi
   return VQS_SUCCESS;
 }
 
-/// The session is not checked: without a handle the first request fails.
+/// The handle is not checked: without one the first request fails.
 vqsStatus createFromDriver(const QtfSession* session, const char* path, BinaryVersions versions, VqsPolicyStore store,
                            RegistryExportKind kind) {
   if (path == nullptr) return VQS_INVALID_PARAMETER;
-  const HANDLE handle = session != nullptr ? session->handle : nullptr;
+  if (session == nullptr) return VQS_REQUEST_FAILED;
+  const HANDLE handle = session->handle;
   const auto codes = policyStoreCodes(store);
   std::optional<RuntimeBuffer> memory;
   std::span<VqsPackedPolicy> policies;

@@ -23,8 +23,8 @@ File openFile(const char* path, const char* mode);
 /// One write of all bytes; errors are not looked at.
 void writeBytes(std::FILE* stream, std::span<const std::byte> bytes);
 
-/// How many bytes of a file are of use, judged by its first kHeadSize bytes, or by all when there are fewer. 0 refuses the
-/// file.
+/// How many bytes of a file are of use, judged by its first kHeadSize bytes, or by all when there are fewer. 0 refuses
+/// the file.
 using UsefulBytes = std::uint64_t (*)(std::span<const std::byte> head);
 inline constexpr std::size_t kHeadSize = 64;
 

@@ -80,10 +80,10 @@ vqsStatus VQS_CALL vqsPbGetConditions(QtfSession* session, const QtfConditionInf
 }
 
 vqsStatus VQS_CALL vqsPbGetActions(QtfSession* session, const QtfActionInfo** table, uint32_t* count) {
-  // Of the two only this one does not look at the session; without one the request fails and the flags stay.
+  // Of the two only this one does not refuse a session without a handle: its request fails, and the flags stay.
   if (table == nullptr || count == nullptr) return VQS_INVALID_PARAMETER;
-  const HANDLE handle = session != nullptr ? session->handle : nullptr;
-  vqs::markSupported(handle, vqs::actionTable(), vqs::kQueryActionSupport, vqs::kReadActionSupport);
+  if (session != nullptr)
+    vqs::markSupported(session->handle, vqs::actionTable(), vqs::kQueryActionSupport, vqs::kReadActionSupport);
   *count = VQS_ACTION_TYPES;
   *table = vqs::actionTable().data();
   return VQS_SUCCESS;

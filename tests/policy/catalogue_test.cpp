@@ -269,8 +269,11 @@ TEST_F(OneCatalogue, that_is_refused_reaches_nothing) {
 }
 
 TEST_F(OneCatalogue, of_actions_is_handed_out_without_a_session_or_handle) {
+  const WindowsCalls calls;
   EXPECT_EQ(getActions(nullptr), 0U);
+  EXPECT_EQ(calls.all(), std::vector<std::string>{}) << "there is nothing to ask with";
   EXPECT_EQ(getActions(&closed), 0U);
+  EXPECT_EQ(calls.all(), std::vector<std::string>{"DeviceIoControl(0x80222044, 16, 16)"});
   expectNothingWritten();
 }
 
