@@ -11,7 +11,8 @@
 /// What stands behind the Windows API functions: devices, file versions, and a way to watch and refuse every call.
 namespace host {
 
-/// One DeviceIoControl call, as the caller made it.
+/// One DeviceIoControl call, as the caller made it; where a buffered code comes with a null buffer, its length is 0, as
+/// Windows hands it to drivers.
 struct DeviceRequest {
   DWORD code;
   void* input;

@@ -14,6 +14,9 @@ std::uint64_t KernelSurroundings::now() {
   constexpr LONGLONG kUnitsPerMillisecond = 10'000;
   LARGE_INTEGER time;
   KeQuerySystemTime(&time);
+  // A read of the page that the kernel shares with everybody. Wine has no such page and imitates plain loads of it only:
+  // none may become part of another instruction.
+  __asm__ volatile("" : "+r"(time.QuadPart));
   return static_cast<std::uint64_t>(time.QuadPart / kUnitsPerMillisecond);
 }
 

@@ -19,13 +19,10 @@ SystemBuffer allocate(std::size_t size) {
   return SystemBuffer{static_cast<std::byte*>(std::calloc(1, std::max<std::size_t>(size, 1)))};
 }
 
-bool isMissing(const void* buffer, DWORD length) { return buffer == nullptr && length != 0; }
-
 }  // namespace
 
 bool runBuffered(Driver& driver, Surroundings& surroundings, SessionId session, const host::DeviceRequest& request) {
   if (request.returned != nullptr) *request.returned = 0;
-  if (isMissing(request.input, request.inputLength) || isMissing(request.output, request.outputLength)) return false;
   const std::size_t size = std::max(request.inputLength, request.outputLength);
   const SystemBuffer buffer = allocate(size);
   if (buffer == nullptr) return false;

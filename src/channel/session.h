@@ -15,7 +15,7 @@ struct QtfSession {
   std::uint32_t logSessionId;
   /// tells the key/value handle that this session made last; zero when there is none. It lies within the 24 bytes that
   /// clients know, because some of their tests make up a session of just these.
-  std::uint32_t kvHandleMark;
+  std::uint32_t kvHandleMark = 0;
 };
 static_assert(sizeof(QtfSession) == 24);
 static_assert(offsetof(QtfSession, handle) == 0);

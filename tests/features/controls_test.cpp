@@ -74,7 +74,7 @@ TEST_F(GetDebugOutput, fails_with_its_request) {
 }
 
 TEST_F(GetDebugOutput, leaves_a_missing_output_to_the_driver) {
-  expectGet().fails();
+  expectGet().answerLength(0).fails();
   EXPECT_EQ(vqsGetDebugOutput(session, nullptr), 1U);
 }
 

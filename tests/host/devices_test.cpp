@@ -111,6 +111,29 @@ TEST(Device, sees_a_request_as_it_was_made) {
   host::detachDevice(device);
 }
 
+TEST(Device, sees_no_length_where_there_is_no_buffer) {
+  constexpr DWORD kBuffered = 0x80222034;
+  constexpr DWORD kDirect = 0x80222035;
+  constexpr DWORD kNeither = 0x80222037;
+  NotingDevice device;
+  host::attachDevice(device, kClass, u"a");
+  const HANDLE handle = open(u"a");
+  std::array<char, 4> in{};
+  DWORD returned = 0;
+  EXPECT_TRUE(DeviceIoControl(handle, kBuffered, in.data(), 4, nullptr, 8, &returned, nullptr));
+  EXPECT_EQ(device.last.inputLength, 4U);
+  EXPECT_EQ(device.last.outputLength, 0U);
+  EXPECT_TRUE(DeviceIoControl(handle, kBuffered, nullptr, 4, in.data(), 4, &returned, nullptr));
+  EXPECT_EQ(device.last.inputLength, 0U);
+  EXPECT_EQ(device.last.outputLength, 4U);
+  for (const DWORD code : {kDirect, kNeither}) {
+    EXPECT_TRUE(DeviceIoControl(handle, code, in.data(), 4, nullptr, 8, &returned, nullptr));
+    EXPECT_EQ(device.last.outputLength, 8U);
+  }
+  CloseHandle(handle);
+  host::detachDevice(device);
+}
+
 TEST(Device, that_is_gone_fails_requests_on_its_handles) {
   NotingDevice device;
   host::attachDevice(device, kClass, u"a");

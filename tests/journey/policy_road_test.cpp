@@ -130,6 +130,27 @@ TEST_F(PolicyRoad, policies_are_added_found_replaced_and_deleted) {
   EXPECT_EQ(countOf(VQS_POLICY_STORE_PB), 0U);
 }
 
+TEST_F(PolicyRoad, a_call_without_room_for_the_verdict_fails_and_changes_nothing) {
+  const struct {
+    decltype(&vqsPbAddPolicy) add;
+    decltype(&vqsPbDeletePolicy) remove;
+    decltype(&vqsPbReplacePolicy) replace;
+    vqsStatus replaced;
+    VqsPolicyStore store;
+  } stores[] = {{vqsPbAddPolicy, vqsPbDeletePolicy, vqsPbReplacePolicy, VQS_INVALID_PARAMETER, VQS_POLICY_STORE_PB},
+                {vqsAsmAddPolicy, vqsAsmDeletePolicy, vqsAsmReplacePolicy, VQS_REQUEST_FAILED, VQS_POLICY_STORE_ASM},
+                {vqsBalanceProfileAddPolicy, vqsBalanceProfileDeletePolicy, vqsBalanceProfileReplacePolicy,
+                 VQS_REQUEST_FAILED, VQS_POLICY_STORE_BALANCE_PROFILE}};
+  for (const auto& [add, remove, replace, replaced, store] : stores) {
+    VqsPolicyV0 policy = smallPolicy("kept", 4);
+    std::uint32_t verdict = kPoisonWord;
+    ASSERT_EQ(add(session_, &policy, nullptr, &verdict), 0U);
+    EXPECT_EQ(remove(session_, 4, nullptr), 1U);
+    EXPECT_EQ(replace(session_, 4, &policy, nullptr), replaced);
+    EXPECT_EQ(countOf(store), 1U);
+  }
+}
+
 TEST_F(PolicyRoad, status_names_every_policy) {
   std::uint32_t verdict = 0;
   for (const std::uint32_t id : {7U, 3U}) {

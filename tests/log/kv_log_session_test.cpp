@@ -59,7 +59,8 @@ TEST_P(KVLog, start_makes_the_session_forget_a_log_that_runs_already) {
   stop(6);
   EXPECT_EQ(faults.outstanding(), 1);
   EXPECT_EQ(logs().stop(session, first), 0U) << "no log runs";
-  EXPECT_EQ(bytesOf(kAddress), Bytes(reinterpret_cast<std::uint8_t*>(first), reinterpret_cast<std::uint8_t*>(first) + 8));
+  EXPECT_EQ(bytesOf(kAddress),
+            Bytes(reinterpret_cast<std::uint8_t*>(first), reinterpret_cast<std::uint8_t*>(first) + 8));
   // Nobody's any more: the session knows its last handle only.
   holdLog(reinterpret_cast<std::uint64_t>(first), 5);
   stop(5);

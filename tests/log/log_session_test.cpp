@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include "channel/windows_calls.h"
 #include "log/logs.h"
 
 namespace test {
@@ -157,8 +158,10 @@ TEST_F(LogSupport, fails_with_its_request) {
 }
 
 TEST_F(LogSupport, leaves_a_null_buffer_to_the_driver) {
-  expectQuery("00", 7).fails();
+  const WindowsCalls calls;
+  expectQuery("00", 0).fails();
   EXPECT_EQ(vqsGetQTFLogSupport(session, nullptr, 7), 1U);
+  EXPECT_EQ(calls.all(), std::vector<std::string>{"DeviceIoControl(0x8022205c, 1, 7)"});
   expectQuery("00", 0);
   EXPECT_EQ(vqsGetQTFLogSupport(session, nullptr, 0), 0U);
 }

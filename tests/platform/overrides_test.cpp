@@ -261,7 +261,7 @@ TEST_F(KeyMetadata, stays_as_it_is_when_the_request_fails) {
 }
 
 TEST_F(KeyMetadata, leaves_a_missing_output_to_the_driver_to_refuse) {
-  expectKey("01 00 00 00").fails();
+  expectKey("01 00 00 00").answerLength(0).fails();
   EXPECT_EQ(vqsGetInputOverrideKeyMetadata(session, 1, nullptr), 1U);
 }
 

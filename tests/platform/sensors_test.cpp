@@ -60,7 +60,7 @@ TEST_F(GetSensorData, leaves_its_output_alone_when_the_request_fails) {
 }
 
 TEST_F(GetSensorData, leaves_a_missing_output_to_the_driver_to_refuse) {
-  expectGet().fails();
+  expectGet().answerLength(0).fails();
   EXPECT_EQ(vqsGetSensorData(session, nullptr), 1U);
 }
 

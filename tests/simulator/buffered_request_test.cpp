@@ -64,18 +64,18 @@ TEST_F(BufferedRequest, nobody_has_to_ask_for_the_length) {
   EXPECT_FALSE(run(kAppIo, Record{12}.u32(0, 5), output, nullptr));
 }
 
-TEST_F(BufferedRequest, missing_buffers_fail_unless_their_length_is_zero) {
+TEST_F(BufferedRequest, missing_buffers_fail_where_the_driver_needs_them) {
   Bytes record = Record{12}.u32(0, 3);
   EXPECT_FALSE(
-      simulator::runBuffered(*driver, surroundings, 1, {kAppIo, record.data(), 12, nullptr, 12, &returned, {}}));
+      simulator::runBuffered(*driver, surroundings, 1, {kAppIo, record.data(), 12, nullptr, 0, &returned, {}}));
   EXPECT_EQ(returned, 0);
   EXPECT_FALSE(
-      simulator::runBuffered(*driver, surroundings, 1, {kAppIo, nullptr, 12, record.data(), 12, &returned, {}}));
+      simulator::runBuffered(*driver, surroundings, 1, {kAppIo, nullptr, 0, record.data(), 12, &returned, {}}));
   EXPECT_EQ(record, Record{12}.u32(0, 3).bytes());
   EXPECT_FALSE(simulator::runBuffered(*driver, surroundings, 1, {kAppIo, nullptr, 0, nullptr, 0, &returned, {}}));
   Bytes add = addRequest(simplePolicy(7));
   EXPECT_FALSE(
-      simulator::runBuffered(*driver, surroundings, 1, {kModifyPb, add.data(), 4000, nullptr, 4000, &returned, {}}));
+      simulator::runBuffered(*driver, surroundings, 1, {kModifyPb, add.data(), 4000, nullptr, 0, &returned, {}}));
   EXPECT_EQ(driver->policies().store(0).count(), 0);
 }
 
