@@ -19,7 +19,7 @@ std::atomic<bool> handlerIsShown{false};
 
 errno_t invalidParameter(errno_t error) {
   errno = error;
-  invalidParameterHandler.load()();
+  _invalid_parameter_noinfo();
   return error;
 }
 
@@ -144,6 +144,8 @@ _invalid_parameter_handler _get_invalid_parameter_handler() {
 
 /// Threads have none of their own here.
 _invalid_parameter_handler _get_thread_local_invalid_parameter_handler() { return nullptr; }
+
+void _invalid_parameter_noinfo() { invalidParameterHandler.load()(); }
 
 errno_t mbstowcs_s(std::size_t* converted, WCHAR* destination, std::size_t capacity, const char* source,
                    std::size_t count) {

@@ -107,6 +107,8 @@ errno_t wcstombs_s(std::size_t* converted, char* destination, std::size_t size, 
 using _invalid_parameter_handler = void (*)();
 _invalid_parameter_handler _get_invalid_parameter_handler();
 _invalid_parameter_handler _get_thread_local_invalid_parameter_handler();
+/// Raises the condition that bounded functions end in.
+void _invalid_parameter_noinfo();
 
 errno_t strncpy_s(char* destination, std::size_t size, const char* source, std::size_t count);
 }

@@ -9,7 +9,10 @@
 // clang-format on
 #ifdef __MINGW32__
 // Missing in the toolchain's headers, there in the runtime.
-extern "C" _CRTIMP _invalid_parameter_handler __cdecl _get_thread_local_invalid_parameter_handler(void);
+extern "C" {
+_CRTIMP _invalid_parameter_handler __cdecl _get_thread_local_invalid_parameter_handler(void);
+_CRTIMP void __cdecl _invalid_parameter_noinfo(void);
+}
 #endif
 #else
 #include "host/windows_api.h"
