@@ -155,10 +155,11 @@ void checkArea(Surroundings& surroundings, simulator::LogKind kind, std::span<co
 /// Whatever was asked of it, a store holds well-formed policies with ids of their own.
 void checkStores(const simulator::Driver& driver) {
   for (std::size_t index = 0; index < simulator::kStoreCount; ++index) {
-    const auto policies = driver.policies().store(index).policies();
-    check(policies.size() <= simulator::PolicyStore::kCapacity);
+    const auto& store = driver.policies().store(index);
+    check(store.isSound());
     std::set<std::uint32_t> ids;
-    for (const auto& policy : policies) check(ids.insert(policy.id).second && simulator::isWellFormed(policy));
+    for (std::uint32_t i = 0; i < store.count(); ++i)
+      check(ids.insert(store.policy(i).id).second && simulator::isWellFormed(store.policy(i)));
   }
 }
 

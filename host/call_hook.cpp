@@ -12,18 +12,23 @@ namespace host {
 namespace {
 
 std::mutex hookMutex;
-std::shared_ptr<const CallHook> currentHook;
+
+/// Never destroyed: calls are made up to the very end of a program.
+auto& currentHook() {
+  static auto& current = *new std::shared_ptr<const CallHook>;
+  return current;
+}
 
 std::shared_ptr<const CallHook> hook() {
   const std::lock_guard lock{hookMutex};
-  return currentHook;
+  return currentHook();
 }
 
 }  // namespace
 
 void setCallHook(CallHook newHook) {
   const std::lock_guard lock{hookMutex};
-  currentHook = newHook ? std::make_shared<const CallHook>(std::move(newHook)) : nullptr;
+  currentHook() = newHook ? std::make_shared<const CallHook>(std::move(newHook)) : nullptr;
 }
 
 bool callsAreWatched() { return hook() != nullptr; }

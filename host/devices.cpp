@@ -4,9 +4,11 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/call_hook.h"
+#include "host/guarded.h"
 #include "host/handles.h"
 #include "host/host.h"
 
@@ -20,7 +22,12 @@ struct Attachment {
 };
 
 std::mutex deviceMutex;
-constinit std::vector<std::shared_ptr<Attachment>> attachments;
+
+/// Never destroyed: programs may have handles as long as they run.
+auto& attachments() {
+  static auto& list = *new std::vector<std::shared_ptr<Attachment>>;
+  return list;
+}
 
 /// One opening of a device.
 class OpenDevice : public host::Object {
@@ -45,7 +52,7 @@ bool sameClass(const GUID& left, const GUID& right) { return std::memcmp(&left, 
 std::u16string interfaceList(const GUID& interfaceClass) {
   const std::lock_guard lock{deviceMutex};
   std::u16string list;
-  for (const auto& attachment : attachments)
+  for (const auto& attachment : attachments())
     if (sameClass(attachment->interfaceClass, interfaceClass)) (list += attachment->path) += u'\0';
   return list += u'\0';
 }
@@ -67,22 +74,25 @@ host::DeviceRequest asTheDriverSeesIt(host::DeviceRequest request) {
 
 std::shared_ptr<const Attachment> findByPath(std::u16string_view path) {
   const std::lock_guard lock{deviceMutex};
-  const auto found = std::ranges::find_if(attachments, [&](const auto& it) { return samePath(it->path, path); });
-  return found == attachments.end() ? nullptr : *found;
+  const auto found = std::ranges::find_if(attachments(), [&](const auto& it) { return samePath(it->path, path); });
+  return found == attachments().end() ? nullptr : *found;
 }
 
 }  // namespace
 
 namespace host {
 
-void attachDevice(Device& device, const GUID& interfaceClass, std::u16string path) {
-  const std::lock_guard lock{deviceMutex};
-  attachments.push_back(std::make_shared<Attachment>(Attachment{&device, interfaceClass, std::move(path)}));
+bool attachDevice(Device& device, const GUID& interfaceClass, std::u16string_view path) {
+  return guarded(false, [&] {
+    const std::lock_guard lock{deviceMutex};
+    attachments().push_back(std::make_shared<Attachment>(Attachment{&device, interfaceClass, std::u16string{path}}));
+    return true;
+  });
 }
 
 void detachDevice(const Device& device) {
   const std::lock_guard lock{deviceMutex};
-  std::erase_if(attachments, [&](const auto& attachment) {
+  std::erase_if(attachments(), [&](const auto& attachment) {
     if (attachment->device != &device) return false;
     attachment->device = nullptr;
     return true;
@@ -92,40 +102,49 @@ void detachDevice(const Device& device) {
 }  // namespace host
 
 CONFIGRET CM_Get_Device_Interface_List_SizeA(ULONG* length, GUID* interfaceClass, CHAR* deviceId, ULONG flags) {
-  if (!host::permit("CM_Get_Device_Interface_List_SizeA", static_cast<const void*>(deviceId), flags)) return CR_FAILURE;
-  *length = static_cast<ULONG>(interfaceList(*interfaceClass).size());
-  return CR_SUCCESS;
+  return host::guarded(CR_OUT_OF_MEMORY, [&] {
+    if (!host::permit("CM_Get_Device_Interface_List_SizeA", static_cast<const void*>(deviceId), flags))
+      return CR_FAILURE;
+    *length = static_cast<ULONG>(interfaceList(*interfaceClass).size());
+    return CR_SUCCESS;
+  });
 }
 
 CONFIGRET CM_Get_Device_Interface_ListW(GUID* interfaceClass, WCHAR* deviceId, WCHAR* buffer, ULONG length,
                                         ULONG flags) {
-  if (!host::permit("CM_Get_Device_Interface_ListW", static_cast<const void*>(deviceId), length, flags))
-    return CR_FAILURE;
-  const auto list = interfaceList(*interfaceClass);
-  if (list.size() > length) return CR_BUFFER_SMALL;
-  std::ranges::copy(list, buffer);
-  return CR_SUCCESS;
+  return host::guarded(CR_OUT_OF_MEMORY, [&] {
+    if (!host::permit("CM_Get_Device_Interface_ListW", static_cast<const void*>(deviceId), length, flags))
+      return CR_FAILURE;
+    const auto list = interfaceList(*interfaceClass);
+    if (list.size() > length) return CR_BUFFER_SMALL;
+    std::ranges::copy(list, buffer);
+    return CR_SUCCESS;
+  });
 }
 
 HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD disposition,
                    DWORD flags, HANDLE templateFile) {
-  if (!host::permit("CreateFileW", std::u16string_view{path}, access, share, static_cast<const void*>(security),
-                    disposition, flags, static_cast<const void*>(templateFile)))
+  return host::guarded(INVALID_HANDLE_VALUE, [&] {
+    if (!host::permit("CreateFileW", std::u16string_view{path}, access, share, static_cast<const void*>(security),
+                      disposition, flags, static_cast<const void*>(templateFile)))
+      return INVALID_HANDLE_VALUE;
+    const auto attachment = findByPath(path);
+    if (attachment == nullptr) return INVALID_HANDLE_VALUE;
+    const auto handle = host::registerHandle(std::make_shared<OpenDevice>(attachment));
+    if (attachment->device->open(handle)) return handle;
+    host::forgetHandle(handle);
     return INVALID_HANDLE_VALUE;
-  const auto attachment = findByPath(path);
-  if (attachment == nullptr) return INVALID_HANDLE_VALUE;
-  const auto handle = host::registerHandle(std::make_shared<OpenDevice>(attachment));
-  if (attachment->device->open(handle)) return handle;
-  host::forgetHandle(handle);
-  return INVALID_HANDLE_VALUE;
+  });
 }
 
 BOOL DeviceIoControl(HANDLE handle, DWORD code, void* input, DWORD inputLength, void* output, DWORD outputLength,
                      DWORD* returned, OVERLAPPED* overlapped) {
-  if (!host::permit("DeviceIoControl", code, inputLength, outputLength)) return FALSE;
-  const auto opened = host::findHandleOf<OpenDevice>(handle);
-  auto* device = opened == nullptr ? nullptr : opened->device();
-  if (device == nullptr) return FALSE;
-  const auto request = asTheDriverSeesIt({code, input, inputLength, output, outputLength, returned, overlapped});
-  return device->control(handle, request) ? TRUE : FALSE;
+  return host::guarded(FALSE, [&] {
+    if (!host::permit("DeviceIoControl", code, inputLength, outputLength)) return FALSE;
+    const auto opened = host::findHandleOf<OpenDevice>(handle);
+    auto* device = opened == nullptr ? nullptr : opened->device();
+    if (device == nullptr) return FALSE;
+    const auto request = asTheDriverSeesIt({code, input, inputLength, output, outputLength, returned, overlapped});
+    return device->control(handle, request) ? TRUE : FALSE;
+  });
 }

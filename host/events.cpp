@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "host/call_hook.h"
+#include "host/guarded.h"
 #include "host/handles.h"
 #include "host/host.h"
 
@@ -39,9 +40,9 @@ class Event : public host::Object {
 
 std::mutex eventMutex;
 
-/// Made at its first use, which may come before other initialisers have run.
+/// Made at its first use, which may come before other initialisers have run, and never destroyed.
 auto& events() {
-  static std::map<std::u16string, std::shared_ptr<Event>, std::less<>> map;
+  static auto& map = *new std::map<std::u16string, std::shared_ptr<Event>, std::less<>>;
   return map;
 }
 
@@ -59,9 +60,12 @@ void setEvent(std::u16string_view name, bool signalled) {
 
 namespace host {
 
-void createEvent(std::u16string name) {
-  const std::lock_guard lock{eventMutex};
-  events().try_emplace(std::move(name), std::make_shared<Event>());
+bool createEvent(std::u16string_view name) {
+  return guarded(false, [&] {
+    const std::lock_guard lock{eventMutex};
+    events().try_emplace(std::u16string{name}, std::make_shared<Event>());
+    return true;
+  });
 }
 
 void removeEvent(std::u16string_view name) {
@@ -79,9 +83,11 @@ void signalHandle(HANDLE event) {
 }  // namespace host
 
 HANDLE OpenEventW(DWORD access, BOOL inherit, const WCHAR* name) {
-  if (!host::permit("OpenEventW", access, static_cast<DWORD>(inherit), std::u16string_view{name})) return nullptr;
-  auto event = findEvent(name);
-  return event == nullptr ? nullptr : host::registerHandle(std::move(event));
+  return host::guarded(HANDLE{}, [&] {
+    if (!host::permit("OpenEventW", access, static_cast<DWORD>(inherit), std::u16string_view{name})) return HANDLE{};
+    auto event = findEvent(name);
+    return event == nullptr ? HANDLE{} : host::registerHandle(std::move(event));
+  });
 }
 
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {

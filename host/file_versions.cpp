@@ -5,31 +5,37 @@
 #include <optional>
 
 #include "host/call_hook.h"
+#include "host/guarded.h"
 #include "host/host.h"
 
 namespace {
 
 std::mutex versionMutex;
 
-/// Made at its first use: whoever publishes versions may do so before other initialisers have run.
+/// Made at its first use, for whoever publishes versions may do so before other initialisers have run; never destroyed.
 auto& versions() {
-  static std::map<std::string, VS_FIXEDFILEINFO, std::less<>> map;
+  static auto& map = *new std::map<std::string, VS_FIXEDFILEINFO, std::less<>>;
   return map;
 }
 
 std::optional<VS_FIXEDFILEINFO> findVersion(std::string_view name) {
-  const std::lock_guard lock{versionMutex};
-  const auto found = versions().find(name);
-  return found == versions().end() ? std::nullopt : std::optional{found->second};
+  return host::guarded(std::optional<VS_FIXEDFILEINFO>{}, [&] {
+    const std::lock_guard lock{versionMutex};
+    const auto found = versions().find(name);
+    return found == versions().end() ? std::nullopt : std::optional{found->second};
+  });
 }
 
 }  // namespace
 
 namespace host {
 
-void setFileVersion(std::string name, const VS_FIXEDFILEINFO& version) {
-  const std::lock_guard lock{versionMutex};
-  versions().insert_or_assign(std::move(name), version);
+bool setFileVersion(std::string_view name, const VS_FIXEDFILEINFO& version) {
+  return guarded(false, [&] {
+    const std::lock_guard lock{versionMutex};
+    versions().insert_or_assign(std::string{name}, version);
+    return true;
+  });
 }
 
 void removeFileVersion(std::string_view name) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/call_hook.h"
+#include "host/guarded.h"
 
 namespace host {
 namespace {
@@ -13,9 +14,10 @@ namespace {
 std::mutex handleMutex;
 std::uintptr_t lastHandle = 0x100;
 
-/// Made at its first use, which may come before other initialisers have run.
+/// Made at its first use, which may come before other initialisers have run, and never destroyed: programs close
+/// handles up to their very end.
 auto& openHandles() {
-  static std::map<HANDLE, std::shared_ptr<Object>> map;
+  static auto& map = *new std::map<HANDLE, std::shared_ptr<Object>>;
   return map;
 }
 
@@ -44,9 +46,11 @@ std::shared_ptr<Object> forgetHandle(HANDLE handle) {
 }  // namespace host
 
 BOOL CloseHandle(HANDLE handle) {
-  static_cast<void>(host::permit("CloseHandle"));
-  const auto object = host::forgetHandle(handle);
-  if (object == nullptr) return FALSE;
-  object->closed(handle);
-  return TRUE;
+  return host::guarded(FALSE, [&] {
+    static_cast<void>(host::permit("CloseHandle"));
+    const auto object = host::forgetHandle(handle);
+    if (object == nullptr) return FALSE;
+    object->closed(handle);
+    return TRUE;
+  });
 }

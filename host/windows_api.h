@@ -67,6 +67,7 @@ inline constexpr DWORD WAIT_TIMEOUT = 258;
 inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 
 inline constexpr CONFIGRET CR_SUCCESS = 0x00;
+inline constexpr CONFIGRET CR_OUT_OF_MEMORY = 0x02;
 inline constexpr CONFIGRET CR_FAILURE = 0x13;
 inline constexpr CONFIGRET CR_BUFFER_SMALL = 0x1A;
 inline constexpr ULONG CM_GET_DEVICE_INTERFACE_LIST_PRESENT = 0;

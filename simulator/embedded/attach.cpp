@@ -1,22 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <cstdlib>
+#include <new>
 
 #include "simulator/embedded/embedded_driver.h"
 
+namespace simulator {
 namespace {
 
-std::string environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? "" : value;
+Reason readEnvironment(void* /*context*/, Configuration& configuration) {
+  const Reason tooLong{"is longer than %zu bytes", Configuration::kLongestText - 1};
+  if (!system::environment("VEXOQTF_SIMULATOR_STATE", configuration.stateFile)) return tooLong;
+  return system::environment("VEXOQTF_SIMULATOR_OPTIONS", configuration.options) ? Reason{} : tooLong;
 }
 
 /// The library finds its driver in any process that loads it. The driver is never destroyed: handles may be in use as
 /// long as the process runs.
 [[gnu::constructor]] void attachSimulatedDriver() {
-  static auto& driver = *new simulator::EmbeddedDriver{[] { return environment("VEXOQTF_SIMULATOR_STATE"); },
-                                                       simulator::EmbeddedDriver::kLockTimeout,
-                                                       [] { return environment("VEXOQTF_SIMULATOR_OPTIONS"); }};
-  driver.attach();
+  alignas(EmbeddedDriver) static std::byte memory[sizeof(EmbeddedDriver)];
+  (new (memory) EmbeddedDriver{&readEnvironment})->attach();
 }
 
 }  // namespace
+}  // namespace simulator

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "host/host.h"
+#include "host/device.h"
 #include "simulator/model/driver.h"
 
 namespace simulator {

@@ -2,146 +2,151 @@
 #include "simulator/embedded/embedded_driver.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <array>
+#include <cstdlib>
 #include <utility>
 
 #include "simulator/embedded/buffered_request.h"
 #include "simulator/embedded/file_versions.h"
-#include "simulator/embedded/state_image.h"
 
 namespace simulator {
 namespace {
 
 constexpr GUID kInterfaceClass = {0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
-constexpr const char16_t* kInterfacePath = u"\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}";
+template <std::size_t kLength>
+constexpr std::array<WCHAR, kLength> widened(const char (&text)[kLength]) {
+  std::array<WCHAR, kLength> wide{};
+  std::ranges::copy(text, wide.begin());
+  return wide;
+}
+
+constexpr auto kInterfacePath = widened("\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}");
 
 /// One line, whatever the subject is called.
-void report(const std::string& subject, const char* reason) {
-  const auto isControl = [](char unit) { return static_cast<unsigned char>(unit) < 0x20 || unit == 0x7F; };
-  std::string line = subject + ' ' + reason;
-  std::ranges::replace_if(line, isControl, '?');
-  std::fprintf(stderr, "vexoqtf simulator: %s\n", line.c_str());
+void report(const char* subject, const Reason& reason) {
+  char line[Configuration::kLongestText + 512];
+  const int length = std::snprintf(line, sizeof(line) - 1, "vexoqtf simulator: %s %s", subject, reason.text());
+  const std::span<char> text{line, std::min(static_cast<std::size_t>(length), sizeof(line) - 2)};
+  std::ranges::replace_if(text, [](char unit) { return static_cast<unsigned char>(unit) < 0x20 || unit == 0x7F; }, '?');
+  line[text.size()] = '\n';
+  line[text.size() + 1] = '\0';
+  system::writeError(line);
 }
 
 SessionId sessionOf(HANDLE handle) { return reinterpret_cast<SessionId>(handle); }
 
 }  // namespace
 
-EmbeddedDriver::EmbeddedDriver(StateFileSource stateFile, std::chrono::milliseconds lockTimeout, OptionsSource options)
-    : stateFile_(std::move(stateFile)), options_(std::move(options)), lockTimeout_(lockTimeout) {}
+EmbeddedDriver::~EmbeddedDriver() {
+  detach();
+  std::free(own_);
+}
 
-EmbeddedDriver::EmbeddedDriver(std::string stateFile, std::chrono::milliseconds lockTimeout)
-    : EmbeddedDriver(StateFileSource{[name = std::move(stateFile)] { return name; }}, lockTimeout) {}
-
-EmbeddedDriver::~EmbeddedDriver() { detach(); }
-
-void EmbeddedDriver::attach() {
-  if (std::exchange(attached_, true)) return;
+bool EmbeddedDriver::attach() {
+  if (attached_) return true;
   publishFileVersions();
-  host::createEvent(kOutputEventName);
-  host::attachDevice(*this, kInterfaceClass, kInterfacePath);
+  system::createOutputEvent();
+  attached_ = host::attachDevice(*this, kInterfaceClass, kInterfacePath.data());
+  return attached_;
 }
 
 void EmbeddedDriver::detach() {
   if (std::exchange(attached_, false)) {
     host::detachDevice(*this);
-    host::removeEvent(kOutputEventName);
+    system::removeOutputEvent();
     withdrawFileVersions();
   }
   {
-    const std::lock_guard lock{mutex_};
-    const auto handles = std::exchange(openHandles_, {});
-    for (HANDLE handle : handles) model_->close(surroundings_, sessionOf(handle));
-    if (!handles.empty()) closeLast();
+    const system::LockGuard lock{mutex_};
+    for (HANDLE handle : openHandles_.all()) model_->close(surroundings_, sessionOf(handle));
+    openHandles_.clear();
+    closeLast();
   }
-  manageRefresher();
+  refresher_.update();
 }
 
 void EmbeddedDriver::setTime(std::uint64_t milliseconds) {
-  const std::lock_guard lock{mutex_};
+  const system::LockGuard lock{mutex_};
   surroundings_.setClock(milliseconds);
 }
 
 bool EmbeddedDriver::open(HANDLE handle) {
-  const std::lock_guard lock{mutex_};
-  if (openHandles_.empty() && !openFirst()) return false;
-  openHandles_.insert(handle);
-  return true;
+  const system::LockGuard lock{mutex_};
+  if (!openHandles_.add(handle)) return false;
+  if (model_ != nullptr || openFirst()) return true;
+  openHandles_.remove(handle);
+  return false;
 }
 
 bool EmbeddedDriver::control(HANDLE handle, const host::DeviceRequest& request) {
   bool isDone = false;
   {
-    const std::lock_guard lock{mutex_};
-    isDone = !openHandles_.empty() && runBuffered(*model_, surroundings_, sessionOf(handle), request);
+    const system::LockGuard lock{mutex_};
+    isDone = model_ != nullptr && runBuffered(*model_, surroundings_, sessionOf(handle), request);
   }
-  manageRefresher();
+  refresher_.update();
   return isDone;
 }
 
 void EmbeddedDriver::close(HANDLE handle) {
   {
-    const std::lock_guard lock{mutex_};
-    const auto open = openHandles_.find(handle);
-    if (open == openHandles_.end()) return;
-    openHandles_.erase(open);
+    const system::LockGuard lock{mutex_};
+    if (!openHandles_.remove(handle)) return;
     model_->close(surroundings_, sessionOf(handle));
-    if (openHandles_.empty()) closeLast();
+    if (openHandles_.isEmpty()) closeLast();
   }
-  manageRefresher();
+  refresher_.update();
 }
 
-void EmbeddedDriver::refresh() {
-  const std::lock_guard lock{mutex_};
-  if (model_ != nullptr) model_->refresh(surroundings_);
+void EmbeddedDriver::refresh(void* self) {
+  auto& driver = *static_cast<EmbeddedDriver*>(self);
+  const system::LockGuard lock{driver.mutex_};
+  if (driver.model_ != nullptr) driver.model_->refresh(driver.surroundings_);
 }
 
-void EmbeddedDriver::manageRefresher() {
-  refresher_.runWhile([this] {
-    const std::lock_guard lock{mutex_};
-    return model_ != nullptr && model_->hasMappedLogs();
-  });
-}
-
-void EmbeddedDriver::apply(const Options& options) {
-  if (options_) surroundings_.setClock(options.time);
-  model_->setSeed(options.seed);
-  model_->setLogFault(options.logFault);
+bool EmbeddedDriver::hasMappedLogs(void* self) {
+  auto& driver = *static_cast<EmbeddedDriver*>(self);
+  const system::LockGuard lock{driver.mutex_};
+  return driver.model_ != nullptr && driver.model_->hasMappedLogs();
 }
 
 bool EmbeddedDriver::openFirst() {
-  std::string name;
-  try {
-    const Options options = options_ ? parseOptions(options_()) : Options{};
-    name = stateFile_();
-    if (!name.empty()) loadState(name);
-    if (model_ == nullptr) model_ = std::make_unique<Driver>();
-    apply(options);
-    return true;
-  } catch (const OptionsError& error) {
-    report("VEXOQTF_SIMULATOR_OPTIONS:", error.what());
-  } catch (const std::exception& error) {
-    report(name, error.what());
+  Configuration configuration{};
+  Options options;
+  Reason reason = source_(sourceContext_, configuration);
+  const char* subject = "VEXOQTF_SIMULATOR_STATE:";
+  if (!reason) {
+    subject = "VEXOQTF_SIMULATOR_OPTIONS:";
+    reason = parseOptions(configuration.options, options);
   }
-  return false;
+  if (!reason) {
+    subject = configuration.stateFile;
+    reason = useState(configuration.stateFile);
+  }
+  if (reason) {
+    report(subject, reason);
+    return false;
+  }
+  surroundings_.setClock(options.time);
+  model_->setSeed(options.seed);
+  model_->setLogFault(options.logFault);
+  return true;
 }
 
-void EmbeddedDriver::loadState(const std::string& name) {
-  StateFile file{name, lockTimeout_};
-  auto fresh = std::make_unique<Driver>();
-  if (const auto image = file.read()) decodeState(*image, *fresh);
-  model_ = std::move(fresh);
-  persistence_.emplace(Persistence{std::move(file), name, encodeStateWithoutTime(*model_)});
+Reason EmbeddedDriver::useState(const char* path) {
+  if (*path != '\0') {
+    if (Reason reason = kept_.open(path, longestWait_)) return reason;
+    model_ = &kept_.driver();
+    return {};
+  }
+  if (own_ == nullptr) own_ = static_cast<Driver*>(std::calloc(1, sizeof(Driver)));
+  model_ = own_;
+  return own_ != nullptr ? Reason{} : Reason{"The driver needs more memory than there is"};
 }
 
 void EmbeddedDriver::closeLast() {
-  if (!persistence_) return;
-  try {
-    if (encodeStateWithoutTime(*model_) != persistence_->image) persistence_->file.replace(encodeState(*model_));
-  } catch (const std::exception& error) {
-    report(persistence_->name, error.what());
-  }
-  persistence_.reset();
+  model_ = nullptr;
+  kept_.close();
 }
 
 }  // namespace simulator

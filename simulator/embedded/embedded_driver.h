@@ -1,50 +1,50 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <chrono>
-#include <cstddef>
-#include <functional>
-#include <memory>
-#include <mutex>
-#include <optional>
-#include <set>
-#include <string>
-#include <vector>
+#include <cstdint>
 
-#include "host/host.h"
+#include "host/device.h"
+#include "simulator/embedded/handle_list.h"
+#include "simulator/embedded/kept_driver.h"
 #include "simulator/embedded/options.h"
 #include "simulator/embedded/process_surroundings.h"
 #include "simulator/embedded/refresher.h"
-#include "simulator/embedded/state_file.h"
-#include "simulator/model/driver.h"
 
 namespace simulator {
 
+/// Where a driver keeps its state and how it differs from the usual one.
+struct Configuration {
+  static constexpr std::size_t kLongestText = 4096;
+
+  /// path of the state file; empty for none
+  char stateFile[kLongestText];
+  /// words for parseOptions
+  char options[kLongestText];
+};
+
 /// The simulated driver as a device of this process. Any thread may call it; its requests run one after the other.
 ///
-/// With a state file, the driver holds the file and its lock from the first handle that is opened to the last that is
-/// closed: the state is read at the former and, if it has changed, written at the latter. Without one, the state lives
-/// as long as this object. What goes wrong with the file is told on stderr, in one line. While a log is mapped, a
-/// thread brings it up to date once a second.
+/// With a state file, the driver holds the file from the first handle that is opened to the last that is closed, and
+/// what it is told is in the file at once. Without one, the state lives as long as this object. What goes wrong with
+/// the file is told on stderr, in one line. While a log is mapped, a thread brings it up to date once a second.
 class EmbeddedDriver final : public host::Device {
  public:
-  /// Names the state file, or nothing for none. Asked whenever a first handle is opened.
-  using StateFileSource = std::function<std::string()>;
-  /// The words of the options, asked at the same moment.
-  using OptionsSource = std::function<std::string()>;
+  /// Asked whenever a first handle is opened. A reason ends the open.
+  using ConfigurationSource = Reason (*)(void* context, Configuration& configuration);
 
-  static constexpr std::chrono::milliseconds kLockTimeout{10000};
+  /// How long an open waits for another process to close the file, in milliseconds.
+  static constexpr std::uint32_t kLongestWait = 10'000;
 
-  explicit EmbeddedDriver(StateFileSource stateFile, std::chrono::milliseconds lockTimeout = kLockTimeout,
-                          OptionsSource options = {});
-  explicit EmbeddedDriver(std::string stateFile = {}, std::chrono::milliseconds lockTimeout = kLockTimeout);
+  explicit EmbeddedDriver(ConfigurationSource source, void* context = nullptr, std::uint32_t longestWait = kLongestWait)
+      : source_(source), sourceContext_(context), longestWait_(longestWait) {}
   /// Detaches.
-  ~EmbeddedDriver() override;
+  ~EmbeddedDriver();
   EmbeddedDriver(EmbeddedDriver&&) = delete;
 
-  /// Makes the device present in this process, and publishes the file versions of the library and the driver.
-  void attach();
-  /// Takes both back. Handles that are still open are closed, as far as the state file is concerned.
+  /// Makes the device present in this process, and publishes the file versions of the library and the driver. False
+  /// when there is no memory for it.
+  bool attach();
+  /// Takes both back. Handles that are still open are closed, as far as the state is concerned.
   void detach();
 
   /// Makes the clock stand at a moment, in milliseconds.
@@ -55,32 +55,25 @@ class EmbeddedDriver final : public host::Device {
   void close(HANDLE handle) override;
 
  private:
-  /// The state file of the handles that are open, and what it held when the first of them was opened.
-  struct Persistence {
-    StateFile file;
-    std::string name;
-    std::vector<std::byte> image;
-  };
-
   bool openFirst();
-  void apply(const Options& options);
-  void loadState(const std::string& name);
+  Reason useState(const char* path);
   void closeLast();
-  void refresh();
-  /// Keeps the thread running while there is something for it to do. Called without the lock.
-  void manageRefresher();
+  static void refresh(void* self);
+  static bool hasMappedLogs(void* self);
 
-  const StateFileSource stateFile_;
-  const OptionsSource options_;
-  const std::chrono::milliseconds lockTimeout_;
-  std::mutex mutex_;
+  const ConfigurationSource source_;
+  void* const sourceContext_;
+  const std::uint32_t longestWait_;
+  system::Mutex mutex_;
   ProcessSurroundings surroundings_;
-  std::unique_ptr<Driver> model_;
-  std::optional<Persistence> persistence_;
-  std::multiset<HANDLE> openHandles_;
+  KeptDriver kept_;
+  /// what lives without a file, from its first use on
+  Driver* own_ = nullptr;
+  /// the driver of the handles that are open
+  Driver* model_ = nullptr;
+  HandleList openHandles_;
   bool attached_ = false;
-  /// Last, so that its thread ends before what it works on.
-  Refresher refresher_{[this] { refresh(); }};
+  Refresher refresher_{&refresh, &hasMappedLogs, this};
 };
 
 }  // namespace simulator

@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 
-#include "simulator/embedded/descriptor.h"
 #include "simulator/model/surroundings.h"
 
 namespace simulator {
 
 /// Memory of the log areas: written through one view, and handed out as views that can only be read.
+/// log_memory_posix.cpp and log_memory_windows.cpp hold the same functions.
 class LogMemory {
  public:
   LogMemory() = default;
@@ -20,17 +19,18 @@ class LogMemory {
 
   /// The view to write to, made at its first use; empty when there is no memory.
   std::span<std::byte> area(LogKind kind);
-  /// One more view to read from, or 0.
+  /// One more view of an area that has been made, or 0.
   std::uint64_t map(LogKind kind);
   static void unmap(LogKind kind, std::uint64_t address);
 
  private:
   struct Area {
-    Descriptor file{-1};
-    std::byte* view = nullptr;
+    /// the system's name of the memory, while there is a view
+    std::intptr_t memory;
+    std::byte* view;
   };
 
-  std::array<Area, kLogKinds> areas_;
+  Area areas_[kLogKinds] = {};
 };
 
 }  // namespace simulator

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <string>
 
 namespace simulator {
 namespace {
@@ -20,47 +19,43 @@ constexpr FaultName kFaults[] = {{.name = "unknown-key", .fault = LogFault::unkn
                                  {.name = "empty", .fault = LogFault::empty},
                                  {.name = "version", .fault = LogFault::version}};
 
-[[noreturn]] void refuse(std::string_view word) {
-  throw OptionsError('"' + std::string{word} + "\" is not understood");
-}
-
-std::uint64_t parseNumber(std::string_view text, std::string_view word) {
-  std::uint64_t number = 0;
+bool parseNumber(std::string_view text, std::uint64_t& number) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc{} || end != text.data() + text.size()) refuse(word);
-  return number;
+  return error == std::errc{} && end == text.data() + text.size();
 }
 
-LogFault parseFault(std::string_view name, std::string_view word) {
+bool parseFault(std::string_view name, LogFault& fault) {
   const auto* found = std::ranges::find(kFaults, name, &FaultName::name);
-  if (found == std::end(kFaults)) refuse(word);
-  return found->fault;
+  if (found == std::end(kFaults)) return false;
+  fault = found->fault;
+  return true;
 }
 
-void parseWord(std::string_view word, Options& options) {
-  const std::size_t equals = std::min(word.find('='), word.size());
-  const auto name = word.substr(0, equals);
-  const auto value = word.substr(std::min(equals + 1, word.size()));
-  if (name == "seed")
-    options.seed = parseNumber(value, word);
-  else if (name == "time")
-    options.time = parseNumber(value, word);
-  else if (name == "log")
-    options.logFault = parseFault(value, word);
-  else
-    refuse(word);
+/// What comes before a separator, which is taken away together with it.
+std::string_view takeUpTo(char separator, std::string_view& text) {
+  const std::size_t length = std::min(text.find(separator), text.size());
+  const std::string_view taken{text.data(), length};
+  text.remove_prefix(std::min(length + 1, text.size()));
+  return taken;
+}
+
+bool parseWord(std::string_view word, Options& options) {
+  const auto name = takeUpTo('=', word);
+  if (name == "seed") return parseNumber(word, options.seed);
+  if (name == "time") return parseNumber(word, options.time.emplace());
+  if (name == "log") return parseFault(word, options.logFault);
+  return false;
 }
 
 }  // namespace
 
-Options parseOptions(std::string_view words) {
-  Options options;
+Reason parseOptions(std::string_view words, Options& options) {
   while (!words.empty()) {
-    const std::size_t comma = std::min(words.find(','), words.size());
-    parseWord(words.substr(0, comma), options);
-    words.remove_prefix(std::min(comma + 1, words.size()));
+    const auto word = takeUpTo(',', words);
+    if (!parseWord(word, options))
+      return Reason{"\"%.*s\" is not understood", static_cast<int>(word.size()), word.data()};
   }
-  return options;
+  return {};
 }
 
 }  // namespace simulator

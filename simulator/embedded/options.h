@@ -3,9 +3,9 @@
 
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 
+#include "simulator/embedded/reason.h"
 #include "simulator/model/log_area.h"
 
 namespace simulator {
@@ -14,17 +14,11 @@ namespace simulator {
 struct Options {
   std::uint64_t seed = 0;
   /// where the clock stands still, in milliseconds
-  std::optional<std::uint64_t> time;
+  std::optional<std::uint64_t> time = std::nullopt;
   LogFault logFault = LogFault::none;
 };
 
-/// Which word was not understood, as the end of a sentence.
-class OptionsError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-/// Options from words such as "seed=7,log=no-end". Throws OptionsError.
-Options parseOptions(std::string_view words);
+/// Options from words such as "seed=7,log=no-end", or which word was not understood.
+Reason parseOptions(std::string_view words, Options& options);
 
 }  // namespace simulator

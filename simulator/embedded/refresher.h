@@ -1,25 +1,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <functional>
-#include <mutex>
-#include <thread>
+#include "simulator/embedded/system.h"
 
 namespace simulator {
 
-/// Does something once a second for as long as it is wanted, on a thread of its own.
+/// Runs a metronome for as long as it is wanted.
 class Refresher {
  public:
-  explicit Refresher(std::function<void()> refresh) : refresh_(std::move(refresh)) {}
+  using Question = bool (*)(void* context);
+
+  /// Both are called with `context` from then on, `refresh` once a second while `isWanted` is true.
+  Refresher(system::Metronome::Work refresh, Question isWanted, void* context)
+      : refresh_(refresh), isWanted_(isWanted), context_(context) {}
 
   /// Starts or ends the thread, as it is wanted once no other caller is at it. Nothing that `refresh` waits for may be
-  /// held.
-  void runWhile(const std::function<bool()>& isWanted);
+  /// held. Where there is no thread to be had, requests alone bring the logs up to date.
+  void update() {
+    const system::LockGuard lock{mutex_};
+    const bool isWanted = isWanted_(context_);
+    if (isWanted == metronome_.isRunning()) return;
+    if (isWanted)
+      metronome_.start(refresh_, context_);
+    else
+      metronome_.stop();
+  }
 
  private:
-  std::function<void()> refresh_;
-  std::mutex mutex_;
-  std::jthread thread_;
+  const system::Metronome::Work refresh_;
+  const Question isWanted_;
+  void* const context_;
+  system::Mutex mutex_;
+  system::Metronome metronome_;
 };
 
 }  // namespace simulator

@@ -1,34 +1,47 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <chrono>
 #include <cstddef>
-#include <filesystem>
-#include <optional>
+#include <cstdint>
 #include <span>
-#include <vector>
 
-#include "simulator/embedded/descriptor.h"
+#include "simulator/embedded/reason.h"
 
 namespace simulator {
 
-/// A state file, locked against every other holder of the same file for as long as the object lives.
-/// All members throw StateError.
+/// An open file that no other process has open in this way, and the part of it that is in memory: what is written there
+/// is the file's, whatever becomes of the process. state_file_posix.cpp and state_file_windows.cpp hold the same
+/// functions.
 class StateFile {
  public:
-  /// Waits for the lock, which lies beside the file as "<file>.lock". Refuses a file that could not be replaced later.
-  StateFile(const std::filesystem::path& path, std::chrono::milliseconds lockTimeout);
+  StateFile() = default;
+  ~StateFile() { close(); }
+  StateFile(StateFile&&) = delete;
 
-  /// The file's content, at most as much as an image can be long; nothing when there is no file.
-  [[nodiscard]] std::optional<std::vector<std::byte>> read() const;
+  /// Opens a file, made if need be, for the owner alone, and waits for other processes to close it. Links are followed.
+  Reason open(const char* path, std::uint32_t longestWait);
+  void close();
+  [[nodiscard]] bool isOpen() const { return file_ != kNone; }
 
-  /// Replaces the file in one step: whatever goes wrong, it has its old content or the new one.
-  void replace(std::span<const std::byte> content) const;
+  [[nodiscard]] std::uint64_t length() const { return length_; }
+  /// Copies from the beginning of the file, which has as many bytes.
+  Reason read(std::span<std::byte> content) const;
+
+  /// Brings the first bytes of the file into memory. A file that is shorter grows, by zeros.
+  Reason map(std::size_t size);
+  [[nodiscard]] std::span<std::byte> memory() const { return {memory_, size_}; }
+
+  /// Gives the path of an open file new content in one step: it has the old or the new. The file is closed.
+  Reason replace(const char* path, std::span<const std::byte> content);
 
  private:
-  /// Absolute and free of links: later changes of the working directory mean nothing, and a link keeps its target.
-  std::filesystem::path path_;
-  Descriptor lock_;
+  static constexpr std::intptr_t kNone = -1;
+
+  /// the system's name of the open file
+  std::intptr_t file_ = kNone;
+  std::uint64_t length_ = 0;
+  std::byte* memory_ = nullptr;
+  std::size_t size_ = 0;
 };
 
 }  // namespace simulator

@@ -3,32 +3,25 @@
 
 #include <cstddef>
 #include <span>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
+#include "simulator/embedded/reason.h"
 #include "simulator/model/driver.h"
 
 namespace simulator {
 
-/// Why a state cannot be read, written or locked, as the end of a sentence about its file.
-class StateError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+/// What every state file begins with.
+inline constexpr char kStateMagic[8] = {'V', 'Q', 'S', 'S', 'T', 'A', 'T', 'E'};
+
+/// Formats of older simulators, which wrote the whole state anew at its end.
+inline constexpr std::uint32_t kFirstFormat = 1;
+inline constexpr std::uint32_t kLastImageFormat = 2;
 
 /// The longest image that there can be: three full stores.
 inline constexpr std::size_t kLongestImage =
     32 + sizeof(Settings) + kStoreCount * PolicyStore::kCapacity * sizeof(PackedPolicy) + sizeof(std::uint64_t);
 
-/// What a driver holds, in the form of a state file. Equal images are equal drivers, and the other way round.
-std::vector<std::byte> encodeState(const Driver& driver);
-
-/// The same, without what the passing of time alone has changed, and comes to again.
-std::vector<std::byte> encodeStateWithoutTime(const Driver& driver);
-
-/// Fills a fresh driver from an image that may be anything. Throws StateError and leaves the driver partly filled when
-/// it is not an image of a driver.
-void decodeState(std::span<const std::byte> image, Driver& driver);
+/// Fills a fresh driver from an image of an older format, which may be anything behind its first 12 bytes. The driver
+/// is partly filled when there is a reason.
+Reason decodeImage(std::span<const std::byte> image, Driver& driver);
 
 }  // namespace simulator

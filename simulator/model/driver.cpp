@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/driver.h"
 
+#include <atomic>
+
 #include "simulator/model/app_io.h"
 #include "simulator/model/battery.h"
 #include "simulator/model/catalogue_support.h"
@@ -80,7 +82,9 @@ Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint3
   const Watched before{settings_};
   const bool isLater = advance(settings_, now);
   const BinarySettings binary = settings_.binary;
+  if (!isReading(code)) beginChange();
   const Answer answer = dispatch(surroundings, {session, code, buffer, inputLength, outputLength});
+  endChange();
   tellOfChanges(surroundings, events_, before, Watched{settings_});
   if (answer.outcome == Outcome::success) tellOfRequest(surroundings, events_, code);
   if (!isSameBinary(binary, settings_.binary)) events_.fire(surroundings, kEventBinary);
@@ -100,6 +104,37 @@ void Driver::refresh(Surroundings& surroundings) {
   if (!advance(settings_, now)) return;
   tellOfChanges(surroundings, events_, before, Watched{settings_});
   logs_.refresh(surroundings, sources());
+}
+
+void Driver::describe(DriverBlock (&blocks)[kDriverBlocks]) {
+  const DriverBlock described[kDriverBlocks] = {
+      {.name = {'P', 'O', 'L', 'I'}, .offset = offsetof(Driver, policies_), .size = sizeof(policies_)},
+      {.name = {'L', 'O', 'G', 'S'}, .offset = offsetof(Driver, logs_), .size = sizeof(logs_)},
+      {.name = {'E', 'V', 'N', 'T'}, .offset = offsetof(Driver, events_), .size = sizeof(events_)},
+      {.name = {'B', 'I', 'N', 'A'}, .offset = offsetof(Driver, binaries_), .size = sizeof(binaries_)},
+      {.name = {'S', 'E', 'T', 'T'}, .offset = offsetof(Driver, settings_), .size = sizeof(settings_)},
+      {.name = {'B', 'E', 'F', 'O'}, .offset = offsetof(Driver, before_), .size = sizeof(before_)},
+      {.name = {'C', 'H', 'A', 'N'}, .offset = offsetof(Driver, isChanging_), .size = sizeof(isChanging_)}};
+  std::ranges::copy(described, blocks);
+}
+
+void Driver::recover() {
+  if (isChanging_ != 0) settings_ = before_;
+  endChange();
+  logs_ = {};
+  events_ = {};
+}
+
+void Driver::beginChange() {
+  before_ = settings_;
+  std::atomic_signal_fence(std::memory_order_release);
+  isChanging_ = 1;
+  std::atomic_signal_fence(std::memory_order_release);
+}
+
+void Driver::endChange() {
+  std::atomic_signal_fence(std::memory_order_release);
+  isChanging_ = 0;
 }
 
 void Driver::setSeed(std::uint64_t seed) {

@@ -10,10 +10,28 @@
 
 namespace simulator {
 
+/// A part of a driver's memory, named by what it holds.
+struct DriverBlock {
+  char name[4];
+  std::uint32_t offset;
+  std::uint32_t size;
+};
+
+inline constexpr std::size_t kDriverBlocks = 7;
+
 /// The simulated driver. Its owner provides the memory, 5.1 MB of it, and lets in one call at a time; an object of zero
 /// bytes is a fresh driver.
 class Driver {
  public:
+  // A driver may lie in memory that outlives its process, which can be killed at any point, and be used by the next.
+
+  /// Tells how a driver lies in its memory.
+  static void describe(DriverBlock (&blocks)[kDriverBlocks]);
+  /// Takes back what the last process has begun and not ended, and what it was given.
+  void recover();
+  /// False for memory that no driver can have come to.
+  [[nodiscard]] bool isSound() const { return areSound(settings_) && policies_.isSound(); }
+
   /// Carries out one request. `buffer` holds the input, is at least as long as the longer of both lengths, and
   /// receives the answer from its beginning; on failure its content means nothing, and nothing but time has passed.
   Answer control(Surroundings& surroundings, SessionId session, std::uint32_t code, std::span<std::byte> buffer,
@@ -44,12 +62,18 @@ class Driver {
   Answer dispatchPolicies(const Request& request);
   Answer dispatchPlatform(const Request& request);
   [[nodiscard]] Sources sources() const { return {.settings = settings_, .policies = policies_}; }
+  void beginChange();
+  void endChange();
 
   PolicyComponent policies_;
   LogComponent logs_;
   EventComponent events_;
   BinaryComponent binaries_;
   Settings settings_{};
+  /// The settings before the change at hand: a process that is killed in its middle has not made it.
+  Settings before_{};
+  std::uint32_t isChanging_ = 0;
 };
+static_assert(std::is_trivially_copyable_v<Driver> && std::is_standard_layout_v<Driver>);
 
 }  // namespace simulator

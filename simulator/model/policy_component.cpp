@@ -49,11 +49,12 @@ Answer reset(PolicyStore& store, const Request& request) {
 
 /// One chunk; what lies beyond the store's end is zero, whatever the buffer held.
 void writeChunk(const PolicyStore& store, std::uint64_t firstPolicy, const Request& request) {
-  const auto policies = store.policies();
-  const auto taken = policies.subspan(std::min<std::uint64_t>(firstPolicy, policies.size()));
-  const auto source = std::as_bytes(taken.first(std::min(taken.size(), kPoliciesPerChunk)));
-  const auto slots = request.buffer.subspan(offsetof(PolicyReadRecord, policies), sizeof(PolicyReadRecord::policies));
-  std::ranges::fill(std::ranges::copy(source, slots.begin()).out, slots.end(), std::byte{});
+  auto slots = request.buffer.subspan(offsetof(PolicyReadRecord, policies), sizeof(PolicyReadRecord::policies));
+  for (std::uint64_t i = firstPolicy; i < store.count() && !slots.empty(); ++i) {
+    std::memcpy(slots.data(), &store.policy(static_cast<std::uint32_t>(i)), sizeof(PackedPolicy));
+    slots = slots.subspan(sizeof(PackedPolicy));
+  }
+  std::ranges::fill(slots, std::byte{});
 }
 
 }  // namespace
@@ -100,6 +101,11 @@ Answer PolicyComponent::lookup(const Request& request) const {
   if (found == nullptr) return failed(Outcome::refused);
   request.store(0, *found);
   return succeeded(sizeof(PackedPolicy));
+}
+
+bool PolicyComponent::isSound() const {
+  return asmVersion_.word1 <= kHighestVersionWord && asmVersion_.word2 <= kHighestVersionWord &&
+         std::ranges::all_of(stores_, &PolicyStore::isSound);
 }
 
 Answer PolicyComponent::add(PolicyStore& store, const Request& request) {

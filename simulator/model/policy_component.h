@@ -30,6 +30,9 @@ class PolicyComponent {
   [[nodiscard]] BinaryVersion asmVersion() const { return asmVersion_; }
   void setAsmVersion(BinaryVersion version) { asmVersion_ = version; }
 
+  /// False for stores and a version that no driver can have come to.
+  [[nodiscard]] bool isSound() const;
+
  private:
   Answer add(PolicyStore& store, const Request& request);
   Answer setVersion(const Request& request);

@@ -30,7 +30,7 @@ PolicyStatusEntry describe(const PackedPolicy& policy, std::uint32_t position) {
   entry.statusValue = policy.id;
   entry.statusFlagA = policy.flag0;
   entry.statusValue2 = position;
-  for (std::size_t i = 0; policy.name[i] != 0; ++i)
+  for (std::size_t i = 0; i < std::size(policy.name) && policy.name[i] != 0; ++i)
     entry.name[i] = policy.name[i] > 0xFF ? std::uint8_t{'?'} : static_cast<std::uint8_t>(policy.name[i]);
   return entry;
 }
@@ -40,9 +40,8 @@ Answer answerEntries(const PolicyStore& store, const Request& request, const Pol
   if (request.inputLength != length) return failed(Outcome::wrongLength);
   if (!isRestZero(request, tail)) return failed(Outcome::malformed);
   if (tail.policyCount != store.count()) return failed(Outcome::refused);
-  const auto policies = store.policies();
   for (std::uint32_t i = 0; i < store.count(); ++i)
-    request.store(kEntriesOffset + i * sizeof(PolicyStatusEntry), describe(policies[i], i));
+    request.store(kEntriesOffset + i * sizeof(PolicyStatusEntry), describe(store.policy(i), i));
   return succeeded(request.outputLength);
 }
 

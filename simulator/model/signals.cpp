@@ -26,7 +26,7 @@ std::int32_t input(const Sources& sources, OverrideKey key, std::int64_t own) {
 }
 
 std::int32_t policyId(const PolicyStore& store, std::uint32_t position) {
-  return position < store.count() ? static_cast<std::int32_t>(store.policies()[position].id) : kNoPolicy;
+  return position < store.count() ? static_cast<std::int32_t>(store.policy(position).id) : kNoPolicy;
 }
 
 const Sample& sampleOf(const Sources& sources, std::uint32_t minutesAgo) {

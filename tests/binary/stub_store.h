@@ -15,7 +15,7 @@ namespace test {
 class StubStore : public host::Device {
  public:
   explicit StubStore(std::vector<Bytes> packed);
-  ~StubStore() override;
+  ~StubStore();
   StubStore(const StubStore&) = delete;
   StubStore& operator=(const StubStore&) = delete;
 

@@ -22,9 +22,9 @@ struct WitnessedRequest {
 class WitnessDevice : public host::Device {
  public:
   explicit WitnessDevice(std::u16string path = u"\\\\?\\witness", const GUID& of = ScriptedDriver::kInterfaceClass) {
-    host::attachDevice(*this, of, std::move(path));
+    host::attachDevice(*this, of, path);
   }
-  ~WitnessDevice() override { host::detachDevice(*this); }
+  ~WitnessDevice() { host::detachDevice(*this); }
   WitnessDevice(const WitnessDevice&) = delete;
   WitnessDevice& operator=(const WitnessDevice&) = delete;
 

@@ -135,7 +135,7 @@ class WaitAppOutput : public FeatureTestOf<AppIoTwin> {
 TEST_P(WaitAppOutput, answers_2_without_the_event) { EXPECT_EQ(wait(0), 2U); }
 
 TEST_P(WaitAppOutput, answers_2_when_the_event_cannot_be_opened) {
-  host::createEvent(std::u16string{kEventName});
+  host::createEvent(kEventName);
   host::signalEvent(kEventName);
   WindowsCalls calls;
   calls.refuse("OpenEventW");
@@ -144,13 +144,13 @@ TEST_P(WaitAppOutput, answers_2_when_the_event_cannot_be_opened) {
 }
 
 TEST_P(WaitAppOutput, answers_1_when_the_time_is_over) {
-  host::createEvent(std::u16string{kEventName});
+  host::createEvent(kEventName);
   EXPECT_EQ(wait(0), 1U);
   EXPECT_EQ(wait(5), 1U);
 }
 
 TEST_P(WaitAppOutput, answers_1_when_waiting_fails) {
-  host::createEvent(std::u16string{kEventName});
+  host::createEvent(kEventName);
   host::signalEvent(kEventName);
   WindowsCalls calls;
   calls.refuse("WaitForSingleObject");
@@ -158,14 +158,14 @@ TEST_P(WaitAppOutput, answers_1_when_waiting_fails) {
 }
 
 TEST_P(WaitAppOutput, succeeds_when_the_event_is_signalled) {
-  host::createEvent(std::u16string{kEventName});
+  host::createEvent(kEventName);
   host::signalEvent(kEventName);
   EXPECT_EQ(wait(0), 0U);
   EXPECT_EQ(wait(0xFFFFFFFF), 0U);
 }
 
 TEST_P(WaitAppOutput, opens_the_event_for_every_wait_and_leaves_it_open) {
-  host::createEvent(std::u16string{kEventName});
+  host::createEvent(kEventName);
   WindowsCalls calls;
   EXPECT_EQ(wait(3), 1U);
   host::signalEvent(kEventName);
@@ -177,7 +177,7 @@ TEST_P(WaitAppOutput, opens_the_event_for_every_wait_and_leaves_it_open) {
 }
 
 TEST_P(WaitAppOutput, wakes_every_thread_that_waits) {
-  host::createEvent(std::u16string{kEventName});
+  host::createEvent(kEventName);
   std::atomic<int> woken = 0;
   std::vector<std::jthread> threads;
   for (int i = 0; i < 3; ++i)
@@ -191,7 +191,7 @@ TEST_P(WaitAppOutput, wakes_every_thread_that_waits) {
 }
 
 TEST_P(WaitAppOutput, needs_an_open_session) {
-  host::createEvent(std::u16string{kEventName});
+  host::createEvent(kEventName);
   host::signalEvent(kEventName);
   WindowsCalls calls;
   EXPECT_EQ(GetParam().wait(nullptr, 0), 2U);
@@ -208,7 +208,7 @@ constexpr std::u16string_view kCallersEvent = u"Local\\CallersEvent";
 class WaitTaskbarIcon : public FeatureTest {
  protected:
   WaitTaskbarIcon() {
-    host::createEvent(std::u16string{kCallersEvent});
+    host::createEvent(kCallersEvent);
     event = OpenEventW(SYNCHRONIZE, FALSE, kCallersEvent.data());
   }
   ~WaitTaskbarIcon() override {

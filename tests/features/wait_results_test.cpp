@@ -37,7 +37,7 @@ struct Wait {
 class WaitResult : public FeatureTestOf<Wait> {
  protected:
   WaitResult() {
-    host::createEvent(std::u16string{kEventName});
+    host::createEvent(kEventName);
     host::signalEvent(kEventName);
     event = OpenEventW(SYNCHRONIZE, FALSE, kEventName.data());
   }

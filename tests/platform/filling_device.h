@@ -13,8 +13,8 @@ class FillingDevice : public host::Device {
  public:
   static constexpr std::uint8_t kFill = 0x11;
 
-  FillingDevice() { host::attachDevice(*this, ScriptedDriver::kInterfaceClass, std::u16string{ScriptedDriver::kPath}); }
-  ~FillingDevice() override { host::detachDevice(*this); }
+  FillingDevice() { host::attachDevice(*this, ScriptedDriver::kInterfaceClass, ScriptedDriver::kPath); }
+  ~FillingDevice() { host::detachDevice(*this); }
   FillingDevice(const FillingDevice&) = delete;
   FillingDevice& operator=(const FillingDevice&) = delete;
 

@@ -42,7 +42,10 @@ TEST(AttachedDriver, takes_its_state_file_from_the_environment_at_the_first_open
   EXPECT_EQ(addThrough(device, 9), 0);
   EXPECT_TRUE(CloseHandle(device));
   unsetenv("VEXOQTF_SIMULATOR_STATE");
-  EXPECT_EQ(readFile(path).size(), kPoliciesOffset + 2 * 3972 + 8);
+  OpenDriver other{path};
+  ASSERT_TRUE(other.isOpen());
+  EXPECT_EQ(ids(*other, kReadPb), Ids{9});
+  EXPECT_EQ(ids(*other, kReadAsm), Ids{7});
 }
 
 TEST(AttachedDriver, needs_no_state_file) {
@@ -68,6 +71,14 @@ TEST(AttachedDriver, takes_its_options_from_the_environment) {
     EXPECT_TRUE(CloseHandle(device));
   }
   unsetenv("VEXOQTF_SIMULATOR_OPTIONS");
+}
+
+TEST(AttachedDriver, takes_no_name_that_is_too_long) {
+  setenv("VEXOQTF_SIMULATOR_STATE", std::string(4096, 'x').c_str(), 1);
+  Errors errors;
+  EXPECT_EQ(openDevice(), INVALID_HANDLE_VALUE);
+  EXPECT_EQ(errors.take(), "vexoqtf simulator: VEXOQTF_SIMULATOR_STATE: is longer than 4095 bytes\n");
+  unsetenv("VEXOQTF_SIMULATOR_STATE");
 }
 
 TEST(AttachedDriver, cannot_be_opened_on_a_bad_state_file) {

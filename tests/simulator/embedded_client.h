@@ -4,6 +4,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <filesystem>
+
 #include "simulator/embedded/embedded_driver.h"
 #include "simulator/model_client.h"
 #include "support/temporary_folder.h"
@@ -12,6 +15,36 @@ namespace test {
 
 using simulator::EmbeddedDriver;
 using std::chrono::milliseconds;
+
+/// A driver whose state file and options can be changed between its handles.
+class TestDriver {
+ public:
+  explicit TestDriver(std::string file = {}, milliseconds longestWait = milliseconds{0})
+      : stateFile(std::move(file)), driver_{&configure, this, static_cast<std::uint32_t>(longestWait.count())} {}
+  operator EmbeddedDriver&() { return driver_; }  // NOLINT(google-explicit-constructor): stands for its driver
+
+  void attach() { EXPECT_TRUE(driver_.attach()); }
+  void detach() { driver_.detach(); }
+  bool open(HANDLE handle) { return driver_.open(handle); }
+  bool control(HANDLE handle, const host::DeviceRequest& request) { return driver_.control(handle, request); }
+  void close(HANDLE handle) { driver_.close(handle); }
+  void setTime(std::uint64_t moment) { driver_.setTime(moment); }
+
+  std::string stateFile;
+  std::string options;
+
+ private:
+  static simulator::Reason configure(void* self, simulator::Configuration& configuration) {
+    const auto& given = *static_cast<const TestDriver*>(self);
+    EXPECT_LT(given.stateFile.size(), sizeof(configuration.stateFile));
+    EXPECT_LT(given.options.size(), sizeof(configuration.options));
+    given.stateFile.copy(configuration.stateFile, given.stateFile.size());
+    given.options.copy(configuration.options, given.options.size());
+    return {};
+  }
+
+  EmbeddedDriver driver_;
+};
 
 inline HANDLE handle(std::uintptr_t number) { return reinterpret_cast<HANDLE>(number); }
 
@@ -41,8 +74,8 @@ inline Ids ids(EmbeddedDriver& driver, std::uint32_t code) {
 /// Opens a driver on a state file, if the driver lets it.
 class OpenDriver {
  public:
-  explicit OpenDriver(const std::string& stateFile, milliseconds lockTimeout = milliseconds{0})
-      : driver_(stateFile, lockTimeout), isOpen_(driver_.open(handle(1))) {}
+  explicit OpenDriver(const std::string& stateFile, milliseconds longestWait = milliseconds{0})
+      : driver_(stateFile, longestWait), isOpen_(driver_.open(handle(1))) {}
   ~OpenDriver() {
     if (isOpen_) driver_.close(handle(1));
   }
@@ -52,7 +85,7 @@ class OpenDriver {
   EmbeddedDriver& operator*() { return driver_; }
 
  private:
-  EmbeddedDriver driver_;
+  TestDriver driver_;
   bool isOpen_;
 };
 
@@ -106,6 +139,9 @@ inline Bytes sealed(Bytes content) {
   for (int i = 0; i < 8; ++i) content.push_back(static_cast<std::uint8_t>(hash >> (8 * i)));
   return content;
 }
+
+/// Each store of a state file has 400 places and two lists of them.
+inline constexpr std::size_t kStoreSize = 400 * 3972 + 2 * (4 + 400 * 2) + 4;
 
 inline constexpr std::size_t kSettingsSize = 3056;
 inline constexpr std::size_t kPoliciesOffset = 32 + kSettingsSize;

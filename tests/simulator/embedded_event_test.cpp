@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <thread>
 
-#include "host/windows_api.h"
+#include "host/host.h"
 #include "simulator/embedded_client.h"
 #include "simulator/settings_view.h"
 
@@ -54,7 +54,7 @@ class NamedEvent {
 };
 
 TEST(EmbeddedOutputEvent, is_there_while_the_driver_is_attached) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   EXPECT_EQ(openOutputEvent(), nullptr);
   driver.attach();
   const HANDLE event = openOutputEvent();
@@ -66,7 +66,7 @@ TEST(EmbeddedOutputEvent, is_there_while_the_driver_is_attached) {
 }
 
 TEST(EmbeddedOutputEvent, stays_signalled_until_outputs_are_read) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   driver.attach();
   ASSERT_TRUE(driver.open(handle(1)));
   const HANDLE event = openOutputEvent();
@@ -82,7 +82,7 @@ TEST(EmbeddedOutputEvent, stays_signalled_until_outputs_are_read) {
 }
 
 TEST(EmbeddedOutputEvent, wakes_who_waits) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   driver.attach();
   ASSERT_TRUE(driver.open(handle(1)));
   const HANDLE event = openOutputEvent();
@@ -96,7 +96,7 @@ TEST(EmbeddedOutputEvent, wakes_who_waits) {
 }
 
 TEST(EmbeddedEvent, signals_the_handle_that_was_registered) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   ASSERT_TRUE(driver.open(handle(1)));
   NamedEvent overrides{u"overrides"};
   NamedEvent firmware{u"firmware"};
@@ -116,7 +116,7 @@ TEST(EmbeddedEvent, signals_the_handle_that_was_registered) {
 }
 
 TEST(EmbeddedEvent, ends_with_its_handle) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   NamedEvent overrides{u"overrides"};
   ASSERT_TRUE(driver.open(handle(2)));
   ASSERT_TRUE(driver.open(handle(1)));
@@ -130,7 +130,7 @@ TEST(EmbeddedEvent, ends_with_its_handle) {
 }
 
 TEST(EmbeddedEvent, of_anything_else_is_never_touched) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   ASSERT_TRUE(driver.open(handle(1)));
   NamedEvent gone{u"gone"};
   Bytes memory(64, 0xA5);

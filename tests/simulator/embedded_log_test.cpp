@@ -109,7 +109,7 @@ TEST(EmbeddedLog, shows_what_later_requests_change) {
 }
 
 TEST(EmbeddedLog, is_unmapped_with_its_handle) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   ASSERT_TRUE(driver.open(handle(1)));
   ASSERT_TRUE(driver.open(handle(2)));
   const auto first = start(driver, 7, 1);
@@ -124,7 +124,7 @@ TEST(EmbeddedLog, is_unmapped_with_its_handle) {
 TEST(EmbeddedLog, is_unmapped_when_the_driver_goes) {
   std::uint64_t address = 0;
   {
-    EmbeddedDriver driver;
+    TestDriver driver;
     driver.attach();
     ASSERT_TRUE(driver.open(handle(1)));
     address = start(driver, 7).address;
@@ -159,7 +159,7 @@ TEST(EmbeddedLog, has_a_thread_only_while_it_is_mapped) {
 TEST(EmbeddedLog, thread_ends_with_the_handle_and_with_the_driver) {
   const std::size_t before = threads();
   {
-    EmbeddedDriver driver;
+    TestDriver driver;
     ASSERT_TRUE(driver.open(handle(1)));
     start(driver, 7);
     EXPECT_EQ(threads(), before + 1);
@@ -172,7 +172,7 @@ TEST(EmbeddedLog, thread_ends_with_the_handle_and_with_the_driver) {
 }
 
 TEST(EmbeddedLog, threads_may_start_and_stop_at_once) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   std::vector<std::thread> clients;
   for (std::uintptr_t client = 1; client <= 4; ++client)
     clients.emplace_back([&driver, client] {

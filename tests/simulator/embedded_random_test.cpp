@@ -41,7 +41,7 @@ void sendRandomRequests(EmbeddedDriver& driver, HANDLE session, std::uint32_t se
 }
 
 TEST(EmbeddedRandom, a_million_requests_of_several_threads_leave_a_sound_driver) {
-  EmbeddedDriver driver;
+  TestDriver driver;
   std::vector<std::jthread> threads;
   for (std::uintptr_t i = 0; i < kThreads; ++i) {
     ASSERT_TRUE(driver.open(handle(10 + i)));

@@ -9,7 +9,7 @@ namespace {
 class OptionsTest : public testing::Test {
  protected:
   bool open(const std::string& words) {
-    options = words;
+    driver.options = words;
     return driver.open(handle(1));
   }
 
@@ -25,7 +25,8 @@ class OptionsTest : public testing::Test {
 
   /// The key/value area of a driver of its own.
   static Bytes areaWith(const std::string& words, std::uint32_t operation = 7) {
-    EmbeddedDriver other{[] { return std::string{}; }, milliseconds{0}, [&words] { return words; }};
+    TestDriver other;
+    other.options = words;
     EXPECT_TRUE(other.open(handle(1)));
     const auto answer = request(other, kLog, logRequest(operation));
     EXPECT_EQ(answer.size(), 32U);
@@ -42,9 +43,8 @@ class OptionsTest : public testing::Test {
   }
 
   const TemporaryFolder folder;
-  std::string file;
-  std::string options;
-  EmbeddedDriver driver{[this] { return file; }, milliseconds{0}, [this] { return options; }};
+  TestDriver driver;
+  std::string& file = driver.stateFile;
 };
 
 TEST_F(OptionsTest, none_are_needed) {
@@ -108,7 +108,7 @@ TEST_F(OptionsTest, requests_fail_after_a_refused_open) {
 
 TEST_F(OptionsTest, are_looked_at_by_first_handles_only) {
   ASSERT_TRUE(open("time=1000"));
-  options = "x=1";
+  driver.options = "x=1";
   EXPECT_TRUE(driver.open(handle(2)));
   driver.close(handle(2));
   driver.close(handle(1));
@@ -135,7 +135,8 @@ TEST_F(OptionsTest, time_steps_a_driver_from_process_to_process) {
   ASSERT_TRUE(open("time=65000"));
   ASSERT_EQ(add(driver, kModifyPb, 7), 0);
   driver.close(handle(1));
-  EmbeddedDriver other{[this] { return file; }, milliseconds{0}, [] { return std::string{"time=75000"}; }};
+  TestDriver other{file};
+  other.options = "time=75000";
   ASSERT_TRUE(other.open(handle(1)));
   Bytes answer(4);
   DWORD returned = 0;

@@ -70,7 +70,7 @@ TEST(StateSharing, open_waits_for_another_process_to_finish) {
   EXPECT_EQ(exitStatus(other), 0);
 }
 
-TEST(StateSharing, the_default_wait_is_ten_seconds) { EXPECT_EQ(EmbeddedDriver::kLockTimeout, milliseconds{10000}); }
+TEST(StateSharing, the_default_wait_is_ten_seconds) { EXPECT_EQ(EmbeddedDriver::kLongestWait, 10000U); }
 
 TEST(StateSharing, two_drivers_of_one_process_exclude_each_other_too) {
   const TemporaryFolder folder;
@@ -97,12 +97,28 @@ TEST(StateSharing, lock_of_a_process_that_died_is_free) {
   const pid_t other = inProcess([&path] {
     // Never closed.
     auto* driver = new OpenDriver{path};
-    return driver->isOpen() && add(**driver, kModifyAsm, 8) == 0 ? 0 : 1;
+    return driver->isOpen() ? 0 : 1;
   });
   ASSERT_EQ(exitStatus(other), 0);
   OpenDriver next{path};
   ASSERT_TRUE(next.isOpen());
   EXPECT_EQ(ids(*next, kReadAsm), Ids{7});
+}
+
+TEST(StateSharing, old_file_is_converted_by_one_of_many) {
+  const TemporaryFolder folder;
+  const std::string path = folder.write("state", smallState());
+  std::vector<pid_t> processes;
+  for (std::uint32_t process = 0; process < 4; ++process)
+    processes.push_back(inProcess([&path, process] {
+      OpenDriver driver{path, milliseconds{60000}};
+      return driver.isOpen() && add(*driver, kModifyPb, process) == 0 ? 0 : 1;
+    }));
+  for (const pid_t process : processes) EXPECT_EQ(exitStatus(process), 0);
+  OpenDriver driver{path};
+  ASSERT_TRUE(driver.isOpen());
+  EXPECT_EQ(ids(*driver, kReadAsm), Ids{7});
+  EXPECT_EQ(word(request(*driver, kReadPb, countQuery()), 4), 4);
 }
 
 TEST(StateSharing, contending_processes_lose_nothing) {
@@ -121,7 +137,7 @@ TEST(StateSharing, contending_processes_lose_nothing) {
   OpenDriver driver{path};
   ASSERT_TRUE(driver.isOpen());
   EXPECT_EQ(word(request(*driver, kReadPb, countQuery()), 4), 45);
-  EXPECT_EQ(namesIn(folder.path("")), (std::vector<std::string>{"state", "state.lock"}));
+  EXPECT_EQ(namesIn(folder.path("")), std::vector<std::string>{"state"});
 }
 
 }  // namespace

@@ -86,8 +86,8 @@ class ScriptedDriver : public host::Device {
   static constexpr GUID kInterfaceClass = {
       0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
 
-  ScriptedDriver() { host::attachDevice(*this, kInterfaceClass, std::u16string{kPath}); }
-  ~ScriptedDriver() override;
+  ScriptedDriver() { host::attachDevice(*this, kInterfaceClass, kPath); }
+  virtual ~ScriptedDriver();
   ScriptedDriver(const ScriptedDriver&) = delete;
   ScriptedDriver& operator=(const ScriptedDriver&) = delete;
 

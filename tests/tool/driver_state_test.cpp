@@ -74,13 +74,14 @@ TEST_F(DriverState, file_of_another_kind_is_reported_on_one_line) {
   EXPECT_EQ(difference(readFile(tool.path("small.bin")), smallBinary()), "");
 }
 
-TEST_F(DriverState, that_cannot_be_kept_makes_the_command_fail) {
+TEST_F(DriverState, without_room_for_its_file_is_refused_before_anything_is_done) {
   RunOptions cramped;
   cramped.longestFile = 1000;
   const auto run = tool.run({"store", "load", "asm", samplePath("laptop-r5.bin")}, cramped);
   EXPECT_EQ(run.exitCode, 1);
   EXPECT_EQ(run.out, "");
-  EXPECT_TRUE(run.err.starts_with("vqs: the driver could not keep what was changed: ")) << run.err;
+  EXPECT_TRUE(run.err.starts_with("vqs: the driver's device cannot be found or opened: ")) << run.err;
+  EXPECT_NE(run.err.find("cannot be written: File too large"), std::string::npos) << run.err;
   EXPECT_EQ(run.err.find('\n'), run.err.size() - 1) << run.err;
   EXPECT_EQ(tool.run({"store", "list", "asm"}), done(kEmpty));
 }

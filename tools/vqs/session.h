@@ -17,7 +17,7 @@ struct SessionCloser {
 using Session = std::unique_ptr<QtfSession, SessionCloser>;
 
 /// Does some work with the driver whose stores successive commands see, and closes the session. Throws a Failure when
-/// the driver cannot be opened, or cannot keep what the work has changed.
+/// the driver cannot be opened.
 void withDriver(const Context& context, const std::function<void(const Session&)>& work);
 
 /// Opens a session for reading files, which makes no request: where the driver is simulated, any state will do.
