@@ -2,8 +2,8 @@
 #ifndef VQS_CATALOGUE_H
 #define VQS_CATALOGUE_H
 
+#include "catalogue_records.h" /* IWYU pragma: export */
 #include "session.h"
-#include "status.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -15,28 +15,6 @@ extern "C" {
  * change, and only inside the two calls below, which ask the driver what the platform supports. Calls at once write the
  * same flags: who needs them stable serialises the calls.
  */
-
-/** Numbers of condition and action types. */
-enum { VQS_CONDITION_TYPES = 73, VQS_ACTION_TYPES = 168 };
-
-/** Kinds of value. The kinds 0, 5, 6, 8, 11, 12, 14 and 15 (conditions) and 10 (actions) are special to few types. */
-enum {
-  /** one of the options */
-  VQS_VALUE_ENUMERATION = 1,
-  /** an unsigned number in a range */
-  VQS_VALUE_UNSIGNED = 2,
-  /** a signed number in a range */
-  VQS_VALUE_SIGNED = 3,
-  /** a set of the options' bits */
-  VQS_VALUE_BIT_SET = 7
-};
-
-/** A named value. */
-typedef struct QtfOptionInfo {
-  char Text[32];
-  /** what a policy stores for this choice */
-  int32_t Value;
-} QtfOptionInfo;
 
 /** A condition type. */
 typedef struct QtfConditionInfo {
@@ -108,10 +86,6 @@ VQS_API vqsStatus VQS_CALL vqsPbGetConditions(QtfSession* session, const QtfCond
  * flags stay as they were.
  */
 VQS_API vqsStatus VQS_CALL vqsPbGetActions(QtfSession* session, const QtfActionInfo** table, uint32_t* count);
-
-VQS_LAYOUT(sizeof(QtfOptionInfo) == 36);
-VQS_LAYOUT(offsetof(QtfOptionInfo, Text) == 0);
-VQS_LAYOUT(offsetof(QtfOptionInfo, Value) == 32);
 
 VQS_LAYOUT(sizeof(QtfConditionInfo) == 312);
 VQS_LAYOUT(offsetof(QtfConditionInfo, Id) == 0);

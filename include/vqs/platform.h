@@ -2,8 +2,8 @@
 #ifndef VQS_PLATFORM_H
 #define VQS_PLATFORM_H
 
+#include "platform_records.h" /* IWYU pragma: export */
 #include "session.h"
-#include "status.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -133,16 +133,6 @@ VQS_API vqsStatus VQS_CALL vqsExProgramSE1(QtfSession* session, uint32_t first, 
  * Overrides: the value of a driver's input, set by hand.
  */
 
-/** A key's overridden value, as the driver answers it. */
-typedef struct VqsOverrideValue {
-  uint8_t data[8];
-} VqsOverrideValue;
-
-/** A key's description, as the driver answers it. */
-typedef struct VqsOverrideMetadata {
-  uint8_t data[52];
-} VqsOverrideMetadata;
-
 /**
  * Sets an override, or lifts it.
  *
@@ -198,16 +188,6 @@ VQS_API vqsStatus VQS_CALL vqsGetInputOverrideKeyMetadata(QtfSession* session, u
 /*
  * Sensors, battery and the platform's identity.
  */
-
-/** A simulated sensor update, passed to the driver as it is. */
-typedef struct VqsSensorUpdate {
-  uint8_t data[16];
-} VqsSensorUpdate;
-
-/** The driver's sensor block. */
-typedef struct VqsSensorData {
-  uint8_t data[64];
-} VqsSensorData;
 
 /**
  * Makes the driver see a sensor update.
@@ -329,9 +309,6 @@ VQS_API vqsStatus VQS_CALL vqsAtstNotifyBiosEventV2(QtfSession* session);
  * or not: after a failure they hold what the request record held.
  */
 
-/** Most bytes of a dynamic policy. */
-enum { VQS_DYNAMIC_POLICY_MAX_SIZE = 307200 };
-
 /**
  * Loads a policy binary from the caller's memory, which the driver reads during the call.
  *
@@ -382,11 +359,6 @@ VQS_API vqsStatus VQS_CALL vqsExGetPolicyBinaryVersion(QtfSession* session, uint
 VQS_API vqsStatus VQS_CALL vqsExLoadStaticBinary(QtfSession* session, uint32_t* first, uint32_t* second);
 /** As vqsExLoadStaticBinary, for the policy binary on disk. */
 VQS_API vqsStatus VQS_CALL vqsExLoadDiskBinary(QtfSession* session, uint32_t* first, uint32_t* second);
-
-VQS_LAYOUT(sizeof(VqsOverrideValue) == 8);
-VQS_LAYOUT(sizeof(VqsOverrideMetadata) == 52);
-VQS_LAYOUT(sizeof(VqsSensorUpdate) == 16);
-VQS_LAYOUT(sizeof(VqsSensorData) == 64);
 
 #ifdef __cplusplus
 }

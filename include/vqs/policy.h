@@ -2,9 +2,8 @@
 #ifndef VQS_POLICY_H
 #define VQS_POLICY_H
 
-#include "policy_records.h"
+#include "policy_records.h" /* IWYU pragma: export */
 #include "session.h"
-#include "status.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -13,6 +12,31 @@ extern "C" {
 /*
  * The policy stores: what callers do with policies, whose records are in policy_records.h.
  */
+
+/** What a read of all policies of a store fills, structure version 0. */
+typedef struct VqsPolicyList {
+  /** in: the capacity of policies, in entries; out: how many policies the store holds */
+  uint32_t count;
+  uint8_t reserved0[4];
+  /** the caller's array; may be null when only counting */
+  VqsPolicyV0* policies;
+  uint8_t reserved1[8];
+  /** nonzero: only count */
+  uint8_t countOnly;
+  uint8_t reserved2[7];
+} VqsPolicyList;
+
+/** What a status query fills. */
+typedef struct VqsPolicyStatusList {
+  /** out, when counting: the number of policies; not written when entries are filled */
+  uint32_t count;
+  uint8_t reserved0[4];
+  /** the caller's array. It must have room for every policy of the store: count first, then query. */
+  VqsPolicyStatus* entries;
+  /** nonzero: only count */
+  uint8_t countOnly;
+  uint8_t reserved1[7];
+} VqsPolicyStatusList;
 
 /**
  * Adds a policy to a store.
@@ -259,6 +283,16 @@ VQS_API vqsStatus VQS_CALL vqsSetBinaryVersion(QtfSession* session, uint16_t wor
  * @retval VQS_REQUEST_FAILED  for every other version; for 0 too, although the V2 functions take it
  */
 VQS_API vqsStatus VQS_CALL vqsPbCheckStructureSupport(QtfSession* session, uint32_t structureVersion);
+
+VQS_LAYOUT(sizeof(VqsPolicyList) == 32);
+VQS_LAYOUT(offsetof(VqsPolicyList, count) == 0);
+VQS_LAYOUT(offsetof(VqsPolicyList, policies) == 8);
+VQS_LAYOUT(offsetof(VqsPolicyList, countOnly) == 24);
+
+VQS_LAYOUT(sizeof(VqsPolicyStatusList) == 24);
+VQS_LAYOUT(offsetof(VqsPolicyStatusList, count) == 0);
+VQS_LAYOUT(offsetof(VqsPolicyStatusList, entries) == 8);
+VQS_LAYOUT(offsetof(VqsPolicyStatusList, countOnly) == 16);
 
 #ifdef __cplusplus
 }

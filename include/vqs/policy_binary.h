@@ -3,6 +3,7 @@
 #define VQS_POLICY_BINARY_H
 
 #include "policy.h"
+#include "policy_binary_records.h" /* IWYU pragma: export */
 
 #ifdef __cplusplus
 extern "C" {
@@ -18,38 +19,6 @@ extern "C" {
  * uses counts as they stand: entries above a limit are taken from what follows in the driver's 3972-byte form of the
  * policy. Where an entry or a text would run past the end of that form, the call fails with VQS_REQUEST_FAILED.
  */
-
-/** Limits of a policy binary file of revision 5, the one that is written. */
-enum {
-  /** most policies that a file of revision 5 may hold to be readable */
-  VQS_POLICY_BINARY_MAX_POLICIES = 400
-};
-
-/**
- * The head of what vqsPbReadBinaryV2 returns. The bodies follow it directly, from byte 200, back to back: policyCount
- * records of the structure version, 804, 1448 or 3916 bytes each.
- */
-typedef struct VqsPolicyBinary {
-  uint8_t reserved0[4];
-  uint16_t binaryVersion1;
-  uint16_t binaryVersion2;
-  uint8_t reserved1[40];
-  /** number of bodies */
-  uint32_t policyCount;
-  uint8_t reserved2[132];
-  /** 0, 1 or 2: the layout of the bodies */
-  uint32_t structureVersion;
-  uint8_t reserved3[12];
-} VqsPolicyBinary;
-
-/** What vqsPbReadBinary returns: a summary without the policies. Every reserved byte is zero. */
-typedef struct VqsPolicyBinaryV0 {
-  uint8_t reserved0[4];
-  uint16_t binaryVersion1;
-  uint16_t binaryVersion2;
-  uint32_t policyCount;
-  uint8_t reserved1[52];
-} VqsPolicyBinaryV0;
 
 /**
  * Writes a policy binary from structure version 0 policies.
@@ -170,17 +139,6 @@ VQS_API vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* session, const char* path
  */
 VQS_API vqsStatus VQS_CALL vqsPbReadBinaryV2(QtfSession* session, const char* path, VqsPolicyBinary* binary,
                                              uint64_t* size, uint32_t structureVersion);
-
-VQS_LAYOUT(sizeof(VqsPolicyBinary) == 200);
-VQS_LAYOUT(offsetof(VqsPolicyBinary, binaryVersion1) == 4);
-VQS_LAYOUT(offsetof(VqsPolicyBinary, binaryVersion2) == 6);
-VQS_LAYOUT(offsetof(VqsPolicyBinary, policyCount) == 48);
-VQS_LAYOUT(offsetof(VqsPolicyBinary, structureVersion) == 184);
-
-VQS_LAYOUT(sizeof(VqsPolicyBinaryV0) == 64);
-VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, binaryVersion1) == 4);
-VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, binaryVersion2) == 6);
-VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, policyCount) == 8);
 
 #ifdef __cplusplus
 }

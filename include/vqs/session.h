@@ -2,7 +2,11 @@
 #ifndef VQS_SESSION_H
 #define VQS_SESSION_H
 
+/* IWYU pragma: begin_exports */
+#include "functions.h"
+#include "session_records.h"
 #include "status.h"
+/* IWYU pragma: end_exports */
 
 #ifdef __cplusplus
 extern "C" {

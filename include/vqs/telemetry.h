@@ -3,7 +3,7 @@
 #define VQS_TELEMETRY_H
 
 #include "session.h"
-#include "status.h"
+#include "telemetry_records.h" /* IWYU pragma: export */
 
 #ifdef __cplusplus
 extern "C" {
@@ -21,19 +21,6 @@ extern "C" {
  * The iterators follow key ids, not a length: the driver ends the records with key id 0. They do not know where the
  * mapped area ends.
  */
-
-/** Numbers of keys, and what vqsGetQTFLogKVMetadata_V2 and its Ex form need room for. */
-enum { VQS_LOG_KV_KEYS = 228, VQS_LOG_EX_KV_KEYS = 50 };
-
-/** Element types of a key. */
-enum {
-  /** bytes: text or flags */
-  VQS_LOG_ELEMENT_BYTES = 0,
-  VQS_LOG_ELEMENT_INT32 = 3,
-  VQS_LOG_ELEMENT_BOOL8 = 5,
-  VQS_LOG_ELEMENT_UINT16 = 6,
-  VQS_LOG_ELEMENT_UINT32 = 7
-};
 
 /** What a key's value is. */
 typedef struct QtfLogKeyInfo {
