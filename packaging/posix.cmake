@@ -12,7 +12,7 @@ endfunction()
 vqs_gzip(${PROJECT_SOURCE_DIR}/docs/man/vqs.1 ${vqs_staged}/vqs.1.gz)
 install(FILES ${vqs_staged}/vqs.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
 
-set(vqs_documents packages.md policy-binary.md simulator.md simulator-telemetry.md)
+set(vqs_documents compatibility.md packages.md policy-binary.md simulator.md simulator-telemetry.md)
 list(TRANSFORM vqs_documents PREPEND ${PROJECT_SOURCE_DIR}/docs/)
 set(vqs_doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${VQS_PACKAGING}/third-party-notices.txt

@@ -18,10 +18,9 @@ static uint32_t number(int count, char** arguments, int index, uint32_t otherwis
 
 /* Reading the outputs is what takes note of their change. */
 static int printOutputs(QtfSession* session) {
-  uint32_t a = 0;
-  uint32_t b = 0;
-  if (vqsGetAppOutput(session, &a, &b) != VQS_SUCCESS) return 0;
-  printf("outputs %" PRIu32 " %" PRIu32 "\n", a, b);
+  VqsAppOutputs outputs;
+  if (vqsGetAppOutput(session, &outputs.valueA, &outputs.valueB) != VQS_SUCCESS) return 0;
+  printf("outputs %" PRIu32 " %" PRIu32 "\n", outputs.valueA, outputs.valueB);
   return 1;
 }
 
@@ -42,9 +41,10 @@ static int follow(QtfSession* session, uint32_t milliseconds) {
 
 int main(int count, char** arguments) {
   QtfSession* session = NULL;
+  const vqsStatus status = vqsInitialize(&session);
   int done = 1;
-  if (vqsInitialize(&session) != VQS_SUCCESS) {
-    fputs("the driver cannot be reached\n", stderr);
+  if (status != VQS_SUCCESS) {
+    fprintf(stderr, "the session cannot be opened: %s\n", vqsStatusText(status));
     return 1;
   }
   if (count > 3)

@@ -44,9 +44,10 @@ static uint32_t firstOperator(const QtfConditionInfo* condition) {
   return op;
 }
 
-static VqsPolicyCondition choose(const QtfConditionInfo* condition, const char* option) {
-  VqsPolicyCondition entry = {condition->Id, firstOperator(condition), optionValue(condition, option), 0};
-  return entry;
+static void choose(VqsPolicyCondition* entry, const QtfConditionInfo* condition, const char* option) {
+  entry->conditionId = condition->Id;
+  entry->op = firstOperator(condition);
+  entry->value = optionValue(condition, option);
 }
 
 /* Returns 0 when the platform cannot carry the policy out. */
@@ -63,8 +64,8 @@ static int makePolicy(const Catalogues* catalogues, VqsPolicyV0* policy) {
   strcpy(policy->description, "dim and slow down");
   policy->id = POLICY_ID;
   policy->conditionCount = 2;
-  policy->conditions[0] = choose(source, "DC Power");
-  policy->conditions[1] = choose(mode, "Battery Saver");
+  choose(&policy->conditions[0], source, "DC Power");
+  choose(&policy->conditions[1], mode, "Battery Saver");
   policy->actionCount = 2;
   policy->actions[0].actionId = brightness->Id;
   policy->actions[0].value = 30;
@@ -88,31 +89,33 @@ static void printPolicy(const Catalogues* catalogues, const VqsPolicyV0* policy)
 
 /* The result tells whether the driver answered, the verdict what it made of the policy. */
 static int storePolicy(QtfSession* session, const VqsPolicyV0* policy) {
-  uint32_t verdict = 0;
+  uint32_t verdict = VQS_DRIVER_RESULT_REQUEST_FAILED;
   if (vqsPbAddPolicy(session, policy, NULL, &verdict) != VQS_SUCCESS) return 0;
-  if (verdict != 0) fprintf(stderr, "the driver refused the policy: verdict %" PRIu32 "\n", verdict);
-  return verdict == 0;
+  if (verdict == VQS_DRIVER_RESULT_TAKEN) return 1;
+  fprintf(stderr, "the driver refused the policy: verdict %" PRIu32 "\n", verdict);
+  return 0;
 }
 
 static int run(QtfSession* session) {
   Catalogues catalogues;
   VqsPolicyV0 policy;
   VqsPolicyV0 stored;
-  uint32_t verdict = 0;
+  uint32_t verdict = VQS_DRIVER_RESULT_REQUEST_FAILED;
 
   if (vqsPbGetConditions(session, &catalogues.conditions, &catalogues.conditionCount) != VQS_SUCCESS) return 0;
   if (vqsPbGetActions(session, &catalogues.actions, &catalogues.actionCount) != VQS_SUCCESS) return 0;
   if (!makePolicy(&catalogues, &policy) || !storePolicy(session, &policy)) return 0;
   if (vqsPbIDGetPolicy(session, POLICY_ID, &stored) != VQS_SUCCESS) return 0;
   printPolicy(&catalogues, &stored);
-  return vqsPbDeletePolicy(session, POLICY_ID, &verdict) == VQS_SUCCESS && verdict == 0;
+  return vqsPbDeletePolicy(session, POLICY_ID, &verdict) == VQS_SUCCESS && verdict == VQS_DRIVER_RESULT_TAKEN;
 }
 
 int main(void) {
   QtfSession* session = NULL;
+  const vqsStatus status = vqsInitialize(&session);
   int done;
-  if (vqsInitialize(&session) != VQS_SUCCESS) {
-    fputs("the driver cannot be reached\n", stderr);
+  if (status != VQS_SUCCESS) {
+    fprintf(stderr, "the session cannot be opened: %s\n", vqsStatusText(status));
     return 1;
   }
   done = run(session);

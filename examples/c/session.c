@@ -5,14 +5,13 @@
 
 #include "vqs/vqs.h"
 
-enum { FEATURES = 9 };
-
-/* The words are the product's major number, the file's second number, and its fourth before its third. */
-static void printVersion(const char* of, vqsStatus status, const uint32_t words[4]) {
+static void printVersion(const char* of, vqsStatus status, const VqsVersion* version) {
+  const VqsVersionNumbers* numbers = &version->numbers;
   if (status != VQS_SUCCESS)
     printf("%-12s unknown\n", of);
   else
-    printf("%-12s %" PRIu32 ".%" PRIu32 ".%" PRIu32 ".%" PRIu32 "\n", of, words[0], words[1], words[3], words[2]);
+    printf("%-12s %" PRIu32 ".%" PRIu32 ".%" PRIu32 ".%" PRIu32 "\n", of, numbers->productMajor, numbers->fileMinor,
+           numbers->fileThird, numbers->fileFourth);
 }
 
 static void printLogVersion(QtfSession* session) {
@@ -21,7 +20,7 @@ static void printLogVersion(QtfSession* session) {
 }
 
 static void printFeatures(QtfSession* session) {
-  for (int32_t index = 0; index < FEATURES; ++index) {
+  for (int32_t index = 0; index < VQS_FEATURES; ++index) {
     VqsFeatureStatus status;
     if (vqsQueryFeatureStatus(session, index, &status) != VQS_SUCCESS) continue;
     printf("feature %" PRId32 "    %s, %s\n", index, status.flagA != 0 ? "supported" : "not supported",
@@ -30,20 +29,19 @@ static void printFeatures(QtfSession* session) {
 }
 
 int main(void) {
-  uint32_t words[4];
+  VqsVersion version;
   QtfSession* session = NULL;
   vqsStatus status;
 
   /* Versions come from files and need no session. */
-  status = vqsGetVersion(words);
-  printVersion("library", status, words);
-  status = vqsGetDriverVersion(words);
-  printVersion("driver", status, words);
+  status = vqsGetVersion(version.words);
+  printVersion("library", status, &version);
+  status = vqsGetDriverVersion(version.words);
+  printVersion("driver", status, &version);
 
   status = vqsInitialize(&session);
   if (status != VQS_SUCCESS) {
-    fprintf(stderr, "the session cannot be opened: %s\n",
-            status == VQS_DRIVER_NOT_FOUND ? "the driver is not loaded" : "the driver does not answer");
+    fprintf(stderr, "the session cannot be opened: %s\n", vqsStatusText(status));
     return 1;
   }
   printLogVersion(session);

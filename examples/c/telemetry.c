@@ -79,12 +79,13 @@ static int showLog(QtfLogKV* log) {
 int main(void) {
   QtfSession* session = NULL;
   QtfLogKV* log = NULL;
+  const vqsStatus status = vqsInitialize(&session);
   int done;
-  if (!readKeys() || vqsInitialize(&session) != VQS_SUCCESS) {
-    fputs("the driver cannot be reached\n", stderr);
+  if (status != VQS_SUCCESS) {
+    fprintf(stderr, "the session cannot be opened: %s\n", vqsStatusText(status));
     return 1;
   }
-  done = vqsStartQTFLogKV(session, &log) == VQS_SUCCESS;
+  done = readKeys() && vqsStartQTFLogKV(session, &log) == VQS_SUCCESS;
   if (done) {
     done = showLog(log);
     vqsStopQTFLogKV(session, log);

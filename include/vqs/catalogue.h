@@ -2,41 +2,18 @@
 #ifndef VQS_CATALOGUE_H
 #define VQS_CATALOGUE_H
 
+#include "catalogue_records.h" /* IWYU pragma: export */
 #include "session.h"
-#include "status.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 /*
- * Catalogues: every condition and action type that a policy may use. They are tables of the library, handed out by
- * pointer and valid while it is loaded; callers must not free them. Only the two driver flags of each record ever
- * change, and only inside the two calls below, which ask the driver what the platform supports. Calls at once write the
- * same flags: who needs them stable serialises the calls.
+ * Catalogues: every condition and action type that a policy may use. They are tables of the library, one for the whole
+ * process, handed out by pointer and valid while it is loaded; callers must not free them. Only the two driver flags of
+ * each record ever change, and only inside the two calls below, which ask the driver what the platform supports.
  */
-
-/** Numbers of condition and action types. */
-enum { VQS_CONDITION_TYPES = 73, VQS_ACTION_TYPES = 168 };
-
-/** Kinds of value. The kinds 0, 5, 6, 8, 11, 12, 14 and 15 (conditions) and 10 (actions) are special to few types. */
-enum {
-  /** one of the options */
-  VQS_VALUE_ENUMERATION = 1,
-  /** an unsigned number in a range */
-  VQS_VALUE_UNSIGNED = 2,
-  /** a signed number in a range */
-  VQS_VALUE_SIGNED = 3,
-  /** a set of the options' bits */
-  VQS_VALUE_BIT_SET = 7
-};
-
-/** A named value. */
-typedef struct QtfOptionInfo {
-  char Text[32];
-  /** what a policy stores for this choice */
-  int32_t Value;
-} QtfOptionInfo;
 
 /** A condition type. */
 typedef struct QtfConditionInfo {
@@ -44,17 +21,17 @@ typedef struct QtfConditionInfo {
   uint32_t Id;
   /** 1: available, 0: not; the low byte is the driver's first flag */
   uint32_t Enabled;
-  /** kind of value */
+  /** kind of value, VQS_VALUE_ where it has a name */
   uint32_t Type;
-  /** bit n, 0 to 4: the comparison op n may be applied */
+  /** bit n, 0 to VQS_POLICY_MAX_OPERATOR: the comparison op n may be applied */
   uint32_t OperatorMask;
   /** lowest value; signed when Type is VQS_VALUE_SIGNED */
   uint32_t MinValue;
-  /** highest value, likewise; 0xFFFFFFFF: no upper bound */
+  /** highest value, likewise, or VQS_VALUE_UNBOUNDED */
   uint32_t MaxValue;
   /** empty when the value has no unit */
-  char Units[12];
-  char Name[64];
+  char Units[VQS_CATALOGUE_UNITS_SIZE];
+  char Name[VQS_CATALOGUE_NAME_SIZE];
   uint32_t OptionCount;
   /** OptionCount records, or null */
   const QtfOptionInfo* Options;
@@ -73,14 +50,14 @@ typedef struct QtfActionInfo {
   uint32_t Id;
   /** 1: available, 0: not; the low byte is the driver's first flag */
   uint32_t Enabled;
-  /** kind of value */
+  /** kind of value, VQS_VALUE_ where it has a name */
   uint32_t Type;
   uint32_t MinValue;
-  /** 0xFFFFFFFF: no upper bound */
+  /** highest value, or VQS_VALUE_UNBOUNDED */
   uint32_t MaxValue;
   /** empty when the value has no unit */
-  char Units[12];
-  char Name[64];
+  char Units[VQS_CATALOGUE_UNITS_SIZE];
+  char Name[VQS_CATALOGUE_NAME_SIZE];
   uint32_t OptionCount;
   uint32_t reserved0;
   /** OptionCount records, or null */
@@ -97,21 +74,20 @@ typedef struct QtfActionInfo {
  *
  * @param[in]  session  an open session
  * @param[out] table    receives the address of the first record
- * @param[out] count    receives 73
+ * @param[out] count    receives VQS_CONDITION_TYPES
  * @retval VQS_SUCCESS            always, for arguments that are there
  * @retval VQS_INVALID_PARAMETER  the session rule; table or count is null
+ * @note Threads: as the driver allows, with shared flags.
  */
 VQS_API vqsStatus VQS_CALL vqsPbGetConditions(QtfSession* session, const QtfConditionInfo** table, uint32_t* count);
 
 /**
- * As vqsPbGetConditions, for the action types, of which there are 168; the session is not checked: with a null one the
- * flags stay as they were.
+ * As vqsPbGetConditions, for the action types, of which there are VQS_ACTION_TYPES; the session is not checked. With a
+ * null one nothing is sent and the flags stay as they were.
+ *
+ * @note Threads: as the driver allows, with shared flags.
  */
 VQS_API vqsStatus VQS_CALL vqsPbGetActions(QtfSession* session, const QtfActionInfo** table, uint32_t* count);
-
-VQS_LAYOUT(sizeof(QtfOptionInfo) == 36);
-VQS_LAYOUT(offsetof(QtfOptionInfo, Text) == 0);
-VQS_LAYOUT(offsetof(QtfOptionInfo, Value) == 32);
 
 VQS_LAYOUT(sizeof(QtfConditionInfo) == 312);
 VQS_LAYOUT(offsetof(QtfConditionInfo, Id) == 0);

@@ -2,8 +2,8 @@
 #ifndef VQS_PLATFORM_H
 #define VQS_PLATFORM_H
 
+#include "platform_records.h" /* IWYU pragma: export */
 #include "session.h"
-#include "status.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -17,25 +17,27 @@ extern "C" {
  * Sets one application input.
  *
  * @param[in] session  an open session
- * @param[in] index    1 or 2
+ * @param[in] index    VQS_APP_INPUT_A or VQS_APP_INPUT_B
  * @param[in] value    the new value
  * @retval VQS_SUCCESS            the driver has it
  * @retval VQS_REQUEST_FAILED     the request failed
- * @retval VQS_INVALID_PARAMETER  the session rule; index is neither 1 nor 2
+ * @retval VQS_INVALID_PARAMETER  the session rule; index is neither of the two
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsSetAppInput(QtfSession* session, int32_t index, uint32_t value);
-/** As vqsSetAppInput. */
+/** As vqsSetAppInput. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqsExSetAppInput(QtfSession* session, int32_t index, uint32_t value);
 
 /**
  * Sets both application inputs in one request.
  *
  * @param[in] session  an open session
- * @param[in] valueA   value of input 1
- * @param[in] valueB   value of input 2
+ * @param[in] valueA   value of VQS_APP_INPUT_A
+ * @param[in] valueB   value of VQS_APP_INPUT_B
  * @retval VQS_SUCCESS            the driver has them
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsSetAppInputs(QtfSession* session, uint32_t valueA, uint32_t valueB);
 
@@ -43,27 +45,30 @@ VQS_API vqsStatus VQS_CALL vqsSetAppInputs(QtfSession* session, uint32_t valueA,
  * Reads both application outputs.
  *
  * @param[in]  session  an open session
- * @param[out] valueA   receives output 1
- * @param[out] valueB   receives output 2
+ * @param[out] valueA   receives output A
+ * @param[out] valueB   receives output B
  * @retval VQS_SUCCESS            both are written
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; an output is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetAppOutput(QtfSession* session, uint32_t* valueA, uint32_t* valueB);
-/** As vqsGetAppOutput. */
+/** As vqsGetAppOutput. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqsExGetAppOutput(QtfSession* session, uint32_t* valueA, uint32_t* valueB);
 
 /**
- * Waits until the driver signals that the application outputs have changed. The Ex call is the same function under a
- * second name. Each call opens the system's event "Global\VexoQtfAppOutputEvent" anew and leaves it open.
+ * Waits until the driver signals that the application outputs have changed. Each call opens the system's event
+ * "Global\VexoQtfAppOutputEvent" anew and leaves it open. Nothing of the session is used while it waits.
  *
  * @param[in] session       an open session
- * @param[in] milliseconds  how long to wait; 0xFFFFFFFF waits for ever
+ * @param[in] milliseconds  how long to wait, or VQS_WAIT_FOREVER
  * @retval VQS_SUCCESS            the event was signalled
  * @retval VQS_REQUEST_FAILED     the time is over, or waiting failed
- * @retval VQS_INVALID_PARAMETER  the session rule; there is no such event
+ * @retval VQS_INVALID_PARAMETER  the session rule; the event is not there or cannot be opened
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsWaitAppOutput(QtfSession* session, uint32_t milliseconds);
+/** The same function under a second name. Threads: any. */
 VQS_API vqsStatus VQS_CALL vqsExWaitAppOutput(QtfSession* session, uint32_t milliseconds);
 
 /**
@@ -75,18 +80,20 @@ VQS_API vqsStatus VQS_CALL vqsExWaitAppOutput(QtfSession* session, uint32_t mill
  * @retval VQS_SUCCESS            both are written
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; an output is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetTaskbarIcon(QtfSession* session, uint32_t* first, uint32_t* second);
 
 /**
- * Waits on an event of the caller's.
+ * Waits on an event of the caller's. Nothing of the session is used while it waits.
  *
- * @param[in] session       an open session; not used
+ * @param[in] session       an open session
  * @param[in] event         a waitable handle
- * @param[in] milliseconds  how long to wait; 0xFFFFFFFF waits for ever
+ * @param[in] milliseconds  how long to wait, or VQS_WAIT_FOREVER
  * @retval VQS_SUCCESS            the event was signalled
  * @retval VQS_REQUEST_FAILED     the time is over, or waiting failed
  * @retval VQS_INVALID_PARAMETER  the session rule; event is null
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsWaitTaskbarIcon(QtfSession* session, void* event, uint32_t milliseconds);
 
@@ -98,6 +105,7 @@ VQS_API vqsStatus VQS_CALL vqsWaitTaskbarIcon(QtfSession* session, void* event, 
  * @retval VQS_SUCCESS            value is written
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetDebugOutput(QtfSession* session, uint32_t* value);
 
@@ -110,38 +118,30 @@ VQS_API vqsStatus VQS_CALL vqsGetDebugOutput(QtfSession* session, uint32_t* valu
  * @retval VQS_SUCCESS            the driver took it
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsControlPolling(QtfSession* session, uint8_t enable, uint32_t value);
-/** As vqsControlPolling, for the Ex client. */
+/** As vqsControlPolling, for the Ex client. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqsExControlPolling(QtfSession* session, uint8_t enable, uint32_t value);
 
 /**
- * Sets the two SE1 flags. Only the value 1 sets a flag, every other clears it.
+ * Sets or clears the two SE1 flags.
  *
  * @param[in] session  an open session
- * @param[in] first    the first flag
- * @param[in] second   the second flag
+ * @param[in] first    the first flag: VQS_SE1_SET sets it, every other value clears it
+ * @param[in] second   the second flag, likewise
  * @retval VQS_SUCCESS            the driver took them
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsProgramSE1(QtfSession* session, uint32_t first, uint32_t second);
-/** As vqsProgramSE1. */
+/** As vqsProgramSE1. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqsExProgramSE1(QtfSession* session, uint32_t first, uint32_t second);
 
 /*
  * Overrides: the value of a driver's input, set by hand.
  */
-
-/** A key's overridden value, as the driver answers it. */
-typedef struct VqsOverrideValue {
-  uint8_t data[8];
-} VqsOverrideValue;
-
-/** A key's description, as the driver answers it. */
-typedef struct VqsOverrideMetadata {
-  uint8_t data[52];
-} VqsOverrideMetadata;
 
 /**
  * Sets an override, or lifts it.
@@ -153,6 +153,7 @@ typedef struct VqsOverrideMetadata {
  * @retval VQS_SUCCESS            the driver took it
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsOverrideInput(QtfSession* session, uint32_t key, uint8_t enable, uint32_t value);
 
@@ -165,6 +166,7 @@ VQS_API vqsStatus VQS_CALL vqsOverrideInput(QtfSession* session, uint32_t key, u
  * @retval VQS_SUCCESS            value is written
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; value is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetInputOverrideKeyValue(QtfSession* session, uint32_t key, VqsOverrideValue* value);
 
@@ -172,12 +174,14 @@ VQS_API vqsStatus VQS_CALL vqsGetInputOverrideKeyValue(QtfSession* session, uint
  * Reads the list of keys that can be overridden, or its size. The list's room is not checked: ask for the size first.
  *
  * @param[in]  session   an open session
- * @param[out] list      room for the list; not used when only the size is asked for
- * @param[out] size      receives the bytes of the list; used when only the size is asked for
+ * @param[out] list      room for the list, which the driver writes straight into; not used when only the size is asked
+ *                       for
+ * @param[out] size      the driver writes the bytes of the list straight into it; used when only the size is asked for
  * @param[in]  sizeOnly  nonzero: ask for the size
  * @retval VQS_SUCCESS            list, or size, is written
  * @retval VQS_REQUEST_FAILED     a request failed, or the output that is needed is null
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetInputOverrideKeyList(QtfSession* session, void* list, uint32_t* size,
                                                       uint8_t sizeOnly);
@@ -191,6 +195,7 @@ VQS_API vqsStatus VQS_CALL vqsGetInputOverrideKeyList(QtfSession* session, void*
  * @retval VQS_SUCCESS            metadata is written
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetInputOverrideKeyMetadata(QtfSession* session, uint32_t key,
                                                           VqsOverrideMetadata* metadata);
@@ -198,16 +203,6 @@ VQS_API vqsStatus VQS_CALL vqsGetInputOverrideKeyMetadata(QtfSession* session, u
 /*
  * Sensors, battery and the platform's identity.
  */
-
-/** A simulated sensor update, passed to the driver as it is. */
-typedef struct VqsSensorUpdate {
-  uint8_t data[16];
-} VqsSensorUpdate;
-
-/** The driver's sensor block. */
-typedef struct VqsSensorData {
-  uint8_t data[64];
-} VqsSensorData;
 
 /**
  * Makes the driver see a sensor update.
@@ -217,6 +212,7 @@ typedef struct VqsSensorData {
  * @retval VQS_SUCCESS            the driver took it
  * @retval VQS_REQUEST_FAILED     the request failed, or update is null (nothing is sent then)
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsAtstSimulateSensorUpdate(QtfSession* session, const VqsSensorUpdate* update);
 
@@ -228,6 +224,7 @@ VQS_API vqsStatus VQS_CALL vqsAtstSimulateSensorUpdate(QtfSession* session, cons
  * @retval VQS_SUCCESS            data is written
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetSensorData(QtfSession* session, VqsSensorData* data);
 
@@ -235,10 +232,12 @@ VQS_API vqsStatus VQS_CALL vqsGetSensorData(QtfSession* session, VqsSensorData* 
  * Reads the platform's OEM identifier.
  *
  * @param[in]  session  an open session
- * @param[out] oemId    receives at most 6 characters and a NUL; empty when the driver's text is longer
+ * @param[out] oemId    VQS_OEM_ID_SIZE bytes. Empty when the driver's text does not fit with its NUL, which is a case
+ *                      of rule 11 (the C runtime's invalid-parameter condition).
  * @retval VQS_SUCCESS            oemId is written
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; oemId is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetOEMID(QtfSession* session, char oemId[7]);
 
@@ -251,6 +250,7 @@ VQS_API vqsStatus VQS_CALL vqsGetOEMID(QtfSession* session, char oemId[7]);
  * @retval VQS_SUCCESS            the driver took them
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsTAControl(QtfSession* session, uint32_t first, uint32_t second);
 
@@ -262,6 +262,7 @@ VQS_API vqsStatus VQS_CALL vqsTAControl(QtfSession* session, uint32_t first, uin
  * @retval VQS_REQUEST_FAILED    the device could not be opened, or the request failed
  * @retval VQS_OUT_OF_MEMORY     the device list could not be allocated
  * @retval VQS_DRIVER_NOT_FOUND  the driver is not loaded
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsSetChargeRate(uint32_t rate);
 
@@ -274,6 +275,7 @@ VQS_API vqsStatus VQS_CALL vqsSetChargeRate(uint32_t rate);
  * @retval VQS_INVALID_PARAMETER  temperature is null
  * @retval VQS_OUT_OF_MEMORY      the device list could not be allocated
  * @retval VQS_DRIVER_NOT_FOUND   the driver is not loaded
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsGetBatteryTemperature(uint32_t* temperature);
 
@@ -288,6 +290,7 @@ VQS_API vqsStatus VQS_CALL vqsGetBatteryTemperature(uint32_t* temperature);
  * @retval VQS_SUCCESS            all four are written
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; an output is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetBatteryLimits(QtfSession* session, uint16_t* first, uint16_t* second, uint16_t* third,
                                                uint16_t* fourth);
@@ -300,37 +303,39 @@ VQS_API vqsStatus VQS_CALL vqsGetBatteryLimits(QtfSession* session, uint16_t* fi
  * Registers an object for one of the driver's events.
  *
  * @param[in] session  an open session
- * @param[in] index    the event, 0 to 6
- * @param[in] object   what the driver is to notify; the driver keeps it until it is unregistered
+ * @param[in] index    the event, 0 to VQS_EVENTS - 1
+ * @param[in] object   what the driver is to notify, which it keeps until it is taken back
  * @retval VQS_SUCCESS            the driver took it
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; index is out of range; object is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsRegisterEvent(QtfSession* session, int32_t index, void* object);
-/** Takes a registration back; as vqsRegisterEvent. */
+/** Takes a registration back; as vqsRegisterEvent. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqsUnRegisterEvent(QtfSession* session, int32_t index, void* object);
 
 /**
- * Notifies the driver of a firmware event. The record that travels is all zero. The three names are one function.
+ * Notifies the driver of a firmware event. The record that travels is all zero. Before it does, this is a case of rule
+ * 11 (the C runtime's invalid-parameter condition).
  *
  * @param[in] session  an open session
  * @retval VQS_SUCCESS            the driver took it
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsAtstNotifyBiosEvent(QtfSession* session);
+/** The same function under a second name. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqSetBiosAMTEvent(QtfSession* session);
+/** The same function under a third name. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqSetBiosCQLEvent(QtfSession* session);
-/** As vqsAtstNotifyBiosEvent, with the longer record of the event's second version. */
+/** As vqsAtstNotifyBiosEvent, with the longer record of the event's second version. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqsAtstNotifyBiosEventV2(QtfSession* session);
 
 /*
- * Policy binaries that the driver itself loads. All but one of these write their outputs whether the request succeeded
- * or not: after a failure they hold what the request record held.
+ * Policy binaries that the driver itself loads. Their outputs are written whether the request succeeded or not: after a
+ * failure they hold what the request record held.
  */
-
-/** Most bytes of a dynamic policy. */
-enum { VQS_DYNAMIC_POLICY_MAX_SIZE = 307200 };
 
 /**
  * Loads a policy binary from the caller's memory, which the driver reads during the call.
@@ -343,22 +348,24 @@ enum { VQS_DYNAMIC_POLICY_MAX_SIZE = 307200 };
  * @retval VQS_SUCCESS            the driver answered
  * @retval VQS_REQUEST_FAILED     the request failed; the outputs are written
  * @retval VQS_INVALID_PARAMETER  the session rule; size is out of range; data is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsExLoadDynamicPolicy(QtfSession* session, uint64_t size, const void* data, uint32_t* first,
                                                   uint32_t* second);
 
 /**
- * Takes the dynamic policy out of the driver.
+ * Makes the driver clear the dynamic policy.
  *
  * @param[in] session  an open session
- * @retval VQS_SUCCESS            it is gone
+ * @retval VQS_SUCCESS            the driver took it
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsExClearDynamicPolicy(QtfSession* session);
 
 /**
- * Reads the version of the policy binary that the driver uses.
+ * Reads the version of the driver's policy binary.
  *
  * @param[in]  session  an open session
  * @param[out] first    receives the first version word
@@ -366,11 +373,12 @@ VQS_API vqsStatus VQS_CALL vqsExClearDynamicPolicy(QtfSession* session);
  * @retval VQS_SUCCESS            both are written
  * @retval VQS_REQUEST_FAILED     the request failed; the outputs are written
  * @retval VQS_INVALID_PARAMETER  the session rule; an output is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsExGetPolicyBinaryVersion(QtfSession* session, uint32_t* first, uint32_t* second);
 
 /**
- * Makes the driver load the policy binary that it was built with.
+ * Makes the driver load its static policy binary.
  *
  * @param[in]  session  an open session
  * @param[out] first    receives the driver's first result word; may be null
@@ -378,15 +386,11 @@ VQS_API vqsStatus VQS_CALL vqsExGetPolicyBinaryVersion(QtfSession* session, uint
  * @retval VQS_SUCCESS            the driver answered
  * @retval VQS_REQUEST_FAILED     the request failed; the outputs are written
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsExLoadStaticBinary(QtfSession* session, uint32_t* first, uint32_t* second);
-/** As vqsExLoadStaticBinary, for the policy binary on disk. */
+/** As vqsExLoadStaticBinary, for the policy binary on disk. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqsExLoadDiskBinary(QtfSession* session, uint32_t* first, uint32_t* second);
-
-VQS_LAYOUT(sizeof(VqsOverrideValue) == 8);
-VQS_LAYOUT(sizeof(VqsOverrideMetadata) == 52);
-VQS_LAYOUT(sizeof(VqsSensorUpdate) == 16);
-VQS_LAYOUT(sizeof(VqsSensorData) == 64);
 
 #ifdef __cplusplus
 }

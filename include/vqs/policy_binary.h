@@ -3,6 +3,7 @@
 #define VQS_POLICY_BINARY_H
 
 #include "policy.h"
+#include "policy_binary_records.h" /* IWYU pragma: export */
 
 #ifdef __cplusplus
 extern "C" {
@@ -13,46 +14,23 @@ extern "C" {
  *
  * Paths are 8-bit and go to the C runtime's file opening as they are. A file is opened for writing only when all of
  * its bytes stand ready, so a call that fails leaves an existing file alone; errors while writing are not detected.
+ * Calls that write one file at once race there.
  *
- * The writer does not enforce the reader's limits. It writes a policy without conditions, which no reader takes, and
- * uses counts as they stand: entries above a limit are taken from what follows in the driver's 3972-byte form of the
- * policy. Where an entry or a text would run past the end of that form, the call fails with VQS_REQUEST_FAILED.
+ * The writers refuse counts above the limits of a policy (15 conditions, 5 texts, 32 actions). Other limits of the
+ * readers they do not enforce: they write policies without conditions, more than VQS_POLICY_BINARY_MAX_POLICIES, and
+ * names and descriptions without an end, which go on into what follows them in the driver's 3972-byte form of the
+ * policy. The readers take none of these. Where text would run past the end of that form, the call fails with
+ * VQS_REQUEST_FAILED.
+ *
+ * The readers take files of revision 3, 4 and 5. Their memory follows what the file's head can need, not the file's
+ * length, and bytes behind the last entry are ignored. A file of 4 GiB or more counts as one that cannot be opened.
+ * When a read falls short, as that of an empty file does, the message "File not fully read...\n" appears on the
+ * standard output of the C runtime, on Windows of the universal C runtime as in rule 7.
  */
 
-/** Limits of a policy binary file of revision 5, the one that is written. */
-enum {
-  /** most policies that a file of revision 5 may hold to be readable */
-  VQS_POLICY_BINARY_MAX_POLICIES = 400
-};
-
 /**
- * The head of what vqsPbReadBinaryV2 returns. The bodies follow it directly, from byte 200, back to back: policyCount
- * records of the structure version, 804, 1448 or 3916 bytes each.
- */
-typedef struct VqsPolicyBinary {
-  uint8_t reserved0[4];
-  uint16_t binaryVersion1;
-  uint16_t binaryVersion2;
-  uint8_t reserved1[40];
-  /** number of bodies */
-  uint32_t policyCount;
-  uint8_t reserved2[132];
-  /** 0, 1 or 2: the layout of the bodies */
-  uint32_t structureVersion;
-  uint8_t reserved3[12];
-} VqsPolicyBinary;
-
-/** What vqsPbReadBinary returns: a summary without the policies. Every reserved byte is zero. */
-typedef struct VqsPolicyBinaryV0 {
-  uint8_t reserved0[4];
-  uint16_t binaryVersion1;
-  uint16_t binaryVersion2;
-  uint32_t policyCount;
-  uint8_t reserved1[52];
-} VqsPolicyBinaryV0;
-
-/**
- * Writes a policy binary from structure version 0 policies.
+ * Writes a policy binary from structure version 0 policies. Takes 3972 bytes of memory for each policy and those of the
+ * file, and gives them back.
  *
  * @param[in] session         not looked at, may be null
  * @param[in] policies        the policies
@@ -61,16 +39,17 @@ typedef struct VqsPolicyBinaryV0 {
  * @param[in] binaryVersion2  second version number of the file
  * @param[in] path            the file to create or replace
  * @retval VQS_SUCCESS            the file was written
- * @retval VQS_REQUEST_FAILED     count is 0, a policy is malformed (see vqsPbAddPolicy), memory for the file's bytes
- *                                could not be allocated, or the file could not be opened
+ * @retval VQS_REQUEST_FAILED     count is 0, a policy is malformed (as in policy.h) or has a count above its limit,
+ *                                memory for the file's bytes could not be allocated, or the file could not be opened
  * @retval VQS_INVALID_PARAMETER  policies or path is null
  * @retval VQS_OUT_OF_MEMORY      memory for the packed policies could not be allocated
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsPbCreateBinary(QtfSession* session, const VqsPolicyV0* policies, uint32_t count,
                                              uint16_t binaryVersion1, uint16_t binaryVersion2, const char* path);
 
 /**
- * Writes a policy binary from policies of any structure version.
+ * Writes a policy binary from policies of any structure version. Takes memory as vqsPbCreateBinary.
  *
  * @param[in] session         an open session; no request is made
  * @param[in] list            the head, followed by list->count bodies in list->size bytes
@@ -78,35 +57,39 @@ VQS_API vqsStatus VQS_CALL vqsPbCreateBinary(QtfSession* session, const VqsPolic
  * @param[in] binaryVersion2  second version number of the file
  * @param[in] path            the file to create or replace
  * @retval VQS_SUCCESS            the file was written
- * @retval VQS_REQUEST_FAILED     list->size is 0 or too small for list->count bodies, list->count is 0, the structure
- *                                version is not 0, 1 or 2, or as for vqsPbCreateBinary
+ * @retval VQS_REQUEST_FAILED     list->size is 0 or too small for list->count bodies, list's version is none of
+ *                                VQS_STRUCTURE_VERSION_, or as for vqsPbCreateBinary
  * @retval VQS_INVALID_PARAMETER  the session rule; list or path is null
  * @retval VQS_OUT_OF_MEMORY      memory for the packed policies could not be allocated
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsPbCreateBinaryV2(QtfSession* session, const VqsPolicyListV2* list,
                                                uint16_t binaryVersion1, uint16_t binaryVersion2, const char* path);
 
 /**
  * Writes the policies of the Policy Builder store into a policy binary, in store order. The store is read in several
- * requests and is not held still between them.
+ * requests and is not held still between them. Takes 3972 bytes of memory for each policy of the store and those of the
+ * file, and gives them back.
  *
- * @param[in] session         an open session; a null one gives VQS_REQUEST_FAILED
+ * @param[in] session         an open session. A null one, with which nothing is sent, gives VQS_REQUEST_FAILED, as does
+ *                            one without a handle.
  * @param[in] path            the file to create or replace
  * @param[in] binaryVersion1  first version number of the file
  * @param[in] binaryVersion2  second version number of the file
  * @retval VQS_SUCCESS            the file was written
- * @retval VQS_REQUEST_FAILED     a request failed, the store is empty, memory could not be allocated, or the file could
- *                                not be opened
+ * @retval VQS_REQUEST_FAILED     a request failed, the store is empty, a policy has a count above its limit, memory
+ *                                could not be allocated, or the file could not be opened
  * @retval VQS_INVALID_PARAMETER  path is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsPbCreateBinaryFromDriver(QtfSession* session, const char* path, uint16_t binaryVersion1,
                                                        uint16_t binaryVersion2);
 
 /**
  * As vqsPbCreateBinaryFromDriver, from the Asm store. When both version numbers are 0 the driver is asked for the pair
- * that vqsSetBinaryVersion set.
+ * that it keeps (see vqsSetBinaryVersion).
  *
- * @param[in] session         an open session; a null one gives VQS_REQUEST_FAILED
+ * @param[in] session         as for vqsPbCreateBinaryFromDriver
  * @param[in] path            the file to create or replace
  * @param[in] binaryVersion1  first version number of the file
  * @param[in] binaryVersion2  second version number of the file
@@ -115,6 +98,7 @@ VQS_API vqsStatus VQS_CALL vqsPbCreateBinaryFromDriver(QtfSession* session, cons
  * @retval VQS_SUCCESS            the file was written
  * @retval VQS_REQUEST_FAILED     as for vqsPbCreateBinaryFromDriver
  * @retval VQS_INVALID_PARAMETER  path is null
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsAsmCreateBinaryFromDriver(QtfSession* session, const char* path, uint16_t binaryVersion1,
                                                         uint16_t binaryVersion2, uint8_t registryExport);
@@ -122,17 +106,16 @@ VQS_API vqsStatus VQS_CALL vqsAsmCreateBinaryFromDriver(QtfSession* session, con
 /**
  * As vqsAsmCreateBinaryFromDriver, from the BalanceProfile store. The driver is never asked for the version numbers,
  * zeros are written as they are; the registry value is "BalanceProfileCurrentRegkeyPolicy".
+ *
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsBalanceProfileCreateBinaryFromDriver(QtfSession* session, const char* path,
                                                                    uint16_t binaryVersion1, uint16_t binaryVersion2,
                                                                    uint8_t registryExport);
 
 /**
- * Checks a policy binary file of revision 3, 4 or 5 and returns a summary of it. The file is read whole, twice, and
- * every policy is validated.
- *
- * A file that cannot be read in full, an empty one included, makes the message "File not fully read...\n" appear on
- * standard output.
+ * Checks a policy binary file and returns a summary of it. The file is read twice, and every policy is validated. Takes
+ * 3972 bytes of memory for each policy, beside the file's bytes, and gives them back.
  *
  * @param[in]  session  not looked at, may be null
  * @param[in]  path     the file to read
@@ -144,17 +127,18 @@ VQS_API vqsStatus VQS_CALL vqsBalanceProfileCreateBinaryFromDriver(QtfSession* s
  *                                could not be allocated
  * @retval VQS_INVALID_PARAMETER  path or binary is null
  * @retval VQS_OUT_OF_MEMORY      the summary could not be allocated
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* session, const char* path, VqsPolicyBinaryV0** binary);
 
 /**
- * Reads a policy binary file of revision 3, 4 or 5, or tells how much room its policies need.
+ * Reads a policy binary file, or tells how much room its policies need. A read takes 3972 bytes of memory for each
+ * policy and as much as goes to binary, beside the file's bytes, and gives them back.
  *
- * A policy that does not fit the structure version (see vqsPbGetPolicies for version 0; text beyond the locale's
- * characters for versions 0 and 1) ends the conversion: its body may be partly written, the bodies after it are zero,
- * and the call still succeeds. A file whose own limits exceed the fields of a policy is refused once a policy uses
- * more than fits. Files of 4 GiB or more are refused. A file that cannot be read in full, an empty one included, makes
- * the message "File not fully read...\n" appear on standard output.
+ * A policy that does not fit the structure version ends the conversion: its body may be partly written, the bodies
+ * after it are zero, and the call still succeeds. An op or a text's flag above its limit fits no version, text beyond
+ * the locale's characters neither 0 nor 1; for the rest of 0 see vqsPbGetPolicies. A file whose own limits exceed the
+ * fields of a policy is refused once a policy uses more than fits.
  *
  * @param[in]     session           an open session; no request is made
  * @param[in]     path              the file to read
@@ -162,25 +146,16 @@ VQS_API vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* session, const char* path
  * @param[in,out] size              bytes at binary. 0 asks for the room needed, which size then receives: 200 and
  *                                  policyCount bodies, of 804 bytes for every version but 1 and 2. The policies are not
  *                                  looked at then. A read leaves it as it is.
- * @param[in]     structureVersion  0, 1 or 2: the layout of the bodies
+ * @param[in]     structureVersion  one of VQS_STRUCTURE_VERSION_: the layout of the bodies
  * @retval VQS_SUCCESS            the policies were read, or size was set
  * @retval VQS_REQUEST_FAILED     the file could not be read, is not a valid policy binary, size is too small, the
- *                                structure version of a read is not 0, 1 or 2, or memory could not be allocated
+ *                                structureVersion of a read is none of VQS_STRUCTURE_VERSION_, or memory could not be
+ *                                allocated
  * @retval VQS_INVALID_PARAMETER  the session rule; path, binary or size is null; structureVersion is 0xFFFFFFFF
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsPbReadBinaryV2(QtfSession* session, const char* path, VqsPolicyBinary* binary,
                                              uint64_t* size, uint32_t structureVersion);
-
-VQS_LAYOUT(sizeof(VqsPolicyBinary) == 200);
-VQS_LAYOUT(offsetof(VqsPolicyBinary, binaryVersion1) == 4);
-VQS_LAYOUT(offsetof(VqsPolicyBinary, binaryVersion2) == 6);
-VQS_LAYOUT(offsetof(VqsPolicyBinary, policyCount) == 48);
-VQS_LAYOUT(offsetof(VqsPolicyBinary, structureVersion) == 184);
-
-VQS_LAYOUT(sizeof(VqsPolicyBinaryV0) == 64);
-VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, binaryVersion1) == 4);
-VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, binaryVersion2) == 6);
-VQS_LAYOUT(offsetof(VqsPolicyBinaryV0, policyCount) == 8);
 
 #ifdef __cplusplus
 }

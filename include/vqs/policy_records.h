@@ -12,7 +12,10 @@
  * The functions without a suffix use version 0 in plain arrays, the V2 functions take any version.
  */
 
-/** Limits of one policy and of one read. */
+/** Structure versions: the layouts of a policy. */
+enum { VQS_STRUCTURE_VERSION_0 = 0, VQS_STRUCTURE_VERSION_1 = 1, VQS_STRUCTURE_VERSION_2 = 2 };
+
+/** Limits of one policy. */
 enum {
   VQS_POLICY_NAME_UNITS = 64,
   VQS_POLICY_DESCRIPTION_SIZE = 32,
@@ -20,10 +23,17 @@ enum {
   VQS_POLICY_MAX_TEXTS = 5,
   VQS_POLICY_MAX_ACTIONS = 32,
   VQS_POLICY_TEXT_SIZE = 32,
-  VQS_POLICY_TEXT_UNITS = 256
+  VQS_POLICY_TEXT_UNITS = 256,
+  /** comparisons are 0 to this one */
+  VQS_POLICY_MAX_OPERATOR = 4,
+  /** a text's flag is 0 or this */
+  VQS_POLICY_MAX_TEXT_FLAG = 1
 };
 
-/** The policy stores; other values are refused. */
+/** Bytes of a name in the status of a policy, the NUL included. */
+enum { VQS_POLICY_STATUS_NAME_SIZE = 64 };
+
+/** The policy stores. */
 enum {
   /** Policy Builder */
   VQS_POLICY_STORE_PB = 0,
@@ -34,11 +44,19 @@ enum {
 /** Selects a policy store: one of VQS_POLICY_STORE_. */
 typedef uint8_t VqsPolicyStore;
 
+/** What a driverResult holds. With every word but the first the driver refused; which says what is its own affair. */
+enum {
+  /** the driver did what it was asked for */
+  VQS_DRIVER_RESULT_TAKEN = 0,
+  /** written by the library when the request itself failed, so that there is no verdict */
+  VQS_DRIVER_RESULT_REQUEST_FAILED = 1
+};
+
 /** A condition, the same in every layout. */
 typedef struct VqsPolicyCondition {
   /** condition type, the Id of the condition catalogue */
   uint32_t conditionId;
-  /** comparison, 0 to 4; any other value is refused when the policy is sent, read or stored */
+  /** comparison, 0 to VQS_POLICY_MAX_OPERATOR; with any other the policy is malformed */
   uint32_t op;
   uint32_t value;
   uint32_t value2;
@@ -71,7 +89,7 @@ typedef struct VqsPolicyAction {
 typedef struct VqsPolicyText {
   /** ends in NUL unless it fills all 32 bytes */
   char text[VQS_POLICY_TEXT_SIZE];
-  /** 0 or 1; any other value is refused */
+  /** 0 or 1; with any other the policy is malformed */
   uint8_t flag;
 } VqsPolicyText;
 
@@ -79,7 +97,7 @@ typedef struct VqsPolicyText {
 typedef struct VqsPolicyTextV2 {
   /** must hold a zero unit */
   VqsChar16 text[VQS_POLICY_TEXT_UNITS];
-  /** 0 or 1; any other value is refused */
+  /** 0 or 1; with any other the policy is malformed */
   uint8_t flag;
   uint8_t reserved0;
 } VqsPolicyTextV2;
@@ -100,7 +118,10 @@ typedef struct VqsPolicyV0 {
   uint8_t reserved1[2];
   uint32_t param1;
   uint32_t param2;
-  /** at most 15; a higher count is sent as it is, with 15 conditions, and refused on the way back */
+  /**
+   * at most 15. A higher count goes to a store as it is, with 15 conditions, and is refused on the way back and by the
+   * functions that write policy binaries.
+   */
   uint32_t conditionCount;
   /** at most 5; beyond, as conditionCount */
   uint32_t textCount;
@@ -169,7 +190,7 @@ typedef struct VqsPolicyV2 {
  * needs: 4 + 804, 4 + 1448 or 4 + 3916.
  */
 typedef struct VqsVersionedPolicy {
-  /** 0, 1 or 2 */
+  /** one of VQS_STRUCTURE_VERSION_ */
   uint32_t structureVersion;
   union {
     VqsPolicyV0 v0;
@@ -178,25 +199,12 @@ typedef struct VqsVersionedPolicy {
   } policy;
 } VqsVersionedPolicy;
 
-/** What a read of all policies of a store fills, structure version 0. */
-typedef struct VqsPolicyList {
-  /** in: the capacity of policies, in entries; out: how many policies the store holds */
-  uint32_t count;
-  uint8_t reserved0[4];
-  /** the caller's array; may be null when only counting */
-  VqsPolicyV0* policies;
-  uint8_t reserved1[8];
-  /** nonzero: only count */
-  uint8_t countOnly;
-  uint8_t reserved2[7];
-} VqsPolicyList;
-
 /**
  * The head of a list of policies of any structure version. The bodies follow it directly, from byte 16, back to
  * back: VqsPolicyV0, VqsPolicyV1 or VqsPolicyV2 records, 804, 1448 or 3916 bytes each.
  */
 typedef struct VqsPolicyListV2 {
-  /** 0, 1 or 2: the layout of the bodies */
+  /** one of VQS_STRUCTURE_VERSION_: the layout of the bodies */
   uint32_t structureVersion;
   /** number of bodies; for a read: in: the capacity, 0 to count only, out: see vqsPbGetPoliciesV2 */
   uint32_t count;
@@ -208,25 +216,13 @@ typedef struct VqsPolicyListV2 {
 typedef struct VqsPolicyStatus {
   uint8_t reserved0[4];
   /** the policy's name; empty when the driver's name does not fit with its NUL */
-  char name[64];
+  char name[VQS_POLICY_STATUS_NAME_SIZE];
   uint32_t statusValue;
   uint8_t statusFlagA;
   uint8_t statusFlagB;
   uint8_t reserved1[2];
   uint32_t statusValue2;
 } VqsPolicyStatus;
-
-/** What a status query fills. */
-typedef struct VqsPolicyStatusList {
-  /** out, when counting: the number of policies; not written when entries are filled */
-  uint32_t count;
-  uint8_t reserved0[4];
-  /** the caller's array. It must have room for every policy of the store: count first, then query. */
-  VqsPolicyStatus* entries;
-  /** nonzero: only count */
-  uint8_t countOnly;
-  uint8_t reserved1[7];
-} VqsPolicyStatusList;
 
 /* The layouts, as the driver and other clients know them. */
 
@@ -318,11 +314,6 @@ VQS_LAYOUT(sizeof(VqsVersionedPolicy) == 3920);
 VQS_LAYOUT(offsetof(VqsVersionedPolicy, structureVersion) == 0);
 VQS_LAYOUT(offsetof(VqsVersionedPolicy, policy) == 4);
 
-VQS_LAYOUT(sizeof(VqsPolicyList) == 32);
-VQS_LAYOUT(offsetof(VqsPolicyList, count) == 0);
-VQS_LAYOUT(offsetof(VqsPolicyList, policies) == 8);
-VQS_LAYOUT(offsetof(VqsPolicyList, countOnly) == 24);
-
 VQS_LAYOUT(sizeof(VqsPolicyListV2) == 16);
 VQS_LAYOUT(offsetof(VqsPolicyListV2, structureVersion) == 0);
 VQS_LAYOUT(offsetof(VqsPolicyListV2, count) == 4);
@@ -334,10 +325,5 @@ VQS_LAYOUT(offsetof(VqsPolicyStatus, statusValue) == 68);
 VQS_LAYOUT(offsetof(VqsPolicyStatus, statusFlagA) == 72);
 VQS_LAYOUT(offsetof(VqsPolicyStatus, statusFlagB) == 73);
 VQS_LAYOUT(offsetof(VqsPolicyStatus, statusValue2) == 76);
-
-VQS_LAYOUT(sizeof(VqsPolicyStatusList) == 24);
-VQS_LAYOUT(offsetof(VqsPolicyStatusList, count) == 0);
-VQS_LAYOUT(offsetof(VqsPolicyStatusList, entries) == 8);
-VQS_LAYOUT(offsetof(VqsPolicyStatusList, countOnly) == 16);
 
 #endif

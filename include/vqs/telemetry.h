@@ -3,7 +3,7 @@
 #define VQS_TELEMETRY_H
 
 #include "session.h"
-#include "status.h"
+#include "telemetry_records.h" /* IWYU pragma: export */
 
 #ifdef __cplusplus
 extern "C" {
@@ -18,22 +18,9 @@ extern "C" {
  * with vqsGetQTFLogKVIterData and step with vqsNextQTFLogKVIter; reset to walk again after the driver has refreshed the
  * area; destroy the iterator before the log is stopped. Walking makes no request and no allocation.
  *
- * The iterators follow key ids, not a length: the driver ends the records with key id 0. They do not know where the
- * mapped area ends.
+ * The iterators follow key ids, not a length: the driver ends the records with VQS_LOG_KEY_END. They do not know where
+ * the mapped area ends.
  */
-
-/** Numbers of keys, and what vqsGetQTFLogKVMetadata_V2 and its Ex form need room for. */
-enum { VQS_LOG_KV_KEYS = 228, VQS_LOG_EX_KV_KEYS = 50 };
-
-/** Element types of a key. */
-enum {
-  /** bytes: text or flags */
-  VQS_LOG_ELEMENT_BYTES = 0,
-  VQS_LOG_ELEMENT_INT32 = 3,
-  VQS_LOG_ELEMENT_BOOL8 = 5,
-  VQS_LOG_ELEMENT_UINT16 = 6,
-  VQS_LOG_ELEMENT_UINT32 = 7
-};
 
 /** What a key's value is. */
 typedef struct QtfLogKeyInfo {
@@ -42,7 +29,7 @@ typedef struct QtfLogKeyInfo {
   /** one of VQS_LOG_ELEMENT_ */
   uint32_t ElementType;
   uint32_t ElementCount;
-  /** 0, or 10 for the keys whose scaling is the driver's affair */
+  /** 0, or 10 for a few keys; what it means is the driver's affair */
   uint32_t Param;
   /** a constant of the library, valid while it is loaded */
   const char* Name;
@@ -62,6 +49,7 @@ typedef struct QtfLogKVIter QtfLogKVIter;
  * @retval VQS_SUCCESS            the log runs
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: one log call at a time.
  */
 VQS_API vqsStatus VQS_CALL vqsStartQTFLog(QtfSession* session, uint64_t* address);
 
@@ -72,6 +60,7 @@ VQS_API vqsStatus VQS_CALL vqsStartQTFLog(QtfSession* session, uint64_t* address
  * @retval VQS_SUCCESS            the log is stopped
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; no log is running
+ * @note Threads: one log call at a time.
  */
 VQS_API vqsStatus VQS_CALL vqsStopQTFLog(QtfSession* session);
 
@@ -79,11 +68,12 @@ VQS_API vqsStatus VQS_CALL vqsStopQTFLog(QtfSession* session);
  * Asks what the plain log supports.
  *
  * @param[in]  session  an open session
- * @param[out] buffer   the driver's answer goes straight into it; a null one is for the driver to refuse
+ * @param[out] buffer   the driver writes straight into it; a null one is for the driver to refuse
  * @param[in]  length   bytes at buffer
  * @retval VQS_SUCCESS            buffer holds the answer
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetQTFLogSupport(QtfSession* session, void* buffer, uint32_t length);
 
@@ -95,20 +85,22 @@ VQS_API vqsStatus VQS_CALL vqsGetQTFLogSupport(QtfSession* session, void* buffer
  * @retval VQS_SUCCESS            version holds the answer
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: as the driver allows.
  */
 VQS_API vqsStatus VQS_CALL vqsGetQTFLogVersion(QtfSession* session, uint32_t* version);
 
 /**
  * Starts the Ex log, and asks for its version in a second request when version is given. The second request then
- * decides the result: a start that failed before it goes unnoticed. The session takes what address points to for its
- * log's address even when the start failed, and stops it in time.
+ * decides the result: a start that failed before it goes unnoticed. A failed start makes the session lose a log that
+ * ran before, and take what address points to for the address of the one that runs, which it will stop: let that be 0.
  *
  * @param[in]     session  an open session
  * @param[in,out] address  receives the address of the log, untouched when the start failed; may be null
  * @param[out]    version  receives the version of the log; null asks for none
  * @retval VQS_SUCCESS            the last request succeeded
- * @retval VQS_REQUEST_FAILED     the last request failed
+ * @retval VQS_REQUEST_FAILED     the last request failed; address may be written all the same
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: one log call at a time.
  */
 VQS_API vqsStatus VQS_CALL vqsExStartQTFLog(QtfSession* session, uint64_t* address, uint32_t* version);
 
@@ -119,73 +111,88 @@ VQS_API vqsStatus VQS_CALL vqsExStartQTFLog(QtfSession* session, uint64_t* addre
  * @retval VQS_SUCCESS            the log is stopped, or none was running
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule
+ * @note Threads: one log call at a time.
  */
 VQS_API vqsStatus VQS_CALL vqsExStopQTFLog(QtfSession* session);
 
-/** As vqsGetQTFLogSupport, for the Ex log; a null buffer gives VQS_INVALID_PARAMETER. */
+/** As vqsGetQTFLogSupport, for the Ex log; a null buffer gives VQS_INVALID_PARAMETER. Threads: as the driver allows. */
 VQS_API vqsStatus VQS_CALL vqsExQTFLogSupport(QtfSession* session, void* buffer, uint32_t length);
 
 /**
- * Starts the key/value log.
+ * Starts the key/value log. With any result but VQS_SUCCESS the session remembers what it did before.
  *
  * @param[in]  session  an open session
  * @param[out] log      receives the log's handle, to be given back to vqsStopQTFLogKV
  * @retval VQS_SUCCESS            the log runs
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; log is null
- * @retval VQS_OUT_OF_MEMORY      the handle could not be allocated; the log was stopped again
- * @retval VQS_VERSION_MISMATCH   the driver's log has another data version than 1; it was stopped again
+ * @retval VQS_OUT_OF_MEMORY      the handle could not be allocated; the driver was told to stop the log again
+ * @retval VQS_VERSION_MISMATCH   the driver's log has another data version than 1; it was told to stop it again
+ * @note Threads: one log call at a time.
  */
 VQS_API vqsStatus VQS_CALL vqsStartQTFLogKV(QtfSession* session, QtfLogKV** log);
 
 /**
- * Stops the key/value log of a session and frees its handle. When the driver refuses, the log stays open.
+ * Stops the log of a session, and frees its handle if a key/value start made it on this session. When the driver
+ * refuses, the log stays open. A handle that a second start, vqsStopQTFLog, vqsExStopQTFLog or the end of the session
+ * has left behind is never freed.
  *
  * @param[in] session  an open session
  * @param[in] log      not null; what is stopped is the session's log
  * @retval VQS_SUCCESS            the log is stopped, or none was running
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  the session rule; log is null
+ * @note Threads: one log call at a time.
  */
 VQS_API vqsStatus VQS_CALL vqsStopQTFLogKV(QtfSession* session, QtfLogKV* log);
 
-/** As vqsStartQTFLogKV, for the Ex key/value log; with a null log the handle is known to the session only. */
+/**
+ * As vqsStartQTFLogKV, for the Ex key/value log; with a null log the handle is known to the session only.
+ *
+ * @note Threads: one log call at a time.
+ */
 VQS_API vqsStatus VQS_CALL vqsExStartQTFLogExKV(QtfSession* session, QtfLogKV** log);
 
-/** As vqsStopQTFLogKV, for the Ex key/value log. */
+/** As vqsStopQTFLogKV, for the Ex key/value log. Threads: one log call at a time. */
 VQS_API vqsStatus VQS_CALL vqsExStopQTFLogExKV(QtfSession* session);
 
 /**
- * Creates an iterator on the first record of a log. The Ex call is the same function under a second name.
+ * Creates an iterator on the first record of a log.
  *
  * @param[in]  log       a running key/value log
  * @param[out] iterator  receives the iterator
  * @retval VQS_SUCCESS            the iterator stands on the first record
  * @retval VQS_INVALID_PARAMETER  an argument is null
  * @retval VQS_OUT_OF_MEMORY      the iterator could not be allocated
+ * @note Threads: one call at a time on one iterator.
  */
 VQS_API vqsStatus VQS_CALL vqsCreateQTFLogKVIter(QtfLogKV* log, QtfLogKVIter** iterator);
+/** The same function under a second name, for Ex key/value logs. Threads: one call at a time on one iterator. */
 VQS_API vqsStatus VQS_CALL vqsExCreateQTFLogExKVIter(QtfLogKV* log, QtfLogKVIter** iterator);
 
 /**
- * Frees an iterator. The Ex call is the same function under a second name.
+ * Frees an iterator.
  *
  * @param[in] iterator  the iterator
  * @retval VQS_SUCCESS            it is gone
  * @retval VQS_INVALID_PARAMETER  it is null
+ * @note Threads: one call at a time on one iterator.
  */
 VQS_API vqsStatus VQS_CALL vqsDestroyQTFLogKVIter(QtfLogKVIter* iterator);
+/** The same function under a second name. Threads: one call at a time on one iterator. */
 VQS_API vqsStatus VQS_CALL vqsExDestroyQTFLogExKVIter(QtfLogKVIter* iterator);
 
 /**
- * Puts an iterator back on the first record of a log. The Ex call is the same function under a second name.
+ * Puts an iterator back on the first record of a log.
  *
  * @param[in] log       a running key/value log
  * @param[in] iterator  the iterator
  * @retval VQS_SUCCESS            the iterator stands on the first record
  * @retval VQS_INVALID_PARAMETER  an argument is null
+ * @note Threads: one call at a time on one iterator.
  */
 VQS_API vqsStatus VQS_CALL vqsResetQTFLogKVIter(QtfLogKV* log, QtfLogKVIter* iterator);
+/** The same function under a second name. Threads: one call at a time on one iterator. */
 VQS_API vqsStatus VQS_CALL vqsExResetQTFLogExKVIter(QtfLogKV* log, QtfLogKVIter* iterator);
 
 /**
@@ -195,9 +202,10 @@ VQS_API vqsStatus VQS_CALL vqsExResetQTFLogExKVIter(QtfLogKV* log, QtfLogKVIter*
  * @retval VQS_SUCCESS            the iterator stands on the next record, or on the end marker
  * @retval VQS_REQUEST_FAILED     it stands on the end marker or on a key id that does not exist, and stays there
  * @retval VQS_INVALID_PARAMETER  iterator is null
+ * @note Threads: one call at a time on one iterator.
  */
 VQS_API vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator);
-/** As vqsNextQTFLogKVIter, on an Ex key/value log. */
+/** As vqsNextQTFLogKVIter, on an Ex key/value log. Threads: one call at a time on one iterator. */
 VQS_API vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator);
 
 /**
@@ -208,9 +216,10 @@ VQS_API vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator);
  * @retval VQS_SUCCESS            done holds the answer
  * @retval VQS_REQUEST_FAILED     the iterator stands on a key id that does not exist
  * @retval VQS_INVALID_PARAMETER  an argument is null
+ * @note Threads: one call at a time on one iterator.
  */
 VQS_API vqsStatus VQS_CALL vqsDoneQTFLogKVIter(const QtfLogKVIter* iterator, uint8_t* done);
-/** As vqsDoneQTFLogKVIter, on an Ex key/value log. */
+/** As vqsDoneQTFLogKVIter, on an Ex key/value log. Threads: one call at a time on one iterator. */
 VQS_API vqsStatus VQS_CALL vqsExDoneQTFLogExKVIter(const QtfLogKVIter* iterator, uint8_t* done);
 
 /**
@@ -222,36 +231,40 @@ VQS_API vqsStatus VQS_CALL vqsExDoneQTFLogExKVIter(const QtfLogKVIter* iterator,
  * @retval VQS_SUCCESS            both are written
  * @retval VQS_REQUEST_FAILED     the iterator stands on the end marker or on a key id that does not exist
  * @retval VQS_INVALID_PARAMETER  an argument is null
+ * @note Threads: one call at a time on one iterator.
  */
 VQS_API vqsStatus VQS_CALL vqsGetQTFLogKVIterData(const QtfLogKVIter* iterator, uint32_t* key, uint64_t* address);
-/** As vqsGetQTFLogKVIterData, on an Ex key/value log. */
+/** As vqsGetQTFLogKVIterData, on an Ex key/value log. Threads: one call at a time on one iterator. */
 VQS_API vqsStatus VQS_CALL vqsExGetQTFLogExKVIterData(const QtfLogKVIter* iterator, uint32_t* key, uint64_t* address);
 
 /**
  * Copies what is known of the keys of the key/value log, in an order that is nearly that of the ids.
  *
  * @param[out]    keys   room for count records; may be null when count is 0
- * @param[in,out] count  in: room, in records, or 0 to ask; out: 228. Not checked: it must not be null.
- * @retval VQS_SUCCESS            keys holds 228 records, or count says so
- * @retval VQS_INVALID_PARAMETER  count is neither 0 nor at least 228, or keys is null
+ * @param[in,out] count  in: room, in records, or 0 to ask; out: VQS_LOG_KV_KEYS. Not checked: it must not be null.
+ * @retval VQS_SUCCESS            keys holds VQS_LOG_KV_KEYS records, or count says so
+ * @retval VQS_INVALID_PARAMETER  count is neither 0 nor at least VQS_LOG_KV_KEYS, or keys is null
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsGetQTFLogKVMetadata_V2(QtfLogKeyInfo* keys, uint32_t* count);
 
 /**
- * Copies what is known of the 50 keys of the Ex key/value log.
+ * Copies what is known of the keys of the Ex key/value log.
  *
  * @param[out]    keys   room for count records; may be null when count is 0
- * @param[in,out] count  in: room, in records, or 0 to ask; out: 50 when asked, and 228 after copying, although 50
- *                       records were copied. Not checked: it must not be null.
- * @retval VQS_SUCCESS            keys holds 50 records, or count says so
- * @retval VQS_INVALID_PARAMETER  count is neither 0 nor at least 50, or keys is null
+ * @param[in,out] count  in: room, in records, or 0 to ask; out: VQS_LOG_EX_KV_KEYS when asked, and VQS_LOG_KV_KEYS
+ *                       after copying, although VQS_LOG_EX_KV_KEYS records were copied. Not checked: it must not be
+ *                       null.
+ * @retval VQS_SUCCESS            keys holds VQS_LOG_EX_KV_KEYS records, or count says so
+ * @retval VQS_INVALID_PARAMETER  count is neither 0 nor at least VQS_LOG_EX_KV_KEYS, or keys is null
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsExGetQTFLogExKVMetadata_V2(QtfLogKeyInfo* keys, uint32_t* count);
 
 /*
- * The OVL family maps the plain log without a session. Each call opens the driver for itself and leaves that handle
- * open for the rest of the process. Besides the results named at each, any of them gives what opening gives:
- * VQS_REQUEST_FAILED, VQS_OUT_OF_MEMORY or VQS_DRIVER_NOT_FOUND.
+ * The OVL family maps the plain log without a session. Each call but vqsOVLGetDllVersion opens the driver for itself
+ * and leaves that handle open for the rest of the process. Besides the results named at each, these give what opening
+ * gives: VQS_REQUEST_FAILED, VQS_OUT_OF_MEMORY or VQS_DRIVER_NOT_FOUND.
  */
 
 /**
@@ -262,6 +275,7 @@ VQS_API vqsStatus VQS_CALL vqsExGetQTFLogExKVMetadata_V2(QtfLogKeyInfo* keys, ui
  * @retval VQS_SUCCESS            the log is mapped
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  an argument is null
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsOVLMapQTFLogAddress(uint64_t* address, uint32_t* logId);
 
@@ -271,6 +285,7 @@ VQS_API vqsStatus VQS_CALL vqsOVLMapQTFLogAddress(uint64_t* address, uint32_t* l
  * @param[in] logId  the log's id
  * @retval VQS_SUCCESS         the log is unmapped
  * @retval VQS_REQUEST_FAILED  the request failed
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsOVLUnmapQTFLogId(uint32_t logId);
 
@@ -279,13 +294,14 @@ VQS_API vqsStatus VQS_CALL vqsOVLUnmapQTFLogId(uint32_t logId);
  *
  * @param[in] first   not null, not used further
  * @param[in] second  not null, not used further
- * @retval VQS_SUCCESS            the driver fills the log
+ * @retval VQS_SUCCESS            the driver took it
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  an argument is null
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsOVLStartQTFLog(void* first, void* second);
 
-/** Stops the driver's filling of the log: VQS_SUCCESS or VQS_REQUEST_FAILED. */
+/** Stops the driver's filling of the log: VQS_SUCCESS or VQS_REQUEST_FAILED. Threads: any. */
 VQS_API vqsStatus VQS_CALL vqsOVLStopQTFLog(void);
 
 /**
@@ -295,23 +311,26 @@ VQS_API vqsStatus VQS_CALL vqsOVLStopQTFLog(void);
  * @retval VQS_SUCCESS            version holds the answer
  * @retval VQS_REQUEST_FAILED     the request failed
  * @retval VQS_INVALID_PARAMETER  version is null
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsOVLGetQTFLogVersion(uint32_t* version);
 
-/** As vqsOVLGetQTFLogVersion, for the version of the driver's interface. */
+/** As vqsOVLGetQTFLogVersion, for the version of the driver's interface. Threads: any. */
 VQS_API vqsStatus VQS_CALL vqsOVLGetInterfaceVersion(uint32_t* version);
 
-/** Makes the driver fill the log at once: VQS_SUCCESS or VQS_REQUEST_FAILED. */
+/** Makes the driver fill the log at once: VQS_SUCCESS or VQS_REQUEST_FAILED. Threads: any. */
 VQS_API vqsStatus VQS_CALL vqsOVLForceDataUpdate(void);
 
 /**
  * Reads the library's own version in one word. The driver is not opened.
  *
  * @param[in,out] version  the version is ORed into it, so clear it first: from the highest byte to the lowest the
- *                         product's major number, and the file's second, third and fourth numbers
+ *                         product's major number, and the file's second, third and fourth numbers, at
+ *                         VQS_DLL_VERSION_..._SHIFT
  * @retval VQS_SUCCESS            version holds it
- * @retval VQS_REQUEST_FAILED     as vqsGetVersion; version is untouched
+ * @retval VQS_REQUEST_FAILED     as vqsGetVersion
  * @retval VQS_INVALID_PARAMETER  version is null
+ * @note Threads: any.
  */
 VQS_API vqsStatus VQS_CALL vqsOVLGetDllVersion(uint32_t* version);
 

@@ -34,9 +34,9 @@ vqsStatus send(HANDLE handle, QtfAppIoRecord request) {
 vqsStatus setInput(QtfSession* session, std::int32_t index, std::uint32_t value) {
   if (!isOpen(session) || index >= 3) return VQS_INVALID_PARAMETER;
   switch (index) {
-    case 1:
+    case VQS_APP_INPUT_A:
       return send(session->handle, {.operation = QTF_IO_SET_INPUT_A, .valueA = value, .valueB = 0});
-    case 2:
+    case VQS_APP_INPUT_B:
       return send(session->handle, {.operation = QTF_IO_SET_INPUT_B, .valueA = 0, .valueB = value});
     default:
       return VQS_INVALID_PARAMETER;

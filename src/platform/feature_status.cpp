@@ -10,14 +10,14 @@ namespace vqs {
 namespace {
 
 /// The driver's id of each feature; the driver knows no 8.
-constexpr std::array<std::uint32_t, 9> kDriverIds = {0, 1, 2, 3, 4, 5, 6, 7, 9};
+constexpr std::array<std::uint32_t, VQS_FEATURES> kDriverIds = {0, 1, 2, 3, 4, 5, 6, 7, 9};
 
 }  // namespace
 }  // namespace vqs
 
 vqsStatus VQS_CALL vqsQueryFeatureStatus(QtfSession* session, int32_t index, VqsFeatureStatus* status) {
   if (!vqs::isOpen(session) || status == nullptr) return VQS_INVALID_PARAMETER;
-  if (index < 0 || index >= static_cast<int32_t>(vqs::kDriverIds.size())) return VQS_INVALID_PARAMETER;
+  if (index < 0 || index >= VQS_FEATURES) return VQS_INVALID_PARAMETER;
   std::uint32_t id = vqs::kDriverIds[static_cast<std::size_t>(index)];
   VqsFeatureStatus answer{};
   if (vqs::sendSplit(session->handle, vqs::kCodeQueryFeatureStatus, id, &answer) != VQS_SUCCESS)

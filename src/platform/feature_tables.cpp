@@ -132,7 +132,7 @@ vqsStatus VQS_CALL vqsInBagPolicyTableControl(QtfSession* session, int32_t opera
   vqs::InBagRecord record{};
   record.operation = vqs::foldTableOperation(operation);
   // A set sends the words only, and clears the caller's curve from the record that is still empty.
-  const bool set = record.operation == vqs::kTableSet;
+  const bool set = record.operation == VQS_TABLE_SET;
   if (set) vqs::copyToTable(vqs::kInBagCurve, table, &record);
   const vqsStatus result =
       vqs::exchangeTable(session->handle, vqs::kCodeInBagPolicyTable, record, vqs::kInBagWords, table);

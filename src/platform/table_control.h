@@ -9,6 +9,7 @@
 
 #include "channel/request.h"
 #include "channel/session.h"
+#include "vqs/features_records.h"
 
 namespace vqs {
 
@@ -21,7 +22,6 @@ struct FieldPlace {
 
 /// What a table operation of the caller's becomes; operations that do not exist become this one.
 inline constexpr std::uint32_t kTableUnsupported = 5;
-inline constexpr std::uint32_t kTableSet = 1;
 
 constexpr std::uint32_t foldTableOperation(std::int32_t operation) {
   return operation >= 0 && operation < static_cast<std::int32_t>(kTableUnsupported)
@@ -52,7 +52,7 @@ inline void copyToTable(std::span<const FieldPlace> places, void* table, const v
 template <WireRecord Record>
 vqsStatus exchangeTable(HANDLE handle, std::uint32_t code, Record& record, std::span<const FieldPlace> places,
                         void* table) {
-  const bool set = record.operation == kTableSet;
+  const bool set = record.operation == VQS_TABLE_SET;
   if (set) copyToRecord(places, &record, table);
   if (sendSame(handle, code, record) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   if (!set) copyToTable(places, table, &record);

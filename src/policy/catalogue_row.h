@@ -23,7 +23,7 @@ inline constexpr std::uint32_t kSameOnly = 4;
 inline constexpr std::uint32_t kSameOrNot = 12;
 inline constexpr std::uint32_t kAllOperators = 31;
 
-inline constexpr std::uint32_t kUnbounded = 0xFFFFFFFF;
+inline constexpr std::uint32_t kUnbounded = VQS_VALUE_UNBOUNDED;
 inline constexpr std::uint32_t kLowestSigned = 0x80000000;
 
 /// A row of a catalogue as it is written down; what is not named is zero or empty.

@@ -26,14 +26,14 @@ bool packTextUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> 
 }
 
 int packCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destination) {
-  if (source.op > kHighestPolicyOperator) return kMalformed;
+  if (source.op > VQS_POLICY_MAX_OPERATOR) return kMalformed;
   destination = source;
   return kConverted;
 }
 
 template <class Text>
 int packText(const Text& source, VqsPackedText& destination) {
-  if (source.flag > kHighestPolicyTextFlag) return kMalformed;
+  if (source.flag > VQS_POLICY_MAX_TEXT_FLAG) return kMalformed;
   destination.flag = source.flag;
   if (!packTextUnits(destination.text, source.text)) return kNotConverted;
   const std::size_t length = unitsBeforeZero(std::span<const VqsChar16>{destination.text}) + 1;

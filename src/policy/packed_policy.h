@@ -6,11 +6,6 @@
 
 #include "vqs/policy.h"
 
-/// Comparisons go up to this one; a condition with a higher one is malformed.
-inline constexpr std::uint32_t kHighestPolicyOperator = 4;
-/// A text with a higher flag is malformed.
-inline constexpr std::uint8_t kHighestPolicyTextFlag = 1;
-
 /// A text in the driver's form.
 struct VqsPackedText {
   std::uint8_t flag;

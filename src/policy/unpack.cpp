@@ -35,13 +35,13 @@ bool fitsVersion0(std::span<const VqsChar16> text) {
 
 template <class Text>
 int unpackText(const VqsPackedText& source, Text& destination) {
-  if (source.flag > kHighestPolicyTextFlag) return kMalformed;
+  if (source.flag > VQS_POLICY_MAX_TEXT_FLAG) return kMalformed;
   destination.flag = source.flag;
   return unpackTextUnits(destination.text, source.text) ? kConverted : kNotConverted;
 }
 
 int unpackCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destination) {
-  if (source.op > kHighestPolicyOperator) return kMalformed;
+  if (source.op > VQS_POLICY_MAX_OPERATOR) return kMalformed;
   destination = source;
   return kConverted;
 }

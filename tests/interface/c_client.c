@@ -12,7 +12,7 @@ static int expect(int condition, const char* what) {
 
 int main(int count, char** arguments) {
   int failures = 0;
-  uint32_t version[4] = {9, 9, 9, 9};
+  VqsVersion version = {{9, 9, 9, 9}};
   VqsPolicyBinaryV0* summary = NULL;
   vqsStatus status;
 
@@ -23,10 +23,12 @@ int main(int count, char** arguments) {
     failures += expect(summary->binaryVersion1 == 3 && summary->binaryVersion2 == 41, "its versions are 3 and 41");
     failures += expect(summary->policyCount == 16, "it holds 16 policies");
   }
-  failures += expect(vqsGetVersion(version) == VQS_SUCCESS, "the library's version can be read");
-  failures += expect(version[0] == 0 && version[1] == 1 && version[2] == 0 && version[3] == 0, "it is 0.1.0.0");
+  failures += expect(vqsGetVersion(version.words) == VQS_SUCCESS, "the library's version can be read");
+  failures += expect(version.numbers.productMajor == 0 && version.numbers.fileMinor == 1, "it begins with 0.1");
+  failures += expect(version.numbers.fileThird == 0 && version.numbers.fileFourth == 0, "it ends with 0.0");
   failures += expect(vqsGetVersion(NULL) == VQS_INVALID_PARAMETER, "a missing output is refused");
-  failures += expect(vqsPbCheckStructureSupport(NULL, 2) == VQS_SUCCESS, "structure version 2 is supported");
+  failures += expect(vqsPbCheckStructureSupport(NULL, VQS_STRUCTURE_VERSION_2) == VQS_SUCCESS,
+                     "structure version 2 is supported");
 #if !defined(_WIN32)
   free(summary);
 #endif

@@ -17,7 +17,7 @@ may_include() {
   found=$(grep -rnE '^#include "' "$1" --include='*.h' --include='*.cpp' --include='*.c' | grep -vE "#include \"($2)" || true)
   refuse "$1 may include only $2" "$found" "move the code to the folder it belongs to"
 }
-may_include include '(base|catalogue|features|platform|policy|policy_binary|policy_records|session|status|telemetry)\.h"'
+may_include include '(base|functions|status|(catalogue|features|platform|policy|policy_binary|session|telemetry)(_records)?)\.h"'
 may_include src/channel '(channel/|vqs/|host/windows_api\.h)'
 may_include src/log '(log/|channel/|vqs/)'
 may_include src/platform '(platform/|channel/|vqs/)'

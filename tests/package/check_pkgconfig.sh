@@ -12,8 +12,8 @@ rm -rf "$work"
 mkdir -p "$work"
 suffix=
 [ "$runner" = - ] || { suffix=.exe && link+=(-static) && cp "$libraries"/*.dll "$work"; }
-"$cc" -std=c11 "$sources/consumer.c" "${flags[@]}" "${link[@]}" -o "$work/consumer_c$suffix"
-"$cxx" -std=c++20 "$sources/consumer.cpp" "${flags[@]}" "${link[@]}" -o "$work/consumer_cpp$suffix"
+"$cc" -std=c99 "$sources/consumer.c" "${flags[@]}" "${link[@]}" -o "$work/consumer_c$suffix"
+"$cxx" -std=c++11 "$sources/consumer.cpp" "${flags[@]}" "${link[@]}" -o "$work/consumer_cpp$suffix"
 run() {
   if [ "$runner" = - ]; then LD_LIBRARY_PATH=$libraries "$work/$1"; else "$runner" "$work/$1.exe"; fi | tr -d '\r'
 }
