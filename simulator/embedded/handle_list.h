@@ -13,7 +13,7 @@ namespace simulator {
 class HandleList {
  public:
   HandleList() = default;
-  ~HandleList() { std::free(handles_); }
+  ~HandleList() { std::free(static_cast<void*>(handles_)); }
   HandleList(HandleList&&) = delete;
 
   /// False when there is no memory for one more.
@@ -39,7 +39,7 @@ class HandleList {
  private:
   bool grow() {
     const std::size_t room = room_ == 0 ? 16 : 2 * room_;
-    void* const grown = std::realloc(handles_, room * sizeof(HANDLE));
+    void* const grown = std::realloc(static_cast<void*>(handles_), room * sizeof(HANDLE));
     if (grown == nullptr) return false;
     handles_ = static_cast<HANDLE*>(grown);
     room_ = room;

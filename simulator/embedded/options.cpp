@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <span>
 
 namespace simulator {
 namespace {
@@ -20,8 +21,10 @@ constexpr FaultName kFaults[] = {{.name = "unknown-key", .fault = LogFault::unkn
                                  {.name = "version", .fault = LogFault::version}};
 
 bool parseNumber(std::string_view text, std::uint64_t& number) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc{} && end == text.data() + text.size();
+  const std::span digits{text};
+  const char* const last = digits.data() + digits.size();
+  const auto [end, error] = std::from_chars(digits.data(), last, number);
+  return error == std::errc{} && end == last;
 }
 
 bool parseFault(std::string_view name, LogFault& fault) {
@@ -34,7 +37,8 @@ bool parseFault(std::string_view name, LogFault& fault) {
 /// What comes before a separator, which is taken away together with it.
 std::string_view takeUpTo(char separator, std::string_view& text) {
   const std::size_t length = std::min(text.find(separator), text.size());
-  const std::string_view taken{text.data(), length};
+  std::string_view taken = text;
+  taken.remove_suffix(text.size() - length);
   text.remove_prefix(std::min(length + 1, text.size()));
   return taken;
 }

@@ -108,6 +108,7 @@ void appendWords(const std::string& name, std::vector<std::string>& words) {
 
 [[noreturn]] void failToFind(const Catalogue& catalogue, const std::string& name) {
   std::vector<std::string> names;
+  names.reserve(catalogue.entries.size());
   for (const auto& entry : catalogue.entries) names.push_back(entry.name);
   // A filter may be a word of a name, too.
   for (const auto& entry : catalogue.entries) appendWords(entry.name, names);
@@ -136,6 +137,7 @@ std::string describeLimits(const CatalogueEntry& entry) {
 
 std::string describeOptions(const CatalogueEntry& entry) {
   std::vector<std::string> options;
+  options.reserve(entry.options.size());
   for (const auto& [value, text] : entry.options) options.push_back(fmt::format("{} {}", value, printable(text)));
   return fmt::format("{}", fmt::join(options, ", "));
 }

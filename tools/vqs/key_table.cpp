@@ -27,6 +27,7 @@ const QtfLogKeyInfo& KeyTable::withId(std::uint32_t id) const {
 
 const QtfLogKeyInfo& KeyTable::named(const std::string& idOrName) const {
   std::vector<NamedKey> names;
+  names.reserve(keys_.size());
   for (const auto& key : keys_) names.push_back({.id = key.KeyId, .name = key.Name});
   return keys_[findKey(names, idOrName, "a key of the log")];
 }

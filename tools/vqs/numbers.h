@@ -15,8 +15,9 @@ namespace tool {
 template <std::integral Number>
 std::optional<Number> parseNumber(std::string_view text, int base = 10) {
   Number number = 0;
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number, base);
+  const std::span digits{text};
+  const char* end = digits.data() + digits.size();
+  const auto [rest, error] = std::from_chars(digits.data(), end, number, base);
   return error == std::errc{} && rest == end ? std::optional{number} : std::nullopt;
 }
 
