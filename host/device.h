@@ -33,7 +33,7 @@ class Device {
 };
 
 /// Makes a device present under an interface class and a path. It must outlive its attachment. False when there is no
-/// memory for it.
+/// room for it, or for the path.
 bool attachDevice(Device& device, const GUID& interfaceClass, std::basic_string_view<WCHAR> path);
 /// Removes a device. Handles still open on it fail from then on.
 void detachDevice(const Device& device);

@@ -1,29 +1,36 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
 #include <cstring>
-#include <map>
 #include <mutex>
 #include <optional>
+#include <string_view>
 
 #include "host/call_hook.h"
-#include "host/guarded.h"
 #include "host/host.h"
+#include "host/list.h"
+#include "host/mutex.h"
 
 namespace {
 
-std::mutex versionMutex;
+struct FileVersion {
+  static constexpr std::size_t kLongestName = 64;
 
-/// Made at its first use, for whoever publishes versions may do so before other initialisers have run; never destroyed.
-auto& versions() {
-  static auto& map = *new std::map<std::string, VS_FIXEDFILEINFO, std::less<>>;
-  return map;
-}
+  char name[kLongestName];
+  std::size_t length;
+  VS_FIXEDFILEINFO version;
+
+  [[nodiscard]] std::string_view nameText() const { return {name, length}; }
+};
+
+constinit host::Mutex versionMutex;
+constinit host::List<FileVersion> versions;
+
+FileVersion* placeOf(std::string_view name) { return std::ranges::find(versions, name, &FileVersion::nameText); }
 
 std::optional<VS_FIXEDFILEINFO> findVersion(std::string_view name) {
-  return host::guarded(std::optional<VS_FIXEDFILEINFO>{}, [&] {
-    const std::lock_guard lock{versionMutex};
-    const auto found = versions().find(name);
-    return found == versions().end() ? std::nullopt : std::optional{found->second};
-  });
+  const std::lock_guard lock{versionMutex};
+  const FileVersion* const found = placeOf(name);
+  return found == versions.end() ? std::nullopt : std::optional{found->version};
 }
 
 }  // namespace
@@ -31,16 +38,19 @@ std::optional<VS_FIXEDFILEINFO> findVersion(std::string_view name) {
 namespace host {
 
 bool setFileVersion(std::string_view name, const VS_FIXEDFILEINFO& version) {
-  return guarded(false, [&] {
-    const std::lock_guard lock{versionMutex};
-    versions().insert_or_assign(std::string{name}, version);
-    return true;
-  });
+  if (name.size() > FileVersion::kLongestName) return false;
+  FileVersion entry{.name = {}, .length = name.size(), .version = version};
+  std::ranges::copy(name, entry.name);
+  const std::lock_guard lock{versionMutex};
+  FileVersion* const found = placeOf(name);
+  if (found == versions.end()) return versions.add(entry);
+  *found = entry;
+  return true;
 }
 
 void removeFileVersion(std::string_view name) {
   const std::lock_guard lock{versionMutex};
-  if (const auto found = versions().find(name); found != versions().end()) versions().erase(found);
+  if (FileVersion* const found = placeOf(name); found != versions.end()) versions.remove(found);
 }
 
 }  // namespace host

@@ -13,7 +13,7 @@
 namespace host {
 
 /// Makes a named event present, or makes it gone; handles on it live on. Names are compared letter for letter. False
-/// when there is no memory for it.
+/// when there is no room for it, or for the name.
 bool createEvent(std::u16string_view name);
 void removeEvent(std::u16string_view name);
 /// Signals a named event, if it is present: every waiter wakes, and the event stays signalled until it is reset.
@@ -22,7 +22,7 @@ void resetEvent(std::u16string_view name);
 /// The same for the event behind an open handle; nothing happens when it is not one.
 void signalHandle(HANDLE event);
 
-/// Publishes the version of a file, as its version resource would. False when there is no memory for it.
+/// Publishes the version of a file, as its version resource would. False when there is no room for it, or for the name.
 bool setFileVersion(std::string_view name, const VS_FIXEDFILEINFO& version);
 void removeFileVersion(std::string_view name);
 
