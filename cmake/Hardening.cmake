@@ -1,6 +1,8 @@
 include_guard(GLOBAL)
 # What makes a mistake in shipped code harder to exploit: link vqs_hardened privately, to archives too.
 add_library(vqs_hardened INTERFACE)
+# The part of it that asks nothing of a runtime, for freestanding code.
+add_library(vqs_hardened_freestanding INTERFACE)
 
 if(MINGW)
   target_compile_options(vqs_hardened INTERFACE -mguard=cf -g -gcodeview
@@ -16,9 +18,10 @@ else()
     string(MAKE_C_IDENTIFIER VQS_HAS${flag} known)
     check_cxx_compiler_flag(${flag} ${known})
     if(${known})
-      target_compile_options(vqs_hardened INTERFACE ${flag})
+      target_compile_options(vqs_hardened_freestanding INTERFACE ${flag})
     endif()
   endforeach()
+  target_link_libraries(vqs_hardened INTERFACE vqs_hardened_freestanding)
   target_compile_options(vqs_hardened INTERFACE -fstack-protector-strong)
   # Sanitizers check more than this, and do not go together with it; it needs optimised code.
   if(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize|--coverage")
