@@ -70,7 +70,17 @@ void EmbeddedDriver::setTime(std::uint64_t milliseconds) {
   surroundings_.setClock(milliseconds);
 }
 
+/// Asked before a lock is waited for: a forked process may have no thread that would let go of it.
+bool EmbeddedDriver::isOfAnotherProcess() const {
+  const std::uint32_t owner = owner_;
+  return owner != 0 && owner != system::processId();
+}
+
 bool EmbeddedDriver::open(HANDLE handle) {
+  if (isOfAnotherProcess()) {
+    report("the driver", Reason{"is in use by the process that this one was forked from"});
+    return false;
+  }
   const system::LockGuard lock{mutex_};
   if (!openHandles_.add(handle)) return false;
   if (model_ != nullptr || openFirst()) return true;
@@ -79,6 +89,7 @@ bool EmbeddedDriver::open(HANDLE handle) {
 }
 
 bool EmbeddedDriver::control(HANDLE handle, const host::DeviceRequest& request) {
+  if (isOfAnotherProcess()) return false;
   bool isDone = false;
   {
     const system::LockGuard lock{mutex_};
@@ -89,6 +100,7 @@ bool EmbeddedDriver::control(HANDLE handle, const host::DeviceRequest& request) 
 }
 
 void EmbeddedDriver::close(HANDLE handle) {
+  if (isOfAnotherProcess()) return;
   {
     const system::LockGuard lock{mutex_};
     if (!openHandles_.remove(handle)) return;
@@ -127,6 +139,7 @@ bool EmbeddedDriver::openFirst() {
     report(subject, reason);
     return false;
   }
+  owner_ = system::processId();
   surroundings_.setClock(options.time);
   model_->setSeed(options.seed);
   model_->setLogFault(options.logFault);
@@ -145,6 +158,7 @@ Reason EmbeddedDriver::useState(const char* path) {
 }
 
 void EmbeddedDriver::closeLast() {
+  owner_ = 0;
   model_ = nullptr;
   kept_.close();
 }

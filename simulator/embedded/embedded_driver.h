@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include "host/device.h"
@@ -23,6 +24,9 @@ struct Configuration {
 };
 
 /// The simulated driver as a device of this process. Any thread may call it; its requests run one after the other.
+///
+/// Handles belong to the process that opened them. One that is forked from it meanwhile shares memory with it, but no
+/// locks and no threads: there its handles fail, and no others are opened.
 ///
 /// With a state file, the driver holds the file from the first handle that is opened to the last that is closed, and
 /// what it is told is in the file at once. Without one, the state lives as long as this object. What goes wrong with
@@ -55,6 +59,7 @@ class EmbeddedDriver final : public host::Device {
   void close(HANDLE handle) override;
 
  private:
+  [[nodiscard]] bool isOfAnotherProcess() const;
   bool openFirst();
   Reason useState(const char* path);
   void closeLast();
@@ -71,6 +76,8 @@ class EmbeddedDriver final : public host::Device {
   Driver* own_ = nullptr;
   /// the driver of the handles that are open
   Driver* model_ = nullptr;
+  /// whose they are; none when it is zero
+  std::atomic<std::uint32_t> owner_ = 0;
   HandleList openHandles_;
   bool attached_ = false;
   Refresher refresher_{&refresh, &hasMappedLogs, this};

@@ -15,6 +15,9 @@ namespace simulator::system {
 /// Milliseconds since 1970.
 std::uint64_t milliseconds();
 
+/// Tells this process from others, such as those that were forked from it.
+std::uint32_t processId();
+
 /// Copies from the process's own memory; false when any byte of it cannot be read.
 bool readMemory(std::uint64_t address, std::span<std::byte> destination);
 

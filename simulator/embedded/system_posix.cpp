@@ -33,6 +33,8 @@ std::uint64_t milliseconds() {
   return static_cast<std::uint64_t>(time.tv_sec) * 1000 + static_cast<std::uint64_t>(time.tv_nsec) / 1'000'000;
 }
 
+std::uint32_t processId() { return static_cast<std::uint32_t>(getpid()); }
+
 bool readMemory(std::uint64_t address, std::span<std::byte> destination) {
   // The system answers for addresses that cannot be read.
   const iovec local = {.iov_base = destination.data(), .iov_len = destination.size()};
