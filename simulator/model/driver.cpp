@@ -12,10 +12,8 @@
 #include "simulator/model/wire.h"
 
 namespace simulator {
-namespace {
 
-/// States whose change is an event.
-struct Watched {
+struct Driver::Watched {
   std::uint32_t outputs[2];
   std::uint32_t powerSource;
   bool isLidClosed;
@@ -26,15 +24,7 @@ struct Watched {
         isLidClosed(Platform{settings}.lidClosed()) {}
 };
 
-void tellOfChanges(Surroundings& surroundings, const EventComponent& events, const Watched& before,
-                   const Watched& after) {
-  if (!std::ranges::equal(before.outputs, after.outputs)) {
-    surroundings.setOutputEvent(true);
-    events.fire(surroundings, kEventOutputs);
-  }
-  if (before.powerSource != after.powerSource) events.fire(surroundings, kEventPowerSource);
-  if (before.isLidClosed != after.isLidClosed) events.fire(surroundings, kEventLid);
-}
+namespace {
 
 /// Requests that are an event by themselves.
 void tellOfRequest(Surroundings& surroundings, const EventComponent& events, std::uint32_t code) {
@@ -72,6 +62,17 @@ bool isSameBinary(const BinarySettings& left, const BinarySettings& right) {
 
 }  // namespace
 
+void Driver::tellOfChanges(Surroundings& surroundings, const Watched& before) {
+  const Watched after{settings_};
+  if (!std::ranges::equal(before.outputs, after.outputs)) {
+    areOutputsUnread_ = true;
+    surroundings.setOutputEvent(true);
+    events_.fire(surroundings, kEventOutputs);
+  }
+  if (before.powerSource != after.powerSource) events_.fire(surroundings, kEventPowerSource);
+  if (before.isLidClosed != after.isLidClosed) events_.fire(surroundings, kEventLid);
+}
+
 Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint32_t code, std::span<std::byte> buffer,
                        std::uint32_t inputLength, std::uint32_t outputLength) {
   if (buffer.size() < std::max(inputLength, outputLength)) return failed(Outcome::wrongLength);
@@ -81,7 +82,7 @@ Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint3
   const bool isLater = advance(settings_, now);
   const BinarySettings binary = settings_.binary;
   const Answer answer = dispatch(surroundings, {session, code, buffer, inputLength, outputLength});
-  tellOfChanges(surroundings, events_, before, Watched{settings_});
+  tellOfChanges(surroundings, before);
   if (answer.outcome == Outcome::success) tellOfRequest(surroundings, events_, code);
   if (!isSameBinary(binary, settings_.binary)) events_.fire(surroundings, kEventBinary);
   if (isLater || !isReading(code)) logs_.refresh(surroundings, sources());
@@ -98,7 +99,7 @@ void Driver::refresh(Surroundings& surroundings) {
   startOnce(settings_, now);
   const Watched before{settings_};
   if (!advance(settings_, now)) return;
-  tellOfChanges(surroundings, events_, before, Watched{settings_});
+  tellOfChanges(surroundings, before);
   logs_.refresh(surroundings, sources());
 }
 
@@ -109,7 +110,7 @@ void Driver::setSeed(std::uint64_t seed) {
 Answer Driver::dispatch(Surroundings& surroundings, const Request& request) {
   switch (request.code) {
     case kCodeAppIo:
-      return controlAppIo(surroundings, request, settings_);
+      return controlAppIo(surroundings, request, settings_, areOutputsUnread_);
     case kCodeLog:
       return logs_.control(surroundings, request, sources());
     case kCodeLogSupport:

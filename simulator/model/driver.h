@@ -29,6 +29,10 @@ class Driver {
   /// True while a log is mapped somewhere, and refresh is worth calling now and then.
   [[nodiscard]] bool hasMappedLogs() const { return logs_.hasMappedLogs(); }
 
+  /// True when the outputs have changed since they were read last: the state that the event of their change should
+  /// have.
+  [[nodiscard]] bool areOutputsUnread() const { return areOutputsUnread_; }
+
   /// Makes key/value logs show a fault from now on.
   void setLogFault(LogFault fault) { logs_.setFault(fault); }
   /// Chooses the course of a platform that has not been looked at yet.
@@ -40,9 +44,13 @@ class Driver {
   [[nodiscard]] const Settings& settings() const { return settings_; }
 
  private:
+  /// States whose change is an event.
+  struct Watched;
+
   Answer dispatch(Surroundings& surroundings, const Request& request);
   Answer dispatchPolicies(const Request& request);
   Answer dispatchPlatform(const Request& request);
+  void tellOfChanges(Surroundings& surroundings, const Watched& before);
   [[nodiscard]] Sources sources() const { return {.settings = settings_, .policies = policies_}; }
 
   PolicyComponent policies_;
@@ -50,6 +58,7 @@ class Driver {
   EventComponent events_;
   BinaryComponent binaries_;
   Settings settings_{};
+  bool areOutputsUnread_{};
 };
 
 }  // namespace simulator
