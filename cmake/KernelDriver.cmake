@@ -5,8 +5,8 @@ find_path(VQS_DDK_INCLUDE ntddk.h
   PATHS /usr/x86_64-w64-mingw32/include/ddk NO_DEFAULT_PATH REQUIRED)
 
 # The lowest Windows that drivers are for: 10, version 1709, the first that runs drivers from where packages are kept.
-set(VQS_DRIVER_WINDOWS_BUILD 16299)
-set(VQS_DRIVER_WINDOWS_HEADERS 0x0A000004)
+set(VQS_DRIVER_WINDOWS_BUILD 16299 CACHE INTERNAL "as INF files name it")
+set(VQS_DRIVER_WINDOWS_HEADERS 0x0A000004 CACHE INTERNAL "as the kernel's headers name it")
 
 # Code of a driver links vqs_kernel behind everything that refers to the kernel.
 add_library(vqs_kernel INTERFACE)

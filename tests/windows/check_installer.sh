@@ -3,7 +3,7 @@
 # What vqs-simulator says and returns, from an installed driver to an installed driver.
 set -euo pipefail
 wine=$1
-bin=$2
+bin=$2/../tests/windows/package
 failed=0
 
 # exit code, standard output, standard error, and the command
@@ -22,7 +22,7 @@ trap 'rm -f "$errors"' EXIT
 see='(see "vqs-simulator --help")'
 expect 0 'running' '' status
 expect 0 'installed again' '' install
-expect 0 'installed again' '' install --inf "Z:${bin//\//\\}\\vexoqtf.inf"
+expect 0 'installed again' '' install --inf "Z:$(realpath "$bin" | tr / '\\')\\vexoqtf.inf"
 expect 0 'running' '' status
 expect 1 '' 'vqs-simulator: Z:\nowhere\vexoqtf.inf cannot be installed: Path not found (0x3)' \
   install --inf 'Z:\nowhere\vexoqtf.inf'
