@@ -13,11 +13,14 @@ constexpr ULONG kNoLinks = 0x1000;
 constexpr SID kEverybody = {SID_REVISION, 1, SECURITY_WORLD_SID_AUTHORITY, {SECURITY_WORLD_RID}};
 constexpr SID kSystem = {SID_REVISION, 1, SECURITY_NT_AUTHORITY, {SECURITY_LOCAL_SYSTEM_RID}};
 
+/// Of an access list's entry for a SID of one part.
+constexpr ULONG kEntrySize = sizeof(ACCESS_ALLOWED_ACE) - sizeof(ULONG) + sizeof(SID);
+
 /// Owner and access list of the event, and the memory that they lie in.
 struct EventSecurity {
   SECURITY_DESCRIPTOR descriptor;
   SID owner;
-  alignas(ACL) UCHAR list[128];
+  alignas(ACL) UCHAR list[sizeof(ACL) + 2 * kEntrySize];
 
   NTSTATUS initialize();
 };
