@@ -63,6 +63,7 @@ NTSTATUS NTAPI dispatchControl(PDEVICE_OBJECT device, PIRP irp) {
   const ULONG inputLength = parameters.InputBufferLength;
   const ULONG outputLength = parameters.OutputBufferLength;
   if (!isBuffered(code)) return complete(irp, STATUS_INVALID_DEVICE_REQUEST);
+  if (IoGetCurrentIrpStackLocation(irp)->FileObject == nullptr) return complete(irp, STATUS_INVALID_HANDLE);
 
   const auto buffer = systemBuffer(irp, inputLength, outputLength);
   const auto answer = extension.simulation->control(sessionOf(irp), code, buffer, inputLength, outputLength);

@@ -278,6 +278,13 @@ TEST(KernelDevice, that_is_gone_refuses_whatever_comes_late) {
   EXPECT_EQ(kernel.calls({"IofCall", "IoRelease"}), Calls{});
 }
 
+TEST(KernelDevice, serves_no_request_that_belongs_to_no_file) {
+  StartedKernel kernel;
+  Bytes buffer = Record{12}.u32(0, 3);
+  EXPECT_EQ(kernel.controlWithoutFile(kAppIo, buffer, 12), kInvalidHandle);
+  EXPECT_EQ(kernel.pnp(kRemove), kSuccess);
+}
+
 TEST(KernelDevice, hands_power_requests_down_and_waits_for_nothing) {
   ScriptedKernel kernel;
   ASSERT_EQ(kernel.addDevice(), kSuccess);

@@ -138,6 +138,10 @@ Status ScriptedKernel::control(File& file, std::uint32_t code, Bytes& buffer, st
   return send(IRP_MJ_DEVICE_CONTROL, 0, &file, code, &buffer, outputLength);
 }
 
+Status ScriptedKernel::controlWithoutFile(std::uint32_t code, Bytes& buffer, std::size_t outputLength) {
+  return send(IRP_MJ_DEVICE_CONTROL, 0, nullptr, code, &buffer, outputLength);
+}
+
 Status ScriptedKernel::send(std::uint8_t major, std::uint8_t minor, File* file, std::uint32_t code, Bytes* buffer,
                             std::size_t outputLength) {
   std::vector<std::max_align_t> memory(

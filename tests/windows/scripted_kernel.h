@@ -21,6 +21,7 @@ using Calls = std::vector<std::string>;
 inline constexpr Status kSuccess = 0;
 inline constexpr Status kPending = 0x103;
 inline constexpr Status kNameExists = 0x40000000;
+inline constexpr Status kInvalidHandle = static_cast<Status>(0xC0000008);
 inline constexpr Status kUnsuccessful = static_cast<Status>(0xC0000001);
 inline constexpr Status kAccessDenied = static_cast<Status>(0xC0000022);
 inline constexpr Status kTypeMismatch = static_cast<Status>(0xC0000024);
@@ -114,6 +115,8 @@ class ScriptedKernel {
   using File = void*;
   Status create(File& file);
   Status control(File& file, std::uint32_t code, Bytes& buffer, std::size_t outputLength);
+  /// As other drivers can send it.
+  Status controlWithoutFile(std::uint32_t code, Bytes& buffer, std::size_t outputLength);
   Status cleanup(File& file);
   Status close(File& file);
 
