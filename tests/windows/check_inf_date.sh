@@ -20,10 +20,14 @@ unset SOURCE_DATE_EPOCH
 export GIT_CEILING_DIRECTORIES=$work
 mkdir "$work/archive" "$work/repository"
 expect 01/01/2026,1.2.3.0 "$work/archive"
-git -C "$work/repository" init -q
-GIT_COMMITTER_DATE='2024-05-31T23:30:00-0200' git -C "$work/repository" -c user.name=a -c user.email=a@b commit \
-  -q --allow-empty -m a
-expect 06/01/2024,1.2.3.0 "$work/repository"
-TZ=America/New_York expect 06/01/2024,1.2.3.0 "$work/repository"
+if command -v git >/dev/null; then
+  git -C "$work/repository" init -q
+  GIT_COMMITTER_DATE='2024-05-31T23:30:00-0200' git -C "$work/repository" -c user.name=a -c user.email=a@b commit \
+    -q --allow-empty -m a
+  expect 06/01/2024,1.2.3.0 "$work/repository"
+  TZ=America/New_York expect 06/01/2024,1.2.3.0 "$work/repository"
+else
+  echo "git is not there: no commit has a date"
+fi
 SOURCE_DATE_EPOCH=1700000000 expect 11/14/2023,1.2.3.0 "$work/repository"
 exit $failed
