@@ -55,7 +55,7 @@ NTSTATUS NTAPI dispatchPnp(PDEVICE_OBJECT device, PIRP irp);
 /// Requests that concern the device below alone: those of power management too, for there is no power to manage.
 NTSTATUS NTAPI dispatchOther(PDEVICE_OBJECT device, PIRP irp);
 
-// Requests of clients are carried out at once, on the client's thread: none is ever pending, and none could be cancelled.
+// What clients ask for is done at once, on their threads: no request is ever pending, and none could be cancelled.
 NTSTATUS NTAPI dispatchCreate(PDEVICE_OBJECT device, PIRP irp);
 NTSTATUS NTAPI dispatchControl(PDEVICE_OBJECT device, PIRP irp);
 /// Ends a session, at the clean-up of its handle or, where the system sends none, at the close of its file.

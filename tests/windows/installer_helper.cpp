@@ -25,19 +25,30 @@ bool setNumber(HDEVINFO list, SP_DEVINFO_DATA& device, const DEVPROPKEY& key, st
   return set(list, &device, &key, DEVPROP_TYPE_UINT32, reinterpret_cast<BYTE*>(&number), sizeof(number), 0);
 }
 
-int setProblem(std::uint32_t code, std::uint32_t status) {
+bool isDrivers(HDEVINFO list, SP_DEVINFO_DATA& device) {
+  wchar_t id[64] = {};
+  SetupDiGetDeviceRegistryPropertyW(list, &device, SPDRP_HARDWAREID, nullptr, reinterpret_cast<BYTE*>(id),
+                                    sizeof(id) - sizeof(wchar_t), nullptr);
+  return std::wstring{id} == L"root\\vexoqtf";
+}
+
+bool setProblemNow(std::uint32_t code, std::uint32_t status) {
+  const HDEVINFO list = SetupDiGetClassDevsW(&kSetupClass, L"ROOT", nullptr, 0);
   SP_DEVINFO_DATA device{};
   device.cbSize = sizeof(device);
-  HDEVINFO list = nullptr;
-  int tries = 200;
-  do {
+  for (DWORD i = 0; SetupDiEnumDeviceInfo(list, i, &device); ++i)
+    if (isDrivers(list, device))
+      return setNumber(list, device, DEVPKEY_Device_ProblemStatus, status) &&
+             setNumber(list, device, DEVPKEY_Device_ProblemCode, code);
+  return false;
+}
+
+int setProblem(std::uint32_t code, std::uint32_t status) {
+  for (int tries = 0; tries < 200; ++tries) {
+    if (setProblemNow(code, status)) return 0;
     Sleep(50);
-    list = SetupDiGetClassDevsW(&kSetupClass, L"ROOT", nullptr, 0);
-  } while (!SetupDiEnumDeviceInfo(list, 0, &device) && --tries > 0);
-  return setNumber(list, device, DEVPKEY_Device_ProblemCode, code) &&
-                 setNumber(list, device, DEVPKEY_Device_ProblemStatus, status)
-             ? 0
-             : 1;
+  }
+  return 1;
 }
 
 /// This process's rights without those of administrators.

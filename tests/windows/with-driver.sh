@@ -16,15 +16,20 @@ remove() {
   "$wine" sc stop vexoqtf >/dev/null 2>&1 || true
 }
 
+install_fresh() {
+  # Wine keeps a driver file that has the same version number.
+  remove >/dev/null 2>&1 || true
+  find "$WINEPREFIX/drive_c/windows/system32" -name vexoqtf.sys -delete
+  tool install
+}
+
 case $1 in
   install)
     need_prefix
     # The first program starts the system's services, which keep its output open for as long as they run.
     "$wine" wineboot >/dev/null 2>&1 </dev/null
-    # Wine keeps a driver file that has the same version number.
-    remove >/dev/null 2>&1 || true
-    find "$WINEPREFIX/drive_c/windows/system32" -name vexoqtf.sys -delete
-    tool install
+    # Wine now and then starts a driver before the part of itself that has the devices, and the driver's process ends.
+    install_fresh || install_fresh || install_fresh
     tool status
     ;;
   remove)

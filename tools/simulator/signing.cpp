@@ -126,6 +126,7 @@ std::string readText(const fs::path& file) {
 
 /// The package's INF file, which names no catalogue as it comes, with the name of the one that is made.
 std::string withCatalogue(const std::string& inf) {
+  if (inf.find("CatalogFile") != std::string::npos) return inf;
   const std::size_t head = inf.find("[Version]\r\n");
   if (head == std::string::npos) throw Failure{"the INF file has no section [Version]"};
   std::string text = inf;
