@@ -28,6 +28,17 @@ else()
     $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie>)
 endif()
 
+# The load configuration of an image, as a target of its own: one for all images of the same load flags.
+function(vqs_load_config load_flags result)
+  set(config vqs_load_config_${load_flags})
+  if(NOT TARGET ${config})
+    add_library(${config} OBJECT ${PROJECT_SOURCE_DIR}/cmake/load_config.c)
+    target_compile_definitions(${config} PRIVATE VQS_DEPENDENT_LOAD_FLAGS=${load_flags})
+    target_link_libraries(${config} PRIVATE vqs_options vqs_hardened)
+  endif()
+  set(${result} ${config} PARENT_SCOPE)
+endfunction()
+
 # A program or library for Windows as it is shipped: hardened, the same bytes from the same sources in any folder, with
 # debug information in a .pdb file beside it. Other DLLs are loaded from where `load_flags` says, a value of
 # LoadLibraryEx: 0x800 is the system's folder, 0xA00 the program's own as well.
@@ -37,8 +48,8 @@ function(vqs_windows_image target load_flags)
     target_link_options(${target} PRIVATE /DEBUG /OPT:REF /OPT:ICF /Brepro /DEPENDENTLOADFLAG:${load_flags})
     return()
   endif()
-  target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/load_config.c)
-  target_compile_definitions(${target} PRIVATE VQS_DEPENDENT_LOAD_FLAGS=${load_flags})
+  vqs_load_config(${load_flags} config)
+  target_link_libraries(${target} PRIVATE ${config})
   target_link_options(${target} PRIVATE
     # The start files bring debug information that no Windows tool reads.
     -s LINKER:--pdb=$<TARGET_FILE_DIR:${target}>/$<TARGET_FILE_BASE_NAME:${target}>.pdb LINKER:-Xlink=-pdbaltpath:%_PDB%
