@@ -47,7 +47,7 @@ std::vector<std::string> asBlock(const std::vector<ShownValue>& values, const pl
 }  // namespace
 
 void LiveOutput::show(const std::vector<ShownValue>& values) {
-  const auto size = platform::terminalSize();
+  const auto size = terminal_.size();
   if (!size) return writeOutput(asLine(values));
   const auto lines = asBlock(values, *size);
   std::string frame = lines_ != 0 ? fmt::format("\r\x1b[{}A", lines_) : "";

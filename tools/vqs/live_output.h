@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "platform.h"
+
 namespace tool {
 
 /// A value under its name; none when there is nothing to show.
@@ -23,7 +25,8 @@ class LiveOutput {
   void leave() const;
 
  private:
-  /// Lines that are on the terminal.
+  platform::Terminal terminal_;
+  /// Lines that stand there.
   std::size_t lines_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What differs between systems: platform_posix.cpp and platform_windows.cpp hold the same functions. Paths and
@@ -15,6 +16,11 @@ namespace tool::platform {
 
 /// Readies the standard streams: bytes go out as they are, and a closed stream stays closed.
 void prepareStreams();
+
+/// Writes UTF-8 to standard output or standard error: as bytes, but to a console of Windows as characters, so that
+/// nothing depends on the code page that the console shares with other programs. False, with errno telling why, when
+/// not all of it gets there.
+bool writeText(std::FILE* stream, std::string_view text);
 
 /// The command line without the program's name.
 std::vector<std::string> arguments(int argc, char** argv);
@@ -25,12 +31,25 @@ struct TerminalSize {
   std::size_t lines;
 };
 
-/// The terminal that standard output goes to, ready for escape sequences; nothing when it goes elsewhere, or to a
-/// terminal that knows none.
-std::optional<TerminalSize> terminalSize();
+/// The terminal that standard output goes to, ready for escape sequences until the end of the scope. What this changes
+/// of it is changed for every program there: only to be used where interruptions are caught.
+class Terminal {
+ public:
+  Terminal();
+  ~Terminal();
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+
+  /// Nothing when standard output goes elsewhere, or to a terminal that knows no escape sequences.
+  [[nodiscard]] std::optional<TerminalSize> size() const;
+
+ private:
+  /// The mode to be set again.
+  std::optional<unsigned long> found_;
+};
 
 /// From now on Ctrl-C and other requests to end do not end the process, but the waiting. A reader that has gone away
-/// makes writing fail.
+/// makes writing fail. Throws a Failure when this cannot be had.
 void catchInterruptions();
 
 /// Waits; false, and at once, when an interruption comes or has come.

@@ -102,7 +102,14 @@ std::vector<std::string> arguments(int argc, char** argv) {
   return argc > 0 ? std::vector<std::string>{argv + 1, argv + argc} : std::vector<std::string>{};
 }
 
-std::optional<TerminalSize> terminalSize() {
+bool writeText(std::FILE* stream, std::string_view text) {
+  return std::fwrite(text.data(), 1, text.size(), stream) == text.size() && std::fflush(stream) == 0;
+}
+
+Terminal::Terminal() = default;
+Terminal::~Terminal() = default;
+
+std::optional<TerminalSize> Terminal::size() const {
   const std::string kind = environment("TERM");
   if (isatty(STDOUT_FILENO) == 0 || kind.empty() || kind == "dumb") return std::nullopt;
   winsize size{};

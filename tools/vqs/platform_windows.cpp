@@ -16,7 +16,7 @@
 namespace tool::platform {
 namespace {
 
-std::wstring widen(const std::string& utf8) {
+std::wstring widen(std::string_view utf8) {
   const int size = static_cast<int>(utf8.size());
   std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0)), L'\0');
   MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, wide.data(), static_cast<int>(wide.size()));
@@ -47,11 +47,34 @@ std::string systemError(DWORD error) {
   throw Failure{fmt::format("{} cannot be written: {}", target, systemError(error))};
 }
 
+HANDLE handleOf(std::FILE* stream) { return GetStdHandle(stream == stderr ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE); }
+
+bool isConsole(HANDLE handle) {
+  DWORD mode = 0;
+  return GetConsoleMode(handle, &mode) != 0;
+}
+
+bool writeToConsole(HANDLE console, std::wstring_view text) {
+  while (!text.empty()) {
+    DWORD written = 0;
+    if (!WriteConsoleW(console, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) || written == 0) {
+      errno = EIO;
+      return false;
+    }
+    text.remove_prefix(written);
+  }
+  return true;
+}
+
 HANDLE interruption = nullptr;
 
+/// Runs in a thread of its own.
 BOOL WINAPI onConsoleControl(DWORD control) {
-  if (control != CTRL_C_EVENT && control != CTRL_BREAK_EVENT) return FALSE;
-  return SetEvent(interruption);
+  SetEvent(interruption);
+  // When the window closes, or the user leaves, the process ends with this call: the command gets the time to end
+  // first.
+  if (control != CTRL_C_EVENT && control != CTRL_BREAK_EVENT) Sleep(INFINITE);
+  return TRUE;
 }
 
 }  // namespace
@@ -59,7 +82,12 @@ BOOL WINAPI onConsoleControl(DWORD control) {
 void prepareStreams() {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
-  SetConsoleOutputCP(CP_UTF8);
+}
+
+bool writeText(std::FILE* stream, std::string_view text) {
+  const HANDLE handle = handleOf(stream);
+  if (isConsole(handle)) return writeToConsole(handle, widen(text));
+  return std::fwrite(text.data(), 1, text.size(), stream) == text.size() && std::fflush(stream) == 0;
 }
 
 std::vector<std::string> arguments(int /*argc*/, char** /*argv*/) {
@@ -72,26 +100,32 @@ std::vector<std::string> arguments(int /*argc*/, char** /*argv*/) {
   return result;
 }
 
-std::optional<TerminalSize> terminalSize() {
-  const HANDLE console = GetStdHandle(STD_OUTPUT_HANDLE);
+Terminal::Terminal() {
+  const HANDLE console = handleOf(stdout);
   DWORD mode = 0;
+  if (GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING))
+    found_ = mode;
+}
+
+Terminal::~Terminal() {
+  if (found_) SetConsoleMode(handleOf(stdout), *found_);
+}
+
+std::optional<TerminalSize> Terminal::size() const {
   CONSOLE_SCREEN_BUFFER_INFO info{};
-  if (!GetConsoleMode(console, &mode) || !GetConsoleScreenBufferInfo(console, &info)) return std::nullopt;
-  if (!SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING)) return std::nullopt;
+  if (!found_ || !GetConsoleScreenBufferInfo(handleOf(stdout), &info)) return std::nullopt;
   return TerminalSize{.columns = static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1),
                       .lines = static_cast<std::size_t>(info.srWindow.Bottom - info.srWindow.Top + 1)};
 }
 
 void catchInterruptions() {
   interruption = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  if (interruption != nullptr) SetConsoleCtrlHandler(onConsoleControl, TRUE);
+  if (interruption == nullptr || !SetConsoleCtrlHandler(onConsoleControl, TRUE))
+    throw Failure{systemError(GetLastError())};
 }
 
 bool waitUnlessInterrupted(std::chrono::milliseconds duration) {
-  const auto milliseconds = static_cast<DWORD>(duration.count());
-  if (interruption != nullptr) return WaitForSingleObject(interruption, milliseconds) == WAIT_TIMEOUT;
-  Sleep(milliseconds);
-  return true;
+  return WaitForSingleObject(interruption, static_cast<DWORD>(duration.count())) == WAIT_TIMEOUT;
 }
 
 std::FILE* openFile(const std::string& path, const char* mode) {
