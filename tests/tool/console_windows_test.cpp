@@ -47,6 +47,16 @@ TEST(Console, is_where_text_is_characters_while_pipes_and_files_get_utf_8) {
   EXPECT_EQ(runInConsole(tool, show).screen, intoFile);
 }
 
+TEST(Console, has_no_part_in_a_file) {
+  const Tool tool;
+  const auto run =
+      runInConsole(tool, {"telemetry", "watch", "PowerSource", "--every", "10", "--count", "2", "-o", "out.txt"});
+  EXPECT_EQ(run.exitCode, 0);
+  EXPECT_EQ(run.screen, "");
+  EXPECT_EQ(tool.readText("out.txt"), "PowerSource=DC\nPowerSource=DC\n");
+  expectLeftAlone(run);
+}
+
 TEST(Console, gets_its_mode_back_after_values_that_change_in_place) {
   const auto run = runInConsole(Tool{}, {"telemetry", "watch", "PowerSource", "--every", "10", "--count", "2"});
   EXPECT_EQ(run.exitCode, 0);

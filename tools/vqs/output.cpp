@@ -12,9 +12,20 @@
 
 namespace tool {
 
-void writeOutput(std::string_view text) {
-  if (!platform::writeText(stdout, text))
-    throw Failure{fmt::format("standard output cannot be written: {}", systemMessage(errno))};
+void Output::useFile(const std::string& path) {
+  if (path != "-") path_ = path;
+}
+
+void Output::write(std::string_view text) {
+  if (path_ && !file_) file_ = target_.emplace(*path_).open();
+  if (!platform::writeText(file_ ? file_.get() : stdout, text))
+    throw Failure{fmt::format("{} cannot be written: {}", path_.value_or("standard output"), systemMessage(errno))};
+}
+
+void Output::finish() {
+  if (!path_) return;
+  file_.reset();
+  target_->commit();
 }
 
 void writeError(std::string_view message) {

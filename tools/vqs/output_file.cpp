@@ -39,6 +39,12 @@ OutputFile::~OutputFile() {
   if (!path_.empty()) std::filesystem::remove(toPath(path_), ignored);
 }
 
+File OutputFile::open() const {
+  File file{platform::openFile(path_, "wb")};
+  if (!file) failToWrite(target_, systemMessage(errno));
+  return file;
+}
+
 void OutputFile::requireSpace() const {
   std::error_code error;
   const auto size = std::filesystem::file_size(toPath(path_), error);

@@ -17,9 +17,9 @@ namespace tool::platform {
 /// Readies the standard streams: bytes go out as they are, and a closed stream stays closed.
 void prepareStreams();
 
-/// Writes UTF-8 to standard output or standard error: as bytes, but to a console of Windows as characters, so that
-/// nothing depends on the code page that the console shares with other programs. False, with errno telling why, when
-/// not all of it gets there.
+/// Writes UTF-8 to a stream at once: as bytes, but to a console of Windows as characters, so that nothing depends on
+/// the code page that the console shares with other programs. False, with errno telling why, when not all of it gets
+/// there.
 bool writeText(std::FILE* stream, std::string_view text);
 
 /// The command line without the program's name.

@@ -47,7 +47,8 @@ std::string systemError(DWORD error) {
   throw Failure{fmt::format("{} cannot be written: {}", target, systemError(error))};
 }
 
-HANDLE handleOf(std::FILE* stream) { return GetStdHandle(stream == stderr ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE); }
+/// Invalid for a stream that the process was started without.
+HANDLE handleOf(std::FILE* stream) { return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))); }
 
 bool isConsole(HANDLE handle) {
   DWORD mode = 0;
