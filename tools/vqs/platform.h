@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-/// What differs between systems: platform_posix.cpp and platform_windows.cpp hold the same functions. Paths and
-/// arguments are UTF-8, or on POSIX systems whatever bytes the user typed.
+/// What differs between systems, but for files: platform_posix.cpp and platform_windows.cpp hold the same functions.
+/// Arguments are UTF-8, or on POSIX systems whatever bytes the user typed.
 namespace tool::platform {
 
 /// Readies the standard streams: bytes go out as they are, and a closed stream stays closed.
@@ -54,18 +54,6 @@ void catchInterruptions();
 
 /// Waits; false, and at once, when an interruption comes or has come.
 bool waitUnlessInterrupted(std::chrono::milliseconds duration);
-
-/// Opens a file as fopen does, with errno telling why not.
-std::FILE* openFile(const std::string& path, const char* mode);
-
-/// The path in the form in which the library hands it to the C runtime. Throws a Failure when there is none.
-std::string libraryPath(const std::string& path);
-
-/// Creates an empty file with a new name in the target's directory and returns its path. Throws a Failure.
-std::string createBeside(const std::string& target);
-
-/// Puts a finished file in the place of the target, in one step, with the target's permissions. Throws a Failure.
-void replaceFile(const std::string& finished, const std::string& target);
 
 /// Chooses where the simulated driver keeps its state: the given file, or else one in the user's own directory.
 /// Throws a Failure when there is no such place, and a UsageError where the driver is not simulated.
