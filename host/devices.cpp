@@ -63,15 +63,6 @@ bool samePath(std::u16string_view left, std::u16string_view right) {
   return std::ranges::equal(left, right, {}, lower, lower);
 }
 
-/// What the I/O manager makes of a call for a buffered code: where there is no buffer, there is no length.
-host::DeviceRequest asTheDriverSeesIt(host::DeviceRequest request) {
-  constexpr DWORD kTransferMethod = 3;
-  if ((request.code & kTransferMethod) != 0) return request;
-  if (request.input == nullptr) request.inputLength = 0;
-  if (request.output == nullptr) request.outputLength = 0;
-  return request;
-}
-
 std::shared_ptr<const Attachment> findByPath(std::u16string_view path) {
   const std::lock_guard lock{deviceMutex};
   const auto found = std::ranges::find_if(attachments(), [&](const auto& it) { return samePath(it->path, path); });
@@ -144,7 +135,7 @@ BOOL DeviceIoControl(HANDLE handle, DWORD code, void* input, DWORD inputLength, 
     const auto opened = host::findHandleOf<OpenDevice>(handle);
     auto* device = opened == nullptr ? nullptr : opened->device();
     if (device == nullptr) return FALSE;
-    const auto request = asTheDriverSeesIt({code, input, inputLength, output, outputLength, returned, overlapped});
+    const auto request = host::asDriversSeeIt({code, input, inputLength, output, outputLength, returned, overlapped});
     return device->control(handle, request) ? TRUE : FALSE;
   });
 }

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "host/device.h"
-#include "simulator/embedded/handle_list.h"
+#include "host/handle_list.h"
 #include "simulator/embedded/kept_driver.h"
 #include "simulator/embedded/options.h"
 #include "simulator/embedded/process_surroundings.h"
@@ -71,7 +71,7 @@ class EmbeddedDriver final : public host::Device {
   Driver* own_ = nullptr;
   /// the driver of the handles that are open
   Driver* model_ = nullptr;
-  HandleList openHandles_;
+  host::HandleList openHandles_;
   bool attached_ = false;
   Refresher refresher_{&refresh, &hasMappedLogs, this};
 };

@@ -12,6 +12,10 @@
 /// a process, when others may still use the driver.
 namespace simulator::system {
 
+/// Keeps this code in the process until its end: a program that unloads the library leaves handles, files and a thread
+/// behind.
+void stayLoaded();
+
 /// Milliseconds since 1970.
 std::uint64_t milliseconds();
 

@@ -28,6 +28,9 @@ pthread_mutex_t* nativeMutex(std::byte* state) { return reinterpret_cast<pthread
 
 }  // namespace
 
+/// Linked so, as a shared object that is never unloaded.
+void stayLoaded() {}
+
 std::uint64_t milliseconds() {
   const timespec time = now(CLOCK_REALTIME);
   return static_cast<std::uint64_t>(time.tv_sec) * 1000 + static_cast<std::uint64_t>(time.tv_nsec) / 1'000'000;

@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <span>
 
-#include "host/device.h"
+#include "host/types.h"
 
-namespace simulator {
+namespace host {
 
 /// Handles that are open, each as often as it was opened.
 class HandleList {
@@ -51,4 +51,4 @@ class HandleList {
   std::size_t room_ = 0;
 };
 
-}  // namespace simulator
+}  // namespace host
