@@ -6,6 +6,7 @@
 // after windows.h, which it needs
 #include <shellapi.h>
 
+#include <cerrno>
 #include <memory>
 #include <span>
 
