@@ -8,7 +8,9 @@ if(MINGW)
   target_link_options(vqs_hardened INTERFACE
     -Wl,--guard-cf -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va LINKER:-Xlink=-cetcompat)
 elseif(MSVC)
-  target_compile_options(vqs_hardened INTERFACE /guard:cf /Zi)
+  # Every configuration gets its debug information, and all of it in the same way.
+  set(CMAKE_MSVC_DEBUG_INFORMATION_FORMAT ProgramDatabase)
+  target_compile_options(vqs_hardened INTERFACE /guard:cf)
   target_link_options(vqs_hardened INTERFACE /guard:cf /CETCOMPAT)
 else()
   include(CheckCXXCompilerFlag)
@@ -21,8 +23,9 @@ else()
   endforeach()
   target_compile_options(vqs_hardened INTERFACE -fstack-protector-strong)
   # Sanitizers check more than this, and do not go together with it; it needs optimised code.
-  if(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize|--coverage")
-    target_compile_options(vqs_hardened INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize|--coverage")
+    target_compile_options(vqs_hardened INTERFACE
+      "$<$<CONFIG:Release,RelWithDebInfo>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
   endif()
   target_link_options(vqs_hardened INTERFACE -Wl,-z,relro -Wl,-z,now
     $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie>)
@@ -45,7 +48,11 @@ endfunction()
 function(vqs_windows_image target load_flags)
   target_link_libraries(${target} PRIVATE vqs_hardened)
   if(MSVC)
-    target_link_options(${target} PRIVATE /DEBUG /OPT:REF /OPT:ICF /Brepro /DEPENDENTLOADFLAG:${load_flags})
+    target_link_options(${target} PRIVATE
+      /DEBUG /PDBALTPATH:$<TARGET_FILE_BASE_NAME:${target}>.pdb /INCREMENTAL:NO /OPT:REF /OPT:ICF
+      /Brepro /RELEASE /DEPENDENTLOADFLAG:${load_flags}
+      # Of the C runtime, the part that is Windows' own is shared with other programs; the compiler's part is brought along.
+      /NODEFAULTLIB:libucrt$<$<CONFIG:Debug>:d>.lib /DEFAULTLIB:ucrt$<$<CONFIG:Debug>:d>.lib)
     return()
   endif()
   vqs_load_config(${load_flags} config)
