@@ -2,7 +2,9 @@
 
 add_library(vqs_options INTERFACE)
 if(MSVC)
-  target_compile_options(vqs_options INTERFACE /W4 /WX /permissive- /utf-8)
+  # What throws says so itself: taking back CMake's own /EHsc would be a warning (D9025).
+  string(REPLACE "/EHsc" "" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
+  target_compile_options(vqs_options INTERFACE /W4 /WX /permissive- /utf-8 /Brepro)
   target_compile_definitions(vqs_options INTERFACE _CRT_SECURE_NO_WARNINGS NOMINMAX WIN32_LEAN_AND_MEAN)
 else()
   target_compile_options(vqs_options INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
@@ -11,10 +13,16 @@ if(MINGW)
   target_compile_definitions(vqs_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
 endif()
 
-# Code that runs in a caller's process, or in a kernel: nothing in it throws.
+# Code of programs.
+add_library(vqs_exceptions INTERFACE)
+if(MSVC)
+  target_compile_options(vqs_exceptions INTERFACE $<$<COMPILE_LANGUAGE:CXX>:/EHsc>)
+endif()
+
+# Code that runs in a caller's process, or in a kernel: nothing in it throws, so that what is noexcept (C4577) is.
 add_library(vqs_no_exceptions INTERFACE)
 if(MSVC)
-  target_compile_options(vqs_no_exceptions INTERFACE /EHs-c- /GR-)
+  target_compile_options(vqs_no_exceptions INTERFACE /EHs-c- /GR- /wd4577)
   target_compile_definitions(vqs_no_exceptions INTERFACE _HAS_EXCEPTIONS=0)
 else()
   target_compile_options(vqs_no_exceptions INTERFACE -fno-exceptions $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>)

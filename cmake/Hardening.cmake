@@ -3,14 +3,17 @@ include_guard(GLOBAL)
 add_library(vqs_hardened INTERFACE)
 # The part of it that asks nothing of a runtime, for freestanding code.
 add_library(vqs_hardened_freestanding INTERFACE)
+target_link_libraries(vqs_hardened INTERFACE vqs_hardened_freestanding)
 
 if(MINGW)
-  target_compile_options(vqs_hardened INTERFACE -mguard=cf -g -gcodeview
+  target_compile_options(vqs_hardened_freestanding INTERFACE -mguard=cf -g -gcodeview
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}=VexoQTFServices-${PROJECT_VERSION} -fdebug-compilation-dir=.)
-  target_link_options(vqs_hardened INTERFACE
+  target_link_options(vqs_hardened_freestanding INTERFACE
     -Wl,--guard-cf -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va LINKER:-Xlink=-cetcompat)
 elseif(MSVC)
-  target_compile_options(vqs_hardened INTERFACE /guard:cf /Zi)
+  # Every configuration gets its debug information, and all of it in the same way.
+  set(CMAKE_MSVC_DEBUG_INFORMATION_FORMAT ProgramDatabase)
+  target_compile_options(vqs_hardened INTERFACE /guard:cf)
   target_link_options(vqs_hardened INTERFACE /guard:cf /CETCOMPAT)
 else()
   include(CheckCXXCompilerFlag)
@@ -21,15 +24,26 @@ else()
       target_compile_options(vqs_hardened_freestanding INTERFACE ${flag})
     endif()
   endforeach()
-  target_link_libraries(vqs_hardened INTERFACE vqs_hardened_freestanding)
   target_compile_options(vqs_hardened INTERFACE -fstack-protector-strong)
   # Sanitizers check more than this, and do not go together with it; it needs optimised code.
-  if(CMAKE_BUILD_TYPE MATCHES "^Rel" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize|--coverage")
-    target_compile_options(vqs_hardened INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize|--coverage")
+    target_compile_options(vqs_hardened INTERFACE
+      "$<$<CONFIG:Release,RelWithDebInfo>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
   endif()
   target_link_options(vqs_hardened INTERFACE -Wl,-z,relro -Wl,-z,now
     $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie>)
 endif()
+
+# The load configuration of an image, as a target of its own: one for all images of the same load flags.
+function(vqs_load_config load_flags result)
+  set(config vqs_load_config_${load_flags})
+  if(NOT TARGET ${config})
+    add_library(${config} OBJECT ${PROJECT_SOURCE_DIR}/cmake/load_config.c)
+    target_compile_definitions(${config} PRIVATE VQS_DEPENDENT_LOAD_FLAGS=${load_flags})
+    target_link_libraries(${config} PRIVATE vqs_options vqs_hardened)
+  endif()
+  set(${result} ${config} PARENT_SCOPE)
+endfunction()
 
 # A program or library for Windows as it is shipped: hardened, the same bytes from the same sources in any folder, with
 # debug information in a .pdb file beside it. Other DLLs are loaded from where `load_flags` says, a value of
@@ -37,11 +51,15 @@ endif()
 function(vqs_windows_image target load_flags)
   target_link_libraries(${target} PRIVATE vqs_hardened)
   if(MSVC)
-    target_link_options(${target} PRIVATE /DEBUG /OPT:REF /OPT:ICF /Brepro /DEPENDENTLOADFLAG:${load_flags})
+    target_link_options(${target} PRIVATE
+      /DEBUG /PDBALTPATH:$<TARGET_FILE_BASE_NAME:${target}>.pdb /INCREMENTAL:NO /OPT:REF /OPT:ICF
+      /Brepro /RELEASE /DEPENDENTLOADFLAG:${load_flags}
+      # Of the C runtime, the part that is Windows' own is shared with other programs; the compiler's part is brought along.
+      /NODEFAULTLIB:libucrt$<$<CONFIG:Debug>:d>.lib /DEFAULTLIB:ucrt$<$<CONFIG:Debug>:d>.lib)
     return()
   endif()
-  target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/load_config.c)
-  target_compile_definitions(${target} PRIVATE VQS_DEPENDENT_LOAD_FLAGS=${load_flags})
+  vqs_load_config(${load_flags} config)
+  target_link_libraries(${target} PRIVATE ${config})
   target_link_options(${target} PRIVATE
     # The start files bring debug information that no Windows tool reads.
     -s LINKER:--pdb=$<TARGET_FILE_DIR:${target}>/$<TARGET_FILE_BASE_NAME:${target}>.pdb LINKER:-Xlink=-pdbaltpath:%_PDB%

@@ -7,8 +7,7 @@
 
 namespace host {
 
-/// One DeviceIoControl call, as the caller made it; where a buffered code comes with a null buffer, its length is 0, as
-/// Windows hands it to drivers.
+/// One DeviceIoControl call.
 struct DeviceRequest {
   DWORD code;
   void* input;
@@ -19,12 +18,21 @@ struct DeviceRequest {
   OVERLAPPED* overlapped;
 };
 
+/// What the I/O manager makes of a caller's request for a buffered code: where there is no buffer, there is no length.
+constexpr DeviceRequest asDriversSeeIt(DeviceRequest request) {
+  constexpr DWORD kTransferMethod = 3;
+  if ((request.code & kTransferMethod) != 0) return request;
+  if (request.input == nullptr) request.inputLength = 0;
+  if (request.output == nullptr) request.outputLength = 0;
+  return request;
+}
+
 /// A device that can be opened and that answers requests. Called with no lock held, from any thread.
 class Device {
  public:
   /// Opens the device once more; `handle` names this opening until close. False makes the open fail.
   virtual bool open(HANDLE handle) = 0;
-  /// Carries out one request; false makes it fail.
+  /// Carries out one request, as drivers see it; false makes it fail.
   virtual bool control(HANDLE handle, const DeviceRequest& request) = 0;
   virtual void close(HANDLE handle) = 0;
 
@@ -33,7 +41,7 @@ class Device {
 };
 
 /// Makes a device present under an interface class and a path. It must outlive its attachment. False when there is no
-/// room for it, or for the path.
+/// room for it, or for the path. On Windows these devices are seen by the simulated library only.
 bool attachDevice(Device& device, const GUID& interfaceClass, std::basic_string_view<WCHAR> path);
 /// Removes a device. Handles still open on it fail from then on.
 void detachDevice(const Device& device);

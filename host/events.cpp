@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/call_hook.h"
+#include "host/handle_table.h"
 #include "host/handles.h"
 #include "host/host.h"
 
@@ -112,7 +113,8 @@ bool closeEvent(HANDLE handle) { return static_cast<bool>(openings.forget(handle
 HANDLE OpenEventW(DWORD access, BOOL inherit, const WCHAR* name) {
   if (!host::permit("OpenEventW", access, static_cast<DWORD>(inherit), std::u16string_view{name})) return nullptr;
   auto event = findEvent(name);
-  return event ? openings.add(std::move(event)) : nullptr;
+  const HANDLE handle = host::newHandle();
+  return event && openings.add(handle, std::move(event)) ? handle : nullptr;
 }
 
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {

@@ -2,14 +2,16 @@
 #include "host/handles.h"
 
 #include <atomic>
+#include <cstdint>
 
+#include "host/attachments.h"
 #include "host/call_hook.h"
 
 namespace host {
 
-std::uintptr_t newHandle() {
+HANDLE newHandle() {
   constinit static std::atomic<std::uintptr_t> last{0x100};
-  return last += 4;
+  return reinterpret_cast<HANDLE>(last += 4);
 }
 
 }  // namespace host

@@ -7,24 +7,15 @@
 #include <string_view>
 
 #include "host/device.h"
+#include "host/events.h"
+#include "host/file_versions.h"
 #include "host/windows_api.h"
 
 /// What stands behind the Windows API functions: devices, file versions, and a way to watch and refuse every call.
 namespace host {
 
-/// Makes a named event present, or makes it gone; handles on it live on. Names are compared letter for letter. False
-/// when there is no room for it, or for the name.
-bool createEvent(std::u16string_view name);
-void removeEvent(std::u16string_view name);
-/// Signals a named event, if it is present: every waiter wakes, and the event stays signalled until it is reset.
-void signalEvent(std::u16string_view name);
-void resetEvent(std::u16string_view name);
-/// The same for the event behind an open handle; nothing happens when it is not one.
+/// Signals the event behind an open handle; nothing happens when it is not one.
 void signalHandle(HANDLE event);
-
-/// Publishes the version of a file, as its version resource would. False when there is no room for it, or for the name.
-bool setFileVersion(std::string_view name, const VS_FIXEDFILEINFO& version);
-void removeFileVersion(std::string_view name);
 
 /// Sees every call of this API before it is carried out, as text ("HeapAlloc(0, 3972)"); false makes it fail in the
 /// manner of that function. HeapFree and CloseHandle are seen, and carried out in any case.

@@ -3,32 +3,45 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <type_traits>
 
 #include "host/memory.h"
 
 namespace host {
 
-/// Plain values in the order of their arrival. A list is never destroyed: programs use what the host keeps up to their
-/// very end.
+/// Plain values in a row. A list is not destroyed: programs use what the host keeps up to their very end. Who has no
+/// more use for one clears it.
 template <class T>
 class List {
   static_assert(std::is_trivially_copyable_v<T>);
 
  public:
-  /// False when there is no memory for one more.
-  bool add(const T& value) {
+  /// At the end; false when there is no memory for one more.
+  bool add(const T& value) { return insert(end(), value); }
+  /// The same, before `place`.
+  bool insert(const T* place, const T& value) {
+    const auto index = place - begin();
     if (count_ == room_ && !grow()) return false;
-    values_[count_++] = value;
+    T* const next = begin() + index;
+    std::copy_backward(next, end(), end() + 1);
+    *next = value;
+    ++count_;
     return true;
   }
   void remove(T* place) {
     std::copy(place + 1, end(), place);
     --count_;
   }
+  /// Gives the memory back.
+  void clear() {
+    std::free(static_cast<void*>(values_));
+    *this = {};
+  }
 
   [[nodiscard]] T* begin() { return values_; }
   [[nodiscard]] T* end() { return values_ + count_; }
+  [[nodiscard]] bool isEmpty() const { return count_ == 0; }
 
  private:
   bool grow() {

@@ -1,4 +1,4 @@
-# Packages: three .deb files, or one .zip.
+# Packages: three .deb files, or one .zip and another with the debug information of its programs.
 
 set(CPACK_PACKAGE_NAME VexoQTFServices)
 set(CPACK_PACKAGE_VENDOR "VexoQTF Services contributors")
@@ -13,6 +13,8 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 if(WIN32)
   set(CPACK_GENERATOR ZIP)
   set(CPACK_PACKAGE_FILE_NAME VexoQTFServices-${PROJECT_VERSION}-windows-x64)
+  configure_file(${VQS_PACKAGING}/pack_symbols.cmake.in ${vqs_staged}/pack_symbols.cmake @ONLY)
+  set(CPACK_POST_BUILD_SCRIPTS ${vqs_staged}/pack_symbols.cmake)
 else()
   set(CPACK_GENERATOR DEB)
   set(CPACK_STRIP_FILES ON)

@@ -1,16 +1,17 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Installs the Debian packages that a purpose needs and that are missing: install-packages.sh build|test|fuzz ...
+# Installs the Debian packages that a purpose needs and that are missing: install-packages.sh build|windows|test|fuzz ...
 set -euo pipefail
 
 packages_for() {
   case $1 in
     build) echo g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libgtest-dev ;;
-    test) echo "$(packages_for build)" g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 \
-      clang-format-19 clang-tidy-19 clang-19 llvm-19 lld-19 pkgconf dpkg-dev file ;;
+    windows) echo "$(packages_for build)" clang-19 lld-19 llvm-19 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 ;;
+    test) echo "$(packages_for windows)" wine64 clang-format-19 clang-tidy-19 pkgconf dpkg-dev file ;;
     fuzz) echo "$(packages_for build)" clang-19 libclang-rt-19-dev ;;
+    release) echo debootstrap git ;;
     bench) echo "$(packages_for build)" libbenchmark-dev ;;
-    *) echo "install-packages.sh: no such purpose: $1 (build, test, fuzz, bench)" >&2; exit 2 ;;
+    *) echo "install-packages.sh: no such purpose: $1 (build, windows, test, fuzz, bench, release)" >&2; exit 2 ;;
   esac
 }
 

@@ -1,36 +1,22 @@
 # SPDX-License-Identifier: Apache-2.0
 <#
 .SYNOPSIS
-    Builds with Visual Studio 2022, warnings as errors, and checks what was built as far as it needs no driver.
+    Builds with Visual Studio, warnings as errors, and checks what was built as far as it needs no driver.
 .DESCRIPTION
-    To be run in a "Developer PowerShell for VS 2022". Checks the DLL's exports and imports, the tool on the samples,
-    the package, and a project of somebody else that uses the package. The tests proper run on Debian: scripts/test.sh.
+    For any PowerShell; Windows' own takes scripts with
+        powershell -ExecutionPolicy Bypass -File scripts\test.ps1
+    The newest Visual Studio on the machine is used. Checks the DLL's exports and imports, the tool on the samples, the
+    package, and a project of somebody else that uses the package. The tests proper run on Debian: scripts/test.sh.
 #>
 [CmdletBinding()]
 param()
 
 Set-StrictMode -Version Latest
 $ErrorActionPreference = 'Stop'
-Set-Location -LiteralPath (Split-Path -Parent $PSScriptRoot)
-[Console]::OutputEncoding = [System.Text.Encoding]::UTF8
+. (Join-Path $PSScriptRoot 'visual-studio.ps1')
 
 $script:passed = 0
 $script:failed = 0
-
-function Invoke-Checked {
-    param([Parameter(Mandatory)][string]$Program, [string[]]$Arguments = @())
-    & $Program @Arguments
-    if ($LASTEXITCODE -ne 0) { throw "this failed with exit code ${LASTEXITCODE}: $Program $Arguments" }
-}
-
-function Assert-Prepared {
-    foreach ($program in 'cmake', 'cpack', 'dumpbin') {
-        if (-not (Get-Command -Name $program -CommandType Application -ErrorAction SilentlyContinue)) {
-            throw "$program is missing: run this in a `"Developer PowerShell for VS 2022`" with the C++ CMake tools."
-        }
-    }
-    if (-not $env:VCPKG_ROOT) { throw 'VCPKG_ROOT does not name a vcpkg folder: https://learn.microsoft.com/vcpkg' }
-}
 
 # A check passes when its lists are equal, and an empty list is never right.
 function Test-Equal {
@@ -72,12 +58,20 @@ function Get-BuiltExport {
         Sort-Object -CaseSensitive
 }
 
-function Get-ForeignImport {
+function Get-Import {
     $imports = @(Invoke-Checked -Program dumpbin -Arguments @('/nologo', '/dependents', $library) |
             ForEach-Object { if ($_ -match '^\s+(\S+\.dll)\s*$') { $Matches[1] } })
-    if ($imports.Count -eq 0) { return 'nothing was found' }
-    $foreign = @($imports | Where-Object { $_ -notmatch '^(kernel32|cfgmgr32|version|api-ms-win-[\w-]+)\.dll$' })
+    if ($imports.Count -eq 0) { throw "nothing was found that $library imports" }
+    $imports
+}
+
+function Get-ForeignImport {
+    $foreign = @(Get-Import | Where-Object { $_ -notmatch '^(kernel32|cfgmgr32|version|ucrtbase|api-ms-win-[\w-]+)\.dll$' })
     if ($foreign.Count -gt 0) { $foreign } else { 'none' }
+}
+
+function Test-SharedRuntime {
+    @(Get-Import | Where-Object { $_ -match '^(ucrtbase|api-ms-win-crt-[\w-]+)\.dll$' }).Count -gt 0
 }
 
 function Get-PolicyText {
@@ -111,7 +105,7 @@ function Test-Consumer {
     param([Parameter(Mandatory)][string]$Prefix)
     $consumer = "$work/consumer"
     Invoke-Checked -Program cmake -Arguments @('-S', 'tests/package/consumer', '-B', $consumer,
-        '-G', 'Visual Studio 17 2022', '-A', 'x64', "-DCMAKE_PREFIX_PATH=$Prefix")
+        '-G', 'Ninja Multi-Config', '-DCMAKE_C_COMPILER=cl', '-DCMAKE_CXX_COMPILER=cl', "-DCMAKE_PREFIX_PATH=$Prefix")
     Invoke-Checked -Program cmake -Arguments @('--build', $consumer, '--config', 'Release')
     Copy-Item -LiteralPath "$Prefix/bin/VexoQTFServices.dll" -Destination "$consumer/Release"
     Test-Equal -Name 'a program in C uses the package' -Expected @('C: 0.1.0.0') `
@@ -120,30 +114,34 @@ function Test-Consumer {
         -Found @(Invoke-Checked -Program "$consumer/Release/consumer_cpp.exe")
 }
 
-Assert-Prepared
-Write-Host 'Building msvc ...'
-Invoke-Checked -Program cmake -Arguments @('--preset', 'msvc')
-Invoke-Checked -Program cmake -Arguments @('--build', '--preset', 'msvc')
+Invoke-WithVisualStudio {
+    Assert-Program cmake, ninja, cl, cpack, dumpbin
+    Write-Host 'Building msvc ...'
+    Invoke-Checked -Program cmake -Arguments @('--preset', 'msvc')
+    Invoke-Checked -Program cmake -Arguments @('--build', '--preset', 'msvc')
 
-$build = Join-Path (Get-Location).Path 'build/msvc'
-$tool = "$build/bin/Release/vqs.exe"
-$library = "$build/bin/Release/VexoQTFServices.dll"
-$work = "$build/checks"
-if (Test-Path -LiteralPath $work) { Remove-Item -Recurse -Force -LiteralPath $work }
-New-Item -ItemType Directory -Force -Path $work | Out-Null
+    $build = Join-Path (Get-Location).Path 'build/msvc'
+    $tool = "$build/bin/Release/vqs.exe"
+    $library = "$build/bin/Release/VexoQTFServices.dll"
+    $work = "$build/checks"
+    if (Test-Path -LiteralPath $work) { Remove-Item -Recurse -Force -LiteralPath $work }
+    New-Item -ItemType Directory -Force -Path $work | Out-Null
 
-Test-Equal -Name 'the DLL exports the names of exports.def' -Expected @(Get-ListedExport) -Found @(Get-BuiltExport)
-Test-Equal -Name 'the DLL imports system DLLs only' -Expected @('none') -Found @(Get-ForeignImport)
-Test-Equal -Name 'the tool tells its version' -Expected @('vqs 0.1.0') `
-    -Found @(Invoke-Checked -Program $tool -Arguments @('--version'))
-foreach ($sample in 'laptop-r3', 'laptop-r4', 'laptop-r5', 'limits-r5', 'wide-r5') { Test-Sample $sample }
-Test-ExitCode -Name 'a missing file is a failure' -Expected 1 -Arguments @('binary', 'show', 'no-such-file.bin')
-Test-ExitCode -Name 'an unknown command is wrong usage' -Expected 2 -Arguments @('no-such-command')
-Test-Package -Prefix "$work/installed"
-Test-Consumer -Prefix "$work/installed"
-Invoke-Checked -Program cpack -Arguments @('--preset', 'msvc', '-B', "$work/package")
-Test-Equal -Name 'there is a package' -Expected @('VexoQTFServices-0.1.0-windows-x64.zip') `
-    -Found @(Get-ChildItem -LiteralPath "$work/package" -Filter '*.zip' | ForEach-Object { $_.Name })
+    Test-Equal -Name 'the DLL exports the names of exports.def' -Expected @(Get-ListedExport) -Found @(Get-BuiltExport)
+    Test-Equal -Name 'the DLL imports system DLLs only' -Expected @('none') -Found @(Get-ForeignImport)
+    Test-Equal -Name 'the DLL shares the C runtime of Windows' -Expected @($true) -Found @(Test-SharedRuntime)
+    Test-Equal -Name 'the tool tells its version' -Expected @('vqs 0.1.0') `
+        -Found @(Invoke-Checked -Program $tool -Arguments @('--version'))
+    foreach ($sample in 'laptop-r3', 'laptop-r4', 'laptop-r5', 'limits-r5', 'wide-r5') { Test-Sample $sample }
+    Test-ExitCode -Name 'a missing file is a failure' -Expected 1 -Arguments @('binary', 'show', 'no-such-file.bin')
+    Test-ExitCode -Name 'an unknown command is wrong usage' -Expected 2 -Arguments @('no-such-command')
+    Test-Package -Prefix "$work/installed"
+    Test-Consumer -Prefix "$work/installed"
+    Invoke-Checked -Program cpack -Arguments @('--preset', 'msvc', '-B', "$work/package")
+    foreach ($name in 'VexoQTFServices-0.1.0-windows-x64.zip', 'VexoQTFServices-0.1.0-windows-x64-symbols.zip') {
+        Test-Equal -Name "there is $name" -Expected @($true) -Found @(Test-Path -LiteralPath "$work/package/$name")
+    }
+}
 
 Write-Host "$($script:passed) passed, $($script:failed) failed"
 if ($script:failed -gt 0) { exit 1 }

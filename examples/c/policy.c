@@ -40,7 +40,7 @@ static uint32_t optionValue(const QtfConditionInfo* condition, const char* text)
 /* The lowest comparison that a condition takes, and of enumerations the only one. */
 static uint32_t firstOperator(const QtfConditionInfo* condition) {
   uint32_t op = 0;
-  while ((condition->OperatorMask >> op & 1) == 0) ++op;
+  while (((condition->OperatorMask >> op) & 1) == 0) ++op;
   return op;
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/device/caller.h"
 
+#include <algorithm>
+
+#include "simulator/device/pool.h"
 #include "simulator/device/wine.h"
 #include "simulator/device/wine_process.h"
 
@@ -18,13 +21,43 @@ bool isUserMemory(std::uint64_t address, std::size_t size) {
   return address < kUserMemoryEnd && size <= kUserMemoryEnd - address;
 }
 
-/// Faults are caught inside; they end in a failure or in a shorter copy.
-bool readOnWindows(void* from, std::span<std::byte> destination) {
-  const PEPROCESS process = PsGetCurrentProcess();
+union CopyAddress {
+  const void* virtualAddress;
+  LARGE_INTEGER physicalAddress;
+};
+
+/// In every kernel since Windows 8.1, and in newer toolchains.
+using CopyAnyMemory = NTSTATUS(NTAPI*)(void* to, CopyAddress from, SIZE_T length, ULONG flags, SIZE_T* copied);
+constexpr ULONG kVirtualAddress = 2;
+
+/// Whatever the address, a fault ends in a failure or in a shorter copy.
+bool copy(CopyAnyMemory copyAny, const std::byte* from, std::span<std::byte> resident) {
   SIZE_T copied = 0;
-  const NTSTATUS status =
-      MmCopyVirtualMemory(process, from, process, destination.data(), destination.size(), KernelMode, &copied);
-  return NT_SUCCESS(status) && copied == destination.size();
+  const NTSTATUS status = copyAny(resident.data(), {.virtualAddress = from}, resident.size(), kVirtualAddress, &copied);
+  return NT_SUCCESS(status) && copied == resident.size();
+}
+
+/// Copies piece by piece through resident memory: no other is filled by the kernel.
+bool copyThrough(std::span<std::byte> resident, const std::byte* from, std::span<std::byte> destination) {
+  const auto copyAny = kernelFunction<CopyAnyMemory>(L"MmCopyMemory");
+  if (copyAny == nullptr) return false;
+  while (!destination.empty()) {
+    const auto piece = resident.first(std::min(resident.size(), destination.size()));
+    if (!copy(copyAny, from, piece)) return false;
+    std::ranges::copy(piece, destination.begin());
+    from += piece.size();
+    destination = destination.subspan(piece.size());
+  }
+  return true;
+}
+
+bool readOnWindows(const void* from, std::span<std::byte> destination) {
+  constexpr std::size_t kPieceSize = 4096;
+  auto* const piece = static_cast<std::byte*>(pool::allocateResident(pool::Purpose::callerCopy, kPieceSize));
+  if (piece == nullptr) return false;
+  const bool done = copyThrough({piece, kPieceSize}, static_cast<const std::byte*>(from), destination);
+  pool::release(pool::Purpose::callerCopy, piece);
+  return done;
 }
 
 bool readOnWine(const void* from, std::span<std::byte> destination) {

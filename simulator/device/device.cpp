@@ -1,7 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/device/device.h"
 
+#include "simulator/device/runtime.h"
+
 namespace device {
+namespace {
+
+VQS_LOAD_CODE NTSTATUS enter(PDRIVER_OBJECT driver) {
+  driver->DriverExtension->AddDevice = &addDevice;
+  // The last device is removed, and with it all that the driver has, before the system unloads it.
+  driver->DriverUnload = [](PDRIVER_OBJECT) {};
+  driver->MajorFunction[IRP_MJ_CREATE] = &dispatchCreate;
+  driver->MajorFunction[IRP_MJ_CLEANUP] = &dispatchEnd;
+  driver->MajorFunction[IRP_MJ_CLOSE] = &dispatchEnd;
+  driver->MajorFunction[IRP_MJ_DEVICE_CONTROL] = &dispatchControl;
+  driver->MajorFunction[IRP_MJ_PNP] = &dispatchPnp;
+  driver->MajorFunction[IRP_MJ_POWER] = &dispatchOther;
+  driver->MajorFunction[IRP_MJ_SYSTEM_CONTROL] = &dispatchOther;
+  return STATUS_SUCCESS;
+}
+
+}  // namespace
 
 DeviceUse::DeviceUse(Extension& extension)
     : lock_(extension.removeLock),
@@ -9,6 +28,11 @@ DeviceUse::DeviceUse(Extension& extension)
 
 DeviceUse::~DeviceUse() {
   if (held_) IoReleaseRemoveLockEx(&lock_, this, sizeof(IO_REMOVE_LOCK));
+}
+
+void DeviceUse::endAndWait() {
+  held_ = false;
+  IoReleaseRemoveLockAndWaitEx(&lock_, this, sizeof(IO_REMOVE_LOCK));
 }
 
 NTSTATUS complete(PIRP irp, NTSTATUS status, ULONG_PTR information) {
@@ -29,27 +53,10 @@ NTSTATUS NTAPI dispatchOther(PDEVICE_OBJECT device, PIRP irp) {
   return use ? passDown(extension, irp) : complete(irp, STATUS_DELETE_PENDING);
 }
 
-NTSTATUS NTAPI dispatchPower(PDEVICE_OBJECT device, PIRP irp) {
-  Extension& extension = extensionOf(device);
-  const DeviceUse use{extension};
-  PoStartNextPowerIrp(irp);
-  if (!use) return complete(irp, STATUS_DELETE_PENDING);
-  IoSkipCurrentIrpStackLocation(irp);
-  return PoCallDriver(extension.lower, irp);
-}
-
 }  // namespace device
 
-extern "C" NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT driver, PUNICODE_STRING /*registryPath*/) {
-  driver->DriverExtension->AddDevice = &device::addDevice;
-  // The last device is removed, and with it all that the driver has, before the system unloads it.
-  driver->DriverUnload = [](PDRIVER_OBJECT) {};
-  driver->MajorFunction[IRP_MJ_CREATE] = &device::dispatchCreate;
-  driver->MajorFunction[IRP_MJ_CLEANUP] = &device::dispatchEnd;
-  driver->MajorFunction[IRP_MJ_CLOSE] = &device::dispatchEnd;
-  driver->MajorFunction[IRP_MJ_DEVICE_CONTROL] = &device::dispatchControl;
-  driver->MajorFunction[IRP_MJ_PNP] = &device::dispatchPnp;
-  driver->MajorFunction[IRP_MJ_POWER] = &device::dispatchPower;
-  driver->MajorFunction[IRP_MJ_SYSTEM_CONTROL] = &device::dispatchOther;
-  return STATUS_SUCCESS;
+extern "C" VQS_LOAD_CODE [[clang::no_stack_protector]] NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT driver,
+                                                                                  PUNICODE_STRING /*registryPath*/) {
+  device::runtime::chooseStackCookie();
+  return device::enter(driver);
 }

@@ -2,6 +2,7 @@
 #include "simulator/device/kernel_surroundings.h"
 
 #include "simulator/device/caller.h"
+#include "simulator/device/clock.h"
 
 namespace device {
 
@@ -11,13 +12,8 @@ void KernelSurroundings::stop() {
 }
 
 std::uint64_t KernelSurroundings::now() {
-  constexpr LONGLONG kUnitsPerMillisecond = 10'000;
-  LARGE_INTEGER time;
-  KeQuerySystemTime(&time);
-  // A read of the page that the kernel shares with everybody. Wine has no such page and imitates plain loads of it only:
-  // none may become part of another instruction.
-  __asm__ volatile("" : "+r"(time.QuadPart));
-  return static_cast<std::uint64_t>(time.QuadPart / kUnitsPerMillisecond);
+  constexpr std::uint64_t kUnitsPerMillisecond = 10'000;
+  return clock::now() / kUnitsPerMillisecond;
 }
 
 std::uint64_t KernelSurroundings::process() { return reinterpret_cast<std::uint64_t>(PsGetCurrentProcessId()); }

@@ -9,7 +9,9 @@ namespace device {
 /// The kernel, as the simulated driver asks for it.
 class KernelSurroundings final : public simulator::Surroundings {
  public:
-  NTSTATUS start() { return outputEvent_.create(); }
+  /// Makes the event of changed outputs, where that is not done and possible.
+  void makeOutputEvent(bool signalled) { outputEvent_.make(signalled); }
+  [[nodiscard]] bool hasOutputEvent() const { return outputEvent_.isMade(); }
   /// Takes back everything that was given out.
   void stop();
 

@@ -1,16 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/device/output_event.h"
 
+#include "simulator/device/wine.h"
+
 namespace device {
 namespace {
+
+/// OBJ_DONT_REPARSE, which older toolchains lack: a link that somebody puts at the name must not lead to another
+/// object.
+constexpr ULONG kNoLinks = 0x1000;
 
 constexpr SID kEverybody = {SID_REVISION, 1, SECURITY_WORLD_SID_AUTHORITY, {SECURITY_WORLD_RID}};
 constexpr SID kSystem = {SID_REVISION, 1, SECURITY_NT_AUTHORITY, {SECURITY_LOCAL_SYSTEM_RID}};
 
-/// The access list of the event and the memory that it lies in.
+/// Of an access list's entry for a SID of one part.
+constexpr ULONG kEntrySize = sizeof(ACCESS_ALLOWED_ACE) - sizeof(ULONG) + sizeof(SID);
+
+/// Owner and access list of the event, and the memory that they lie in.
 struct EventSecurity {
   SECURITY_DESCRIPTOR descriptor;
-  alignas(ACL) UCHAR list[128];
+  SID owner;
+  alignas(ACL) UCHAR list[sizeof(ACL) + 2 * kEntrySize];
 
   NTSTATUS initialize();
 };
@@ -21,7 +31,9 @@ NTSTATUS allow(PACL list, ACCESS_MASK access, SID who) {
 
 NTSTATUS EventSecurity::initialize() {
   auto* const acl = reinterpret_cast<PACL>(list);
+  owner = kSystem;
   NTSTATUS status = RtlCreateSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
+  if (NT_SUCCESS(status)) status = RtlSetOwnerSecurityDescriptor(&descriptor, &owner, FALSE);
   if (NT_SUCCESS(status)) status = RtlCreateAcl(acl, sizeof(list), ACL_REVISION);
   if (NT_SUCCESS(status)) status = allow(acl, EVENT_ALL_ACCESS, kSystem);
   if (NT_SUCCESS(status)) status = allow(acl, SYNCHRONIZE | READ_CONTROL | EVENT_QUERY_STATE, kEverybody);
@@ -29,37 +41,60 @@ NTSTATUS EventSecurity::initialize() {
   return status;
 }
 
+/// Makes or opens the event and sees to it that it has this security; nullptr when the name is not to be had.
+HANDLE makeOrOpen(EventSecurity& security, bool signalled) {
+  UNICODE_STRING name;
+  RtlInitUnicodeString(&name, kOutputEventName);
+  OBJECT_ATTRIBUTES attributes;
+  InitializeObjectAttributes(&attributes, &name, OBJ_KERNEL_HANDLE | OBJ_OPENIF | kNoLinks, nullptr,
+                             &security.descriptor);
+  HANDLE handle = nullptr;
+  NTSTATUS status = ZwCreateEvent(&handle, EVENT_ALL_ACCESS, &attributes, NotificationEvent, signalled ? TRUE : FALSE);
+  if (!NT_SUCCESS(status)) return nullptr;
+  if (status == STATUS_OBJECT_NAME_EXISTS)
+    status = ZwSetSecurityObject(handle, OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION, &security.descriptor);
+  if (NT_SUCCESS(status)) return handle;
+  ZwClose(handle);
+  return nullptr;
+}
+
 }  // namespace
 
-NTSTATUS OutputEvent::create() {
+void OutputEvent::make(bool signalled) {
   EventSecurity security;
-  NTSTATUS status = security.initialize();
-  if (!NT_SUCCESS(status)) return status;
-  UNICODE_STRING name;
-  RtlInitUnicodeString(&name, L"\\BaseNamedObjects\\VexoQtfAppOutputEvent");
-  OBJECT_ATTRIBUTES attributes;
-  // A client that outlived an earlier driver may still hold the event.
-  InitializeObjectAttributes(&attributes, &name, OBJ_KERNEL_HANDLE | OBJ_OPENIF, nullptr, &security.descriptor);
-  status = ZwCreateEvent(&handle_, EVENT_ALL_ACCESS, &attributes, NotificationEvent, FALSE);
-  if (!NT_SUCCESS(status)) {
-    handle_ = nullptr;
-    return status;
-  }
-  set(false);
-  return STATUS_SUCCESS;
+  if (isMade() || !NT_SUCCESS(security.initialize())) return;
+  const HANDLE handle = makeOrOpen(security, signalled);
+  if (handle == nullptr) return;
+  if (take(handle))
+    set(signalled);
+  else
+    ZwClose(handle);
+}
+
+bool OutputEvent::take(HANDLE handle) {
+  void* object = nullptr;
+  if (!NT_SUCCESS(ObReferenceObjectByHandle(handle, EVENT_MODIFY_STATE, eventType(), KernelMode, &object, nullptr)))
+    return false;
+  handle_ = handle;
+  event_ = static_cast<PKEVENT>(object);
+  return true;
 }
 
 void OutputEvent::close() {
-  if (handle_ != nullptr) ZwClose(handle_);
-  handle_ = nullptr;
+  if (!isMade()) return;
+  ObDereferenceObject(event_);
+  ZwClose(handle_);
+  *this = {};
 }
 
 void OutputEvent::set(bool signalled) {
-  if (handle_ == nullptr) return;
-  if (signalled)
-    ZwSetEvent(handle_, nullptr);
+  if (!isMade()) return;
+  if (wine::isPresent())
+    wine::setEvent(handle_, signalled);
+  else if (signalled)
+    KeSetEvent(event_, IO_NO_INCREMENT, FALSE);
   else
-    ZwClearEvent(handle_);
+    KeClearEvent(event_);
 }
 
 }  // namespace device

@@ -22,6 +22,11 @@ NTSTATUS passDownAndWait(Extension& extension, PIRP irp) {
   return irp->IoStatus.Status;
 }
 
+NTSTATUS passDownAsDone(Extension& extension, PIRP irp) {
+  irp->IoStatus.Status = STATUS_SUCCESS;
+  return passDown(extension, irp);
+}
+
 NTSTATUS startSimulation(Extension& extension) {
   if (extension.simulation != nullptr) return STATUS_SUCCESS;
   Simulation* const simulation = Simulation::create();
@@ -34,34 +39,65 @@ NTSTATUS startSimulation(Extension& extension) {
   return status;
 }
 
+NTSTATUS enableInterface(Extension& extension) {
+  if (extension.isInterfaceEnabled) return STATUS_SUCCESS;
+  const NTSTATUS status = IoSetDeviceInterfaceState(&extension.interfaceName, TRUE);
+  extension.isInterfaceEnabled = NT_SUCCESS(status);
+  return status;
+}
+
+void disableInterface(Extension& extension) {
+  if (extension.isInterfaceEnabled) IoSetDeviceInterfaceState(&extension.interfaceName, FALSE);
+  extension.isInterfaceEnabled = false;
+}
+
 NTSTATUS start(Extension& extension, PIRP irp) {
   NTSTATUS status = passDownAndWait(extension, irp);
   if (NT_SUCCESS(status)) status = startSimulation(extension);
-  if (NT_SUCCESS(status)) {
-    extension.started = true;
-    status = IoSetDeviceInterfaceState(&extension.interfaceName, TRUE);
-  }
+  if (NT_SUCCESS(status)) status = enableInterface(extension);
+  if (NT_SUCCESS(status)) extension.state = PnpState::started;
   return complete(irp, status);
 }
 
-void stop(Extension& extension) {
-  extension.started = false;
-  IoSetDeviceInterfaceState(&extension.interfaceName, FALSE);
+NTSTATUS queryRemove(Extension& extension, PIRP irp) {
+  extension.stateBefore = extension.state;
+  extension.state = PnpState::removePending;
+  return passDownAsDone(extension, irp);
 }
 
-NTSTATUS remove(PDEVICE_OBJECT device, Extension& extension, PIRP irp) {
-  stop(extension);
-  IoAcquireRemoveLockEx(&extension.removeLock, irp, "", 0, sizeof(IO_REMOVE_LOCK));
-  IoReleaseRemoveLockAndWaitEx(&extension.removeLock, irp, sizeof(IO_REMOVE_LOCK));
+/// Also sent when nothing was pending, because a driver above has refused.
+NTSTATUS cancelRemove(Extension& extension, PIRP irp) {
+  if (extension.state != PnpState::removePending) return passDownAsDone(extension, irp);
+  irp->IoStatus.Status = STATUS_SUCCESS;
+  passDownAndWait(extension, irp);
+  extension.state = extension.stateBefore;
+  return complete(irp, STATUS_SUCCESS);
+}
+
+NTSTATUS surpriseRemove(Extension& extension, PIRP irp) {
+  extension.state = PnpState::removed;
+  disableInterface(extension);
+  if (extension.simulation != nullptr) extension.simulation->stop();
+  return passDownAsDone(extension, irp);
+}
+
+NTSTATUS remove(PDEVICE_OBJECT device, DeviceUse& use, PIRP irp) {
+  Extension& extension = extensionOf(device);
+  extension.state = PnpState::removed;
+  disableInterface(extension);
+  const NTSTATUS status = passDownAsDone(extension, irp);
+  use.endAndWait();
   if (extension.simulation != nullptr) Simulation::destroy(extension.simulation);
   RtlFreeUnicodeString(&extension.interfaceName);
-  irp->IoStatus.Status = STATUS_SUCCESS;
-  const PDEVICE_OBJECT lower = extension.lower;
-  const NTSTATUS status = passDown(extension, irp);
-  IoDetachDevice(lower);
+  IoDetachDevice(extension.lower);
   IoDeleteDevice(device);
   return status;
 }
+
+/// No device may call itself pageable above one that does not. This one could: nothing of the system's paging goes
+/// through it; but its code is resident, so that it can be called in either way and what the device below says is
+/// right.
+ULONG powerFlagsOf(PDEVICE_OBJECT device) { return device->Flags & (DO_POWER_PAGABLE | DO_POWER_INRUSH); }
 
 }  // namespace
 
@@ -84,28 +120,32 @@ NTSTATUS NTAPI addDevice(PDRIVER_OBJECT driver, PDEVICE_OBJECT physicalDevice) {
     IoDeleteDevice(device);
     return status;
   }
-  device->Flags |= DO_BUFFERED_IO | DO_POWER_PAGABLE;
+  device->Flags |= DO_BUFFERED_IO | powerFlagsOf(extension.lower);
   device->Flags &= ~static_cast<ULONG>(DO_DEVICE_INITIALIZING);
   return STATUS_SUCCESS;
 }
 
 NTSTATUS NTAPI dispatchPnp(PDEVICE_OBJECT device, PIRP irp) {
   Extension& extension = extensionOf(device);
+  DeviceUse use{extension};
+  if (!use) return complete(irp, STATUS_DELETE_PENDING);
   switch (IoGetCurrentIrpStackLocation(irp)->MinorFunction) {
     case IRP_MN_START_DEVICE:
       return start(extension, irp);
-    case IRP_MN_REMOVE_DEVICE:
-      return remove(device, extension, irp);
-    case IRP_MN_STOP_DEVICE:
-    case IRP_MN_SURPRISE_REMOVAL:
-      stop(extension);
-      [[fallthrough]];
-    case IRP_MN_QUERY_STOP_DEVICE:
-    case IRP_MN_CANCEL_STOP_DEVICE:
     case IRP_MN_QUERY_REMOVE_DEVICE:
+      return queryRemove(extension, irp);
     case IRP_MN_CANCEL_REMOVE_DEVICE:
-      irp->IoStatus.Status = STATUS_SUCCESS;
-      [[fallthrough]];
+      return cancelRemove(extension, irp);
+    case IRP_MN_SURPRISE_REMOVAL:
+      return surpriseRemove(extension, irp);
+    case IRP_MN_REMOVE_DEVICE:
+      return remove(device, use, irp);
+    case IRP_MN_QUERY_STOP_DEVICE:
+      // Stopped, the device would have to keep requests for later, which it does not. It has no resources to give back.
+      return complete(irp, STATUS_UNSUCCESSFUL);
+    case IRP_MN_STOP_DEVICE:
+    case IRP_MN_CANCEL_STOP_DEVICE:
+      return passDownAsDone(extension, irp);
     default:
       return passDown(extension, irp);
   }

@@ -7,6 +7,13 @@ namespace {
 /// Where the file of a request has room for its session.
 SessionSlot& sessionOf(PIRP irp) { return IoGetCurrentIrpStackLocation(irp)->FileObject->FsContext; }
 
+/// What a client hears who comes at a wrong time.
+NTSTATUS refusalIn(PnpState state) {
+  return state == PnpState::removePending ? STATUS_DELETE_PENDING : STATUS_NO_SUCH_DEVICE;
+}
+
+bool isServing(PnpState state) { return state == PnpState::started || state == PnpState::removePending; }
+
 NTSTATUS statusOf(simulator::Outcome outcome) {
   switch (outcome) {
     case simulator::Outcome::success:
@@ -39,7 +46,9 @@ std::span<std::byte> systemBuffer(PIRP irp, std::uint32_t inputLength, std::uint
 NTSTATUS NTAPI dispatchCreate(PDEVICE_OBJECT device, PIRP irp) {
   Extension& extension = extensionOf(device);
   const DeviceUse use{extension};
-  if (!use || !extension.started) return complete(irp, STATUS_NO_SUCH_DEVICE);
+  if (!use) return complete(irp, STATUS_DELETE_PENDING);
+  if (extension.state != PnpState::started) return complete(irp, refusalIn(extension.state));
+  extension.simulation->awaitOutputEvent();
   extension.simulation->openSession(sessionOf(irp));
   return complete(irp, STATUS_SUCCESS);
 }
@@ -47,12 +56,14 @@ NTSTATUS NTAPI dispatchCreate(PDEVICE_OBJECT device, PIRP irp) {
 NTSTATUS NTAPI dispatchControl(PDEVICE_OBJECT device, PIRP irp) {
   Extension& extension = extensionOf(device);
   const DeviceUse use{extension};
-  if (!use || !extension.started) return complete(irp, STATUS_NO_SUCH_DEVICE);
+  if (!use) return complete(irp, STATUS_DELETE_PENDING);
+  if (!isServing(extension.state)) return complete(irp, refusalIn(extension.state));
   const auto& parameters = IoGetCurrentIrpStackLocation(irp)->Parameters.DeviceIoControl;
   const ULONG code = parameters.IoControlCode;
   const ULONG inputLength = parameters.InputBufferLength;
   const ULONG outputLength = parameters.OutputBufferLength;
   if (!isBuffered(code)) return complete(irp, STATUS_INVALID_DEVICE_REQUEST);
+  if (IoGetCurrentIrpStackLocation(irp)->FileObject == nullptr) return complete(irp, STATUS_INVALID_HANDLE);
 
   const auto buffer = systemBuffer(irp, inputLength, outputLength);
   const auto answer = extension.simulation->control(sessionOf(irp), code, buffer, inputLength, outputLength);

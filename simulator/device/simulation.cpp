@@ -3,14 +3,22 @@
 
 #include <new>
 
+#include "simulator/device/pool.h"
+
 namespace device {
+namespace {
+
+/// From now on.
+constexpr LARGE_INTEGER kOneSecond = {.QuadPart = -10'000'000};
+
+}  // namespace
 
 Simulation* Simulation::create() {
-  void* const memory = allocate(NonPagedPoolNx, sizeof(Simulation));
-  void* const driver = allocate(PagedPool, sizeof(simulator::Driver));
+  void* const memory = pool::allocateResident(pool::Purpose::simulation, sizeof(Simulation));
+  void* const driver = pool::allocatePaged(pool::Purpose::driver, sizeof(simulator::Driver));
   if (memory == nullptr || driver == nullptr) {
-    if (memory != nullptr) release(memory);
-    if (driver != nullptr) release(driver);
+    if (memory != nullptr) pool::release(pool::Purpose::simulation, memory);
+    if (driver != nullptr) pool::release(pool::Purpose::driver, driver);
     return nullptr;
   }
   auto* const simulation = new (memory) Simulation;
@@ -21,29 +29,23 @@ Simulation* Simulation::create() {
 
 void Simulation::destroy(Simulation* simulation) {
   simulation->stop();
-  release(simulation->driver_);
-  release(simulation);
+  pool::release(pool::Purpose::driver, simulation->driver_);
+  pool::release(pool::Purpose::simulation, simulation);
 }
 
 NTSTATUS Simulation::start() {
-  NTSTATUS status = surroundings_.start();
-  if (!NT_SUCCESS(status)) return status;
-  status = startThread();
-  if (!NT_SUCCESS(status)) surroundings_.stop();
-  return status;
+  KeInitializeEvent(&threadEnd_, NotificationEvent, FALSE);
+  KeInitializeEvent(&eventWanted_, SynchronizationEvent, FALSE);
+  KeInitializeEvent(&eventTried_, NotificationEvent, FALSE);
+  OBJECT_ATTRIBUTES attributes;
+  InitializeObjectAttributes(&attributes, nullptr, OBJ_KERNEL_HANDLE, nullptr, nullptr);
+  return PsCreateSystemThread(&thread_, SYNCHRONIZE, &attributes, nullptr, nullptr, &runThread, this);
 }
 
 void Simulation::stop() {
   stopThread();
   const LockGuard lock{mutex_};
   surroundings_.stop();
-}
-
-NTSTATUS Simulation::startThread() {
-  KeInitializeEvent(&threadEnd_, NotificationEvent, FALSE);
-  OBJECT_ATTRIBUTES attributes;
-  InitializeObjectAttributes(&attributes, nullptr, OBJ_KERNEL_HANDLE, nullptr, nullptr);
-  return PsCreateSystemThread(&thread_, SYNCHRONIZE, &attributes, nullptr, nullptr, &refreshRepeatedly, this);
 }
 
 void Simulation::stopThread() {
@@ -54,13 +56,37 @@ void Simulation::stopThread() {
   thread_ = nullptr;
 }
 
-void Simulation::refreshRepeatedly(void* simulation) {
+void Simulation::runThread(void* simulation) {
   auto& self = *static_cast<Simulation*>(simulation);
-  LARGE_INTEGER second;
-  second.QuadPart = -10'000'000;
-  while (KeWaitForSingleObject(&self.threadEnd_, Executive, KernelMode, FALSE, &second) == STATUS_TIMEOUT)
+  do {
+    self.makeOutputEvent();
     self.refresh();
+  } while (self.awaitWork());
   PsTerminateSystemThread(STATUS_SUCCESS);
+}
+
+/// The thread's part, because what is made belongs to whoever's thread makes it.
+void Simulation::makeOutputEvent() {
+  {
+    const LockGuard lock{mutex_};
+    surroundings_.makeOutputEvent(driver_->areOutputsUnread());
+  }
+  KeSetEvent(&eventTried_, IO_NO_INCREMENT, FALSE);
+}
+
+/// Until the next second, or until the event is wanted earlier; false when the thread is to end.
+bool Simulation::awaitWork() {
+  void* objects[] = {&threadEnd_, &eventWanted_};
+  LARGE_INTEGER second = kOneSecond;
+  return KeWaitForMultipleObjects(2, objects, WaitAny, Executive, KernelMode, FALSE, &second, nullptr) != STATUS_WAIT_0;
+}
+
+void Simulation::awaitOutputEvent() {
+  if (surroundings_.hasOutputEvent()) return;
+  KeClearEvent(&eventTried_);
+  KeSetEvent(&eventWanted_, IO_NO_INCREMENT, FALSE);
+  LARGE_INTEGER second = kOneSecond;
+  KeWaitForSingleObject(&eventTried_, Executive, KernelMode, FALSE, &second);
 }
 
 void Simulation::refresh() {

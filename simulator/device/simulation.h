@@ -19,9 +19,13 @@ class Simulation {
   /// Takes back what the driver has given out, and ends it.
   static void destroy(Simulation* simulation);
 
-  /// Between start and stop there are the output event and the thread that keeps logs up to date.
+  /// Between start and stop there is a thread that keeps logs up to date, and makes the output event once that is
+  /// possible.
   NTSTATUS start();
   void stop();
+
+  /// Has the thread try now, if there is no output event yet.
+  void awaitOutputEvent();
 
   void openSession(SessionSlot& slot);
   /// A request that the closing of its session has overtaken is refused.
@@ -33,14 +37,18 @@ class Simulation {
  private:
   Simulation() = default;
 
-  static void NTAPI refreshRepeatedly(void* simulation);
-  NTSTATUS startThread();
+  static void NTAPI runThread(void* simulation);
   void stopThread();
+  void makeOutputEvent();
+  bool awaitWork();
   void refresh();
 
   Mutex mutex_{};
-  KEVENT threadEnd_{};
   HANDLE thread_{};
+  KEVENT threadEnd_{};
+  /// The event of changed outputs is wanted now; it was tried to make it.
+  KEVENT eventWanted_{};
+  KEVENT eventTried_{};
   simulator::SessionId lastSession_{};
   KernelSurroundings surroundings_;
   simulator::Driver* driver_{};

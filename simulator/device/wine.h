@@ -15,6 +15,9 @@ void unmapFromSystem(void* address);
 /// Copies from the memory of a process, also what the process itself may not read.
 bool copyMemory(HANDLE process, const void* from, void* to, SIZE_T length);
 
+/// Stands in for KeSetEvent and KeClearEvent, which open the event once more and may not.
+void setEvent(HANDLE event, bool signalled);
+
 /// Stands in for ObReferenceObjectByHandle, which takes no handles of other processes.
 NTSTATUS referenceEvent(HANDLE process, HANDLE handle, PKEVENT* event);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/device/wine_process.h"
 
+#include "simulator/device/pool.h"
 #include "simulator/device/wine.h"
 
 /// Declared by headers of processes only.
@@ -17,11 +18,11 @@ struct MemoryInformation {
 };
 static_assert(sizeof(MemoryInformation) == 48);
 
-extern "C" NTSYSAPI NTSTATUS NTAPI ZwQueryVirtualMemory(HANDLE process, const void* address, ULONG kind,
-                                                        MemoryInformation* information, SIZE_T length, SIZE_T* written);
-
 namespace device::wine {
 namespace {
+
+using QueryVirtualMemory = NTSTATUS(NTAPI*)(HANDLE process, const void* address, ULONG kind,
+                                            MemoryInformation* information, SIZE_T length, SIZE_T* written);
 
 /// One piece of work on a process. It is not freed while its thread may still come back.
 struct Work {
@@ -47,13 +48,13 @@ bool isReadable(const MemoryInformation& memory) {
 /// Wine reads pages that the process itself may not read.
 NTSTATUS checkReadable(Work& work) {
   constexpr ULONG kBasicInformation = 0;
+  const auto query = kernelFunction<QueryVirtualMemory>(L"ZwQueryVirtualMemory");
   const auto* from = static_cast<const char*>(work.address);
   const char* const end = from + work.length;
   while (from < end) {
     MemoryInformation memory{};
     SIZE_T written = 0;
-    const NTSTATUS status =
-        ZwQueryVirtualMemory(work.process, from, kBasicInformation, &memory, sizeof(memory), &written);
+    const NTSTATUS status = query(work.process, from, kBasicInformation, &memory, sizeof(memory), &written);
     if (!NT_SUCCESS(status)) return status;
     if (!isReadable(memory)) return STATUS_ACCESS_VIOLATION;
     from = static_cast<const char*>(memory.base) + memory.size;
@@ -88,7 +89,7 @@ bool awaitThread(HANDLE thread, HANDLE process) {
 
 /// The work's own status, and whatever else it leaves behind.
 NTSTATUS carryOut(Work& wanted) {
-  auto* const work = static_cast<Work*>(allocate(NonPagedPoolNx, sizeof(Work)));
+  auto* const work = static_cast<Work*>(pool::allocateResident(pool::Purpose::work, sizeof(Work)));
   if (work == nullptr) return STATUS_NO_MEMORY;
   *work = wanted;
   OBJECT_ATTRIBUTES attributes;
@@ -96,14 +97,14 @@ NTSTATUS carryOut(Work& wanted) {
   HANDLE thread = nullptr;
   const NTSTATUS status = PsCreateSystemThread(&thread, SYNCHRONIZE, &attributes, nullptr, nullptr, &runWork, work);
   if (!NT_SUCCESS(status)) {
-    release(work);
+    pool::release(pool::Purpose::work, work);
     return status;
   }
   const bool isDone = awaitThread(thread, wanted.process);
   ZwClose(thread);
   if (!isDone) return STATUS_PROCESS_IS_TERMINATING;
   wanted = *work;
-  release(work);
+  pool::release(pool::Purpose::work, work);
   return wanted.status;
 }
 

@@ -15,6 +15,7 @@ Reason readEnvironment(void* /*context*/, Configuration& configuration) {
 /// The library finds its driver in any process that loads it. The driver is never destroyed: handles may be in use as
 /// long as the process runs.
 [[gnu::constructor]] void attachSimulatedDriver() {
+  system::stayLoaded();
   alignas(EmbeddedDriver) static std::byte memory[sizeof(EmbeddedDriver)];
   (new (memory) EmbeddedDriver{&readEnvironment})->attach();
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <mutex>
 #include <utility>
 
 #include "simulator/embedded/buffered_request.h"
@@ -57,8 +58,8 @@ void EmbeddedDriver::detach() {
     withdrawFileVersions();
   }
   {
-    const system::LockGuard lock{mutex_};
-    for (HANDLE handle : openHandles_.all()) model_->close(surroundings_, sessionOf(handle));
+    const std::lock_guard lock{mutex_};
+    for (HANDLE handle : openHandles_) model_->close(surroundings_, sessionOf(handle));
     openHandles_.clear();
     closeLast();
   }
@@ -66,7 +67,7 @@ void EmbeddedDriver::detach() {
 }
 
 void EmbeddedDriver::setTime(std::uint64_t milliseconds) {
-  const system::LockGuard lock{mutex_};
+  const std::lock_guard lock{mutex_};
   surroundings_.setClock(milliseconds);
 }
 
@@ -81,10 +82,10 @@ bool EmbeddedDriver::open(HANDLE handle) {
     report("the driver", Reason{"is in use by the process that this one was forked from"});
     return false;
   }
-  const system::LockGuard lock{mutex_};
+  const std::lock_guard lock{mutex_};
   if (!openHandles_.add(handle)) return false;
   if (model_ != nullptr || openFirst()) return true;
-  openHandles_.remove(handle);
+  openHandles_.remove(openHandles_.end() - 1);
   return false;
 }
 
@@ -92,7 +93,7 @@ bool EmbeddedDriver::control(HANDLE handle, const host::DeviceRequest& request) 
   if (isOfAnotherProcess()) return false;
   bool isDone = false;
   {
-    const system::LockGuard lock{mutex_};
+    const std::lock_guard lock{mutex_};
     isDone = model_ != nullptr && runBuffered(*model_, surroundings_, sessionOf(handle), request);
   }
   refresher_.update();
@@ -102,8 +103,10 @@ bool EmbeddedDriver::control(HANDLE handle, const host::DeviceRequest& request) 
 void EmbeddedDriver::close(HANDLE handle) {
   if (isOfAnotherProcess()) return;
   {
-    const system::LockGuard lock{mutex_};
-    if (!openHandles_.remove(handle)) return;
+    const std::lock_guard lock{mutex_};
+    HANDLE* const found = std::ranges::find(openHandles_, handle);
+    if (found == openHandles_.end()) return;
+    openHandles_.remove(found);
     model_->close(surroundings_, sessionOf(handle));
     if (openHandles_.isEmpty()) closeLast();
   }
@@ -112,13 +115,13 @@ void EmbeddedDriver::close(HANDLE handle) {
 
 void EmbeddedDriver::refresh(void* self) {
   auto& driver = *static_cast<EmbeddedDriver*>(self);
-  const system::LockGuard lock{driver.mutex_};
+  const std::lock_guard lock{driver.mutex_};
   if (driver.model_ != nullptr) driver.model_->refresh(driver.surroundings_);
 }
 
 bool EmbeddedDriver::hasMappedLogs(void* self) {
   auto& driver = *static_cast<EmbeddedDriver*>(self);
-  const system::LockGuard lock{driver.mutex_};
+  const std::lock_guard lock{driver.mutex_};
   return driver.model_ != nullptr && driver.model_->hasMappedLogs();
 }
 

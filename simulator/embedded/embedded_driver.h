@@ -5,7 +5,8 @@
 #include <cstdint>
 
 #include "host/device.h"
-#include "simulator/embedded/handle_list.h"
+#include "host/list.h"
+#include "host/mutex.h"
 #include "simulator/embedded/kept_driver.h"
 #include "simulator/embedded/options.h"
 #include "simulator/embedded/process_surroundings.h"
@@ -69,7 +70,7 @@ class EmbeddedDriver final : public host::Device {
   const ConfigurationSource source_;
   void* const sourceContext_;
   const std::uint32_t longestWait_;
-  system::Mutex mutex_;
+  host::Mutex mutex_;
   ProcessSurroundings surroundings_;
   KeptDriver kept_;
   /// what lives without a file, from its first use on
@@ -78,7 +79,8 @@ class EmbeddedDriver final : public host::Device {
   Driver* model_ = nullptr;
   /// whose they are; none when it is zero
   std::atomic<std::uint32_t> owner_ = 0;
-  HandleList openHandles_;
+  /// each as often as it was opened
+  host::List<HANDLE> openHandles_;
   bool attached_ = false;
   Refresher refresher_{&refresh, &hasMappedLogs, this};
 };

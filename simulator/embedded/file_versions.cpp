@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/embedded/file_versions.h"
 
-#include "host/host.h"
+#include "host/file_versions.h"
 
 namespace simulator {
 namespace {

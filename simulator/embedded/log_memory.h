@@ -28,7 +28,7 @@ class LogMemory {
     /// the system's name of the memory, while there is a view
     std::intptr_t memory;
     std::byte* view;
-    /// the process that made it: one that is forked from it makes its own
+    /// the process that made it, where there are forks: one that is forked from it makes its own
     std::uint32_t process = 0;
   };
 

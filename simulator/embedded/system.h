@@ -12,6 +12,10 @@
 /// a process, when others may still use the driver.
 namespace simulator::system {
 
+/// Keeps this code in the process until its end: a program that unloads the library leaves handles, files and a thread
+/// behind.
+void stayLoaded();
+
 /// Milliseconds since 1970.
 std::uint64_t milliseconds();
 
@@ -40,26 +44,6 @@ void setOutputEvent(bool signalled);
 std::uint64_t retainEvent(std::uint64_t handle);
 void releaseEvent(std::uint64_t event);
 void signalEvent(std::uint64_t event);
-
-/// Held by one thread at a time. An object of zero bytes is free.
-class Mutex {
- public:
-  void lock();
-  void unlock();
-
- private:
-  alignas(8) std::byte state_[64] = {};
-};
-
-class LockGuard {
- public:
-  explicit LockGuard(Mutex& mutex) : mutex_(mutex) { mutex_.lock(); }
-  ~LockGuard() { mutex_.unlock(); }
-  LockGuard(LockGuard&&) = delete;
-
- private:
-  Mutex& mutex_;
-};
 
 /// Does something once a second, on a thread of its own.
 class Metronome {

@@ -24,9 +24,10 @@ timespec now(clockid_t clock) {
   return time;
 }
 
-pthread_mutex_t* nativeMutex(std::byte* state) { return reinterpret_cast<pthread_mutex_t*>(state); }
-
 }  // namespace
+
+/// Linked so, as a shared object that is never unloaded.
+void stayLoaded() {}
 
 std::uint64_t milliseconds() {
   const timespec time = now(CLOCK_REALTIME);
@@ -67,11 +68,6 @@ void setOutputEvent(bool signalled) {
 std::uint64_t retainEvent(std::uint64_t handle) { return handle; }
 void releaseEvent(std::uint64_t /*event*/) {}
 void signalEvent(std::uint64_t event) { host::signalHandle(reinterpret_cast<HANDLE>(event)); }
-
-static_assert(sizeof(Mutex) >= sizeof(pthread_mutex_t));
-
-void Mutex::lock() { pthread_mutex_lock(nativeMutex(state_)); }
-void Mutex::unlock() { pthread_mutex_unlock(nativeMutex(state_)); }
 
 /// The thread, and how it is told to end.
 struct MetronomeThread {

@@ -37,7 +37,7 @@ std::uint32_t inputInForce(const Settings& settings, std::uint32_t index) {
 
 std::uint32_t outputOf(const Settings& settings, std::uint32_t index) { return inputInForce(settings, index); }
 
-Answer controlAppIo(Surroundings& surroundings, const Request& request, Settings& settings) {
+Answer controlAppIo(Surroundings& surroundings, const Request& request, Settings& settings, bool& areOutputsUnread) {
   if (!request.hasLengths(sizeof(AppIoRecord), sizeof(AppIoRecord))) return failed(Outcome::wrongLength);
   const auto record = request.load<AppIoRecord>(0);
   if (record.operation > kAppIoSetInputs) return failed(Outcome::unknownRequest);
@@ -45,6 +45,7 @@ Answer controlAppIo(Surroundings& surroundings, const Request& request, Settings
   if (record.operation == kAppIoSetInputA || record.operation == kAppIoSetInputs) settings.inputs[0] = record.valueA;
   if (record.operation == kAppIoSetInputB || record.operation == kAppIoSetInputs) settings.inputs[1] = record.valueB;
   if (record.operation == kAppIoGetOutputs) {
+    areOutputsUnread = false;
     surroundings.setOutputEvent(false);
     request.store(0, AppIoRecord{kAppIoGetOutputs, outputOf(settings, 0), outputOf(settings, 1)});
   }

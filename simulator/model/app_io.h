@@ -12,7 +12,8 @@ std::uint32_t inputInForce(const Settings& settings, std::uint32_t index);
 /// The outputs follow the inputs.
 std::uint32_t outputOf(const Settings& settings, std::uint32_t index);
 
-/// Sessions announced, inputs set, outputs read. Reading the outputs resets the event of their change.
-Answer controlAppIo(Surroundings& surroundings, const Request& request, Settings& settings);
+/// Sessions announced, inputs set, outputs read. Outputs that are read are no longer unread, and the event of their
+/// change is reset.
+Answer controlAppIo(Surroundings& surroundings, const Request& request, Settings& settings, bool& areOutputsUnread);
 
 }  // namespace simulator

@@ -14,10 +14,8 @@
 #include "simulator/model/wire.h"
 
 namespace simulator {
-namespace {
 
-/// States whose change is an event.
-struct Watched {
+struct Driver::Watched {
   std::uint32_t outputs[2];
   std::uint32_t powerSource;
   bool isLidClosed;
@@ -28,15 +26,7 @@ struct Watched {
         isLidClosed(Platform{settings}.lidClosed()) {}
 };
 
-void tellOfChanges(Surroundings& surroundings, const EventComponent& events, const Watched& before,
-                   const Watched& after) {
-  if (!std::ranges::equal(before.outputs, after.outputs)) {
-    surroundings.setOutputEvent(true);
-    events.fire(surroundings, kEventOutputs);
-  }
-  if (before.powerSource != after.powerSource) events.fire(surroundings, kEventPowerSource);
-  if (before.isLidClosed != after.isLidClosed) events.fire(surroundings, kEventLid);
-}
+namespace {
 
 /// Requests that are an event by themselves.
 void tellOfRequest(Surroundings& surroundings, const EventComponent& events, std::uint32_t code) {
@@ -74,6 +64,17 @@ bool isSameBinary(const BinarySettings& left, const BinarySettings& right) {
 
 }  // namespace
 
+void Driver::tellOfChanges(Surroundings& surroundings, const Watched& before) {
+  const Watched after{settings_};
+  if (!std::ranges::equal(before.outputs, after.outputs)) {
+    areOutputsUnread_ = true;
+    surroundings.setOutputEvent(true);
+    events_.fire(surroundings, kEventOutputs);
+  }
+  if (before.powerSource != after.powerSource) events_.fire(surroundings, kEventPowerSource);
+  if (before.isLidClosed != after.isLidClosed) events_.fire(surroundings, kEventLid);
+}
+
 Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint32_t code, std::span<std::byte> buffer,
                        std::uint32_t inputLength, std::uint32_t outputLength) {
   if (buffer.size() < std::max(inputLength, outputLength)) return failed(Outcome::wrongLength);
@@ -85,7 +86,7 @@ Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint3
   if (!isReading(code)) beginChange();
   const Answer answer = dispatch(surroundings, {session, code, buffer, inputLength, outputLength});
   endChange();
-  tellOfChanges(surroundings, events_, before, Watched{settings_});
+  tellOfChanges(surroundings, before);
   if (answer.outcome == Outcome::success) tellOfRequest(surroundings, events_, code);
   if (!isSameBinary(binary, settings_.binary)) events_.fire(surroundings, kEventBinary);
   if (isLater || !isReading(code)) logs_.refresh(surroundings, sources());
@@ -102,7 +103,7 @@ void Driver::refresh(Surroundings& surroundings) {
   startOnce(settings_, now);
   const Watched before{settings_};
   if (!advance(settings_, now)) return;
-  tellOfChanges(surroundings, events_, before, Watched{settings_});
+  tellOfChanges(surroundings, before);
   logs_.refresh(surroundings, sources());
 }
 
@@ -114,7 +115,8 @@ void Driver::describe(DriverBlock (&blocks)[kDriverBlocks]) {
       {.name = {'B', 'I', 'N', 'A'}, .offset = offsetof(Driver, binaries_), .size = sizeof(binaries_)},
       {.name = {'S', 'E', 'T', 'T'}, .offset = offsetof(Driver, settings_), .size = sizeof(settings_)},
       {.name = {'B', 'E', 'F', 'O'}, .offset = offsetof(Driver, before_), .size = sizeof(before_)},
-      {.name = {'C', 'H', 'A', 'N'}, .offset = offsetof(Driver, isChanging_), .size = sizeof(isChanging_)}};
+      {.name = {'C', 'H', 'A', 'N'}, .offset = offsetof(Driver, isChanging_), .size = sizeof(isChanging_)},
+      {.name = {'U', 'N', 'R', 'D'}, .offset = offsetof(Driver, areOutputsUnread_), .size = sizeof(areOutputsUnread_)}};
   std::ranges::copy(described, blocks);
 }
 
@@ -123,6 +125,7 @@ void Driver::recover() {
   endChange();
   logs_ = {};
   events_ = {};
+  areOutputsUnread_ = false;
 }
 
 void Driver::beginChange() {
@@ -144,7 +147,7 @@ void Driver::setSeed(std::uint64_t seed) {
 Answer Driver::dispatch(Surroundings& surroundings, const Request& request) {
   switch (request.code) {
     case kCodeAppIo:
-      return controlAppIo(surroundings, request, settings_);
+      return controlAppIo(surroundings, request, settings_, areOutputsUnread_);
     case kCodeLog:
       return logs_.control(surroundings, request, sources());
     case kCodeLogSupport:

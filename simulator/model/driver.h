@@ -17,7 +17,7 @@ struct DriverBlock {
   std::uint32_t size;
 };
 
-inline constexpr std::size_t kDriverBlocks = 7;
+inline constexpr std::size_t kDriverBlocks = 8;
 
 /// The simulated driver. Its owner provides the memory, 5.1 MB of it, and lets in one call at a time; an object of zero
 /// bytes is a fresh driver.
@@ -47,6 +47,10 @@ class Driver {
   /// True while a log is mapped somewhere, and refresh is worth calling now and then.
   [[nodiscard]] bool hasMappedLogs() const { return logs_.hasMappedLogs(); }
 
+  /// True when the outputs have changed since they were read last: the state that the event of their change should
+  /// have.
+  [[nodiscard]] bool areOutputsUnread() const { return areOutputsUnread_; }
+
   /// Makes key/value logs show a fault from now on.
   void setLogFault(LogFault fault) { logs_.setFault(fault); }
   /// Chooses the course of a platform that has not been looked at yet.
@@ -58,9 +62,13 @@ class Driver {
   [[nodiscard]] const Settings& settings() const { return settings_; }
 
  private:
+  /// States whose change is an event.
+  struct Watched;
+
   Answer dispatch(Surroundings& surroundings, const Request& request);
   Answer dispatchPolicies(const Request& request);
   Answer dispatchPlatform(const Request& request);
+  void tellOfChanges(Surroundings& surroundings, const Watched& before);
   [[nodiscard]] Sources sources() const { return {.settings = settings_, .policies = policies_}; }
   void beginChange();
   void endChange();
@@ -73,6 +81,7 @@ class Driver {
   /// The settings before the change at hand: a process that is killed in its middle has not made it.
   Settings before_{};
   std::uint32_t isChanging_ = 0;
+  bool areOutputsUnread_ = false;
 };
 static_assert(std::is_trivially_copyable_v<Driver> && std::is_standard_layout_v<Driver>);
 

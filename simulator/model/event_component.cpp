@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/event_component.h"
 
+#include "simulator/model/places.h"
+
 namespace simulator {
 namespace {
 
@@ -42,8 +44,8 @@ void EventComponent::fire(Surroundings& surroundings, Event event) const {
 
 Answer EventComponent::add(Surroundings& surroundings, const Registration& wanted) {
   if (find(wanted) != nullptr) return failed(Outcome::refused);
-  const auto place = std::ranges::find(registrations_, std::uint64_t{0}, &Registration::object);
-  if (place == std::end(registrations_)) return failed(Outcome::refused);
+  Registration* const place = findPlace(registrations_, &Registration::object, wanted.session);
+  if (place == nullptr) return failed(Outcome::refused);
   const std::uint64_t object = surroundings.retainEvent(wanted.handle);
   if (object == 0) return failed(Outcome::refused);
   *place = wanted;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/log_component.h"
 
+#include "simulator/model/places.h"
 #include "simulator/model/telemetry_keys.h"
 
 namespace simulator {
@@ -105,9 +106,9 @@ Answer LogComponent::answerSupport(const Request& request) {
 }
 
 Answer LogComponent::start(Surroundings& surroundings, const Request& request, LogKind kind, const Sources& sources) {
-  const auto place = std::ranges::find(logs_, std::uint64_t{0}, &Log::address);
+  Log* const place = findPlace(logs_, &Log::address, request.session);
   const auto area = surroundings.logArea(kind);
-  if (place == std::end(logs_) || area.empty()) return failed(Outcome::refused);
+  if (place == nullptr || area.empty()) return failed(Outcome::refused);
   writeLogArea(area, kind, sources, fault_);
   const std::uint64_t address = surroundings.mapLog(kind);
   if (address == 0) return failed(Outcome::refused);

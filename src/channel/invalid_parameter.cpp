@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "channel/invalid_parameter.h"
 
+#include <cstdlib>
+
 #include "channel/windows_api.h"
 
 namespace vqs {

@@ -59,6 +59,12 @@ vqsStatus waitFor(HANDLE event, std::uint32_t milliseconds) {
                                                                    : vqsStatus{VQS_REQUEST_FAILED};
 }
 
+/// A missing event counts as a wrong argument; one that was opened stays open, call after call.
+vqsStatus waitForOutput(std::uint32_t milliseconds) {
+  const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, kOutputEvent.data());
+  return event == nullptr ? vqsStatus{VQS_INVALID_PARAMETER} : waitFor(event, milliseconds);
+}
+
 }  // namespace
 }  // namespace vqs
 
@@ -84,10 +90,7 @@ vqsStatus VQS_CALL vqsExGetAppOutput(QtfSession* session, uint32_t* valueA, uint
 }
 
 vqsStatus VQS_CALL vqsWaitAppOutput(QtfSession* session, uint32_t milliseconds) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  // A missing event counts as a wrong argument; one that was opened stays open, call after call.
-  const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, vqs::kOutputEvent.data());
-  return event == nullptr ? vqsStatus{VQS_INVALID_PARAMETER} : vqs::waitFor(event, milliseconds);
+  return vqs::isOpen(session) ? vqs::waitForOutput(milliseconds) : vqsStatus{VQS_INVALID_PARAMETER};
 }
 
 vqsStatus VQS_CALL vqsWaitTaskbarIcon(QtfSession* session, void* event, uint32_t milliseconds) {

@@ -18,7 +18,7 @@ may_include() {
   refuse "$1 may include only $2" "$found" "move the code to the folder it belongs to"
 }
 may_include include '(base|functions|status|(catalogue|features|platform|policy|policy_binary|session|telemetry)(_records)?)\.h"'
-may_include src/channel '(channel/|vqs/|host/windows_api\.h)'
+may_include src/channel '(channel/|vqs/|host/windows_(api|devices)\.h)'
 may_include src/log '(log/|channel/|vqs/)'
 may_include src/platform '(platform/|channel/|vqs/)'
 may_include src/policy '(policy/|channel/|vqs/)'

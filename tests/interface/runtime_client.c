@@ -1,8 +1,8 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /*
- * A program on the universal C runtime, which is the library's too: its locale, its handler of invalid parameters and its
- * standard output are the ones that the library uses. Arguments: a folder for files, "-" or the name of a locale whose
- * byte 0xCF is U+041F. Exits with the number of failures.
+ * A program on the universal C runtime, which is the library's too: its locale, its handler of invalid parameters and
+ * its standard output are the ones that the library uses. Arguments: a folder for files, "-" or the name of a locale
+ * whose byte 0xCF is U+041F. Exits with the number of failures.
  */
 #include <locale.h>
 #include <stdio.h>

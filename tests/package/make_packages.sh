@@ -17,5 +17,5 @@ for package in *.deb; do
   dpkg-deb -x "$package" tree
   dpkg-deb -x "$package" "$(dpkg-deb -f "$package" Package)"
 done
-for package in *.zip; do cmake -E tar xf "$package" && mv "${package%.zip}" tree; done
+for package in *-x64.zip; do cmake -E tar xf "$package" && mv "${package%.zip}" tree; done
 [ -d tree ] || { echo "no package was made"; exit 1; }

@@ -81,6 +81,20 @@ TEST(SimulatorAppIo, changed_output_sets_the_event_until_outputs_are_read) {
   }
 }
 
+TEST(SimulatorAppIo, driver_knows_the_state_of_the_event) {
+  ModelClient client;
+  EXPECT_FALSE(client.driver().areOutputsUnread());
+  set(client, appIo(1, 7));
+  EXPECT_TRUE(client.driver().areOutputsUnread());
+  client.outcome(kOemId, {}, 32);
+  client.close();
+  EXPECT_TRUE(client.driver().areOutputsUnread()) << "whoever comes next has not read them";
+  outputs(client);
+  EXPECT_FALSE(client.driver().areOutputsUnread());
+  overrideKey(client, 31, 77);
+  EXPECT_TRUE(client.driver().areOutputsUnread());
+}
+
 TEST(SimulatorAppIo, unchanged_output_sets_no_event) {
   ModelClient client;
   for (const Record& same : {appIo(1, 0), appIo(2), appIo(4)}) {

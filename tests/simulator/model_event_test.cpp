@@ -84,15 +84,30 @@ TEST(SimulatorEvent, ends_with_its_session) {
 TEST(SimulatorEvent, there_are_64_registrations_at_once) {
   ModelClient client;
   for (std::uint32_t i = 0; i < 64; ++i) {
-    client.session = 1 + i % 3;
+    client.session = 1 + i % 8;
     registerEvent(client, i % 7, 100 + i);
   }
+  client.session = 9;
   EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99)), Outcome::refused);
   EXPECT_EQ(client.surroundings.kept.size(), 64U);
   client.session = 2;
   ASSERT_EQ(unregisterEvent(client, 1, 101), Outcome::success);
+  client.session = 9;
   registerEvent(client, 0, 99);
   EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 98)), Outcome::refused);
+}
+
+TEST(SimulatorEvent, there_are_8_registrations_at_once_of_a_session) {
+  ModelClient client;
+  for (std::uint32_t i = 0; i < 8; ++i) registerEvent(client, i % 7, 100 + i);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99)), Outcome::refused);
+  EXPECT_EQ(client.surroundings.kept.size(), 8U);
+  client.session = 2;
+  registerEvent(client, 0, 99);
+  client.session = 1;
+  ASSERT_EQ(unregisterEvent(client, 3, 103), Outcome::success);
+  registerEvent(client, 0, 98);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 97)), Outcome::refused);
 }
 
 TEST(SimulatorEvent, of_no_object_is_refused) {

@@ -97,15 +97,39 @@ TEST(SimulatorLog, there_are_64_at_once_in_all_processes) {
   ModelClient client;
   for (std::uint32_t i = 0; i < 64; ++i) {
     client.surroundings.caller = 100 + i % 3;
-    client.session = 1 + i % 5;
+    client.session = 1 + i % 8;
     EXPECT_EQ(startLog(client, kStartOperations[i % 4]), i + 1);
   }
+  client.session = 9;
   for (const std::uint32_t operation : kStartOperations)
     EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::refused);
   EXPECT_EQ(client.surroundings.mapped.size(), 64U);
   client.surroundings.caller = 100;
   ASSERT_EQ(client.outcome(kLog, logRequest(1, 1), 32), Outcome::success);
   EXPECT_EQ(startLog(client, 0), 65);
+  EXPECT_EQ(client.outcome(kLog, logRequest(0), 32), Outcome::refused);
+}
+
+TEST(SimulatorLog, there_are_8_at_once_of_a_session) {
+  ModelClient client;
+  for (std::uint32_t i = 0; i < 8; ++i) {
+    client.surroundings.caller = 100 + i % 2;
+    EXPECT_EQ(startLog(client, kStartOperations[i % 4]), i + 1);
+  }
+  for (const std::uint32_t operation : kStartOperations)
+    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::refused);
+  EXPECT_EQ(client.surroundings.mapped.size(), 8U);
+  client.session = 2;
+  EXPECT_EQ(startLog(client, 7), 9) << "another session has a share of its own, and refused starts took no id";
+}
+
+TEST(SimulatorLog, a_stop_gives_its_place_back_to_the_session_that_started_it) {
+  ModelClient client;
+  for (std::uint32_t i = 0; i < 8; ++i) startLog(client, 7);
+  client.session = 2;
+  ASSERT_EQ(client.outcome(kLog, logRequest(8, 5), 32), Outcome::success);
+  client.session = 1;
+  EXPECT_EQ(startLog(client, 0), 9);
   EXPECT_EQ(client.outcome(kLog, logRequest(0), 32), Outcome::refused);
 }
 
@@ -131,10 +155,10 @@ TEST(SimulatorLog, close_ends_the_logs_of_its_session_in_their_process) {
 
 TEST(SimulatorLog, close_makes_room) {
   ModelClient client;
-  for (std::uint32_t i = 0; i < 64; ++i) startLog(client, 7);
+  for (std::uint32_t i = 0; i < 8; ++i) startLog(client, 7);
   client.close();
   EXPECT_TRUE(client.surroundings.mapped.empty());
-  for (std::uint32_t i = 0; i < 64; ++i) EXPECT_EQ(startLog(client, 7), 65 + i);
+  for (std::uint32_t i = 0; i < 8; ++i) EXPECT_EQ(startLog(client, 7), 9 + i);
 }
 
 TEST(SimulatorLog, a_start_that_cannot_map_is_refused_and_leaves_nothing) {

@@ -61,15 +61,15 @@ TEST(StateFile, begins_with_a_head_that_says_where_what_is) {
   const std::string path = folder.path("state");
   ASSERT_TRUE(OpenDriver{path}.isOpen());
   const Bytes file = readFile(path);
-  EXPECT_EQ(part(file, 0, 16), hex("56 51 53 53 54 41 54 45  03 00 00 00  07 00 00 00"));
-  const char* names[] = {"POLI", "LOGS", "EVNT", "BINA", "SETT", "BEFO", "CHAN"};
+  EXPECT_EQ(part(file, 0, 16), hex("56 51 53 53 54 41 54 45  03 00 00 00  08 00 00 00"));
+  const char* names[] = {"POLI", "LOGS", "EVNT", "BINA", "SETT", "BEFO", "CHAN", "UNRD"};
   std::size_t end = 0;
   for (std::size_t i = 0; i < std::size(names); ++i) {
     EXPECT_EQ(part(file, 16 + 12 * i, 4), Bytes(names[i], names[i] + 4));
     EXPECT_GE(word(file, 20 + 12 * i), end) << names[i];
     end = word(file, 20 + 12 * i) + word(file, 24 + 12 * i);
   }
-  EXPECT_EQ(part(file, 16 + 84, kHead - 100), Bytes(kHead - 100));
+  EXPECT_EQ(part(file, 16 + 96, kHead - 112), Bytes(kHead - 112));
   EXPECT_GE(file.size(), kHead + end);
   EXPECT_LT(file.size(), kHead + end + 8);
   EXPECT_EQ(namesIn(folder.path("")), std::vector<std::string>{"state"});

@@ -3,18 +3,12 @@
 #include <windows.h>
 
 #include <memory>
+#include <thread>
 
 #include "tool/driver_client.h"
+#include "tool/run_tool_windows.h"
 
 namespace test {
-namespace {
-
-constexpr DWORD kLongestRun = 60'000;
-
-struct HandleCloser {
-  void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, HandleCloser>;
 
 std::wstring widen(const std::string& utf8) {
   const int size = static_cast<int>(utf8.size());
@@ -23,14 +17,12 @@ std::wstring widen(const std::string& utf8) {
   return wide;
 }
 
-/// The tool lies beside this program.
-std::wstring toolPath() {
+std::wstring besideTheTests(const std::wstring& name) {
   wchar_t program[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, program, MAX_PATH);
-  return std::filesystem::path{program}.replace_filename("vqs.exe").wstring();
+  return std::filesystem::path{program}.replace_filename(name).wstring();
 }
 
-/// An argument as the C runtime reads it: backslashes count double in front of a quote.
 std::wstring quoted(const std::wstring& argument) {
   std::wstring text = L"\"";
   std::size_t backslashes = 0;
@@ -43,11 +35,20 @@ std::wstring quoted(const std::wstring& argument) {
   return text + L'"';
 }
 
-std::wstring commandLine(const std::vector<std::string>& arguments) {
-  std::wstring line = L"vqs";
+std::wstring argumentsOf(const std::vector<std::string>& arguments) {
+  std::wstring line;
   for (const auto& argument : arguments) line += L' ' + quoted(widen(argument));
   return line;
 }
+
+namespace {
+
+constexpr DWORD kLongestRun = 60'000;
+
+struct HandleCloser {
+  void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
 
 Handle openForTheTool(const std::wstring& path, DWORD access, DWORD disposition) {
   SECURITY_ATTRIBUTES inherited{.nLength = sizeof(inherited), .lpSecurityDescriptor = nullptr, .bInheritHandle = TRUE};
@@ -56,6 +57,8 @@ Handle openForTheTool(const std::wstring& path, DWORD access, DWORD disposition)
   if (file == INVALID_HANDLE_VALUE) ADD_FAILURE() << "a stream was not opened: " << GetLastError();
   return Handle{file};
 }
+
+}  // namespace
 
 int exitCodeOf(const PROCESS_INFORMATION& started) {
   const Handle thread{started.hThread};
@@ -69,10 +72,10 @@ int exitCodeOf(const PROCESS_INFORMATION& started) {
   return static_cast<int>(exitCode);
 }
 
-int runTool(std::wstring command, const std::wstring& folder, const std::wstring& out, const std::wstring& err) {
+namespace {
+
+int runTool(std::wstring command, const std::wstring& folder, const Handle& output, const Handle& error) {
   const Handle input = openForTheTool(L"NUL", GENERIC_READ, OPEN_EXISTING);
-  const Handle output = openForTheTool(out, GENERIC_WRITE, CREATE_ALWAYS);
-  const Handle error = openForTheTool(err, GENERIC_WRITE, CREATE_ALWAYS);
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
   startup.dwFlags = STARTF_USESTDHANDLES;
@@ -80,8 +83,8 @@ int runTool(std::wstring command, const std::wstring& folder, const std::wstring
   startup.hStdOutput = output.get();
   startup.hStdError = error.get();
   PROCESS_INFORMATION started{};
-  if (!CreateProcessW(toolPath().c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
-                      &started)) {
+  if (!CreateProcessW(besideTheTests(L"vqs.exe").c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                      folder.c_str(), &startup, &started)) {
     ADD_FAILURE() << "the tool could not be started: " << GetLastError();
     return -1;
   }
@@ -122,11 +125,31 @@ ToolRun Tool::run(const std::vector<std::string>& arguments, const RunOptions& o
   EXPECT_FALSE(isForPosixOnly(options));
   const TemporaryFolder capture;
   const std::string out = options.output.empty() ? capture.path("out") : path(options.output);
-  const int exitCode =
-      runTool(commandLine(arguments), widen(folder_.path(".")), widen(out), widen(capture.path("err")));
+  const int exitCode = runTool(L"vqs" + argumentsOf(arguments), widen(folder_.path(".")),
+                               openForTheTool(widen(out), GENERIC_WRITE, CREATE_ALWAYS),
+                               openForTheTool(widen(capture.path("err")), GENERIC_WRITE, CREATE_ALWAYS));
   return {.exitCode = exitCode,
           .out = options.output.empty() ? readTextFile(out) : "",
           .err = readTextFile(capture.path("err"))};
+}
+
+std::string pipedOutput(const Tool& tool, const std::vector<std::string>& arguments) {
+  HANDLE reading = nullptr;
+  HANDLE writing = nullptr;
+  EXPECT_TRUE(CreatePipe(&reading, &writing, nullptr, 0) &&
+              SetHandleInformation(writing, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT));
+  const Handle reader{reading};
+  std::string all;
+  std::thread reads{[&] {
+    std::array<char, 4096> buffer{};
+    for (DWORD length = 0; ReadFile(reading, buffer.data(), buffer.size(), &length, nullptr);)
+      all.append(buffer.data(), length);
+  }};
+  EXPECT_EQ(runTool(L"vqs" + argumentsOf(arguments), widen(tool.path(".")), Handle{writing},
+                    openForTheTool(L"NUL", GENERIC_WRITE, OPEN_EXISTING)),
+            0);
+  reads.join();
+  return all;
 }
 
 }  // namespace test

@@ -19,11 +19,14 @@ class StoreSaveTarget : public testing::Test {
 };
 
 TEST_F(StoreSaveTarget, replaces_a_file_and_keeps_its_permissions) {
-  tool.writeText("copy.bin", "old");
-  std::filesystem::permissions(tool.path("copy.bin"), std::filesystem::perms{0640});
-  ASSERT_EQ(tool.run({"store", "save", "asm", "copy.bin"}).exitCode, 0);
-  EXPECT_EQ(difference(saved("copy.bin"), sample("laptop-r5.bin")), "");
-  EXPECT_EQ(std::filesystem::status(tool.path("copy.bin")).permissions(), std::filesystem::perms{0640});
+  // The second cannot be read by whoever writes it.
+  for (const auto permissions : {std::filesystem::perms{0640}, std::filesystem::perms{0200}}) {
+    tool.writeText("copy.bin", "old");
+    std::filesystem::permissions(tool.path("copy.bin"), permissions);
+    ASSERT_EQ(tool.run({"store", "save", "asm", "copy.bin"}).exitCode, 0);
+    EXPECT_EQ(std::filesystem::status(tool.path("copy.bin")).permissions(), permissions);
+    EXPECT_EQ(difference(saved("copy.bin"), sample("laptop-r5.bin")), "");
+  }
 }
 
 TEST_F(StoreSaveTarget, writes_where_a_link_leads_to) {

@@ -85,6 +85,9 @@ TEST(Usage, help_of_every_command) {
     EXPECT_EQ(shown.err, "");
     EXPECT_NE(shown.out.find(usage), std::string::npos) << shown.out;
     for (const auto& phrase : phrases) EXPECT_NE(shown.out.find(phrase), std::string::npos) << phrase << shown.out;
+    // What programs can read, they can have in a file.
+    const bool isForPrograms = shown.out.find("--json") != std::string::npos || command.back() == "watch";
+    EXPECT_EQ(shown.out.find("-o,--output FILE") != std::string::npos, isForPrograms) << shown.out;
   }
 }
 

@@ -24,6 +24,12 @@ class RunningCase {
   PROCESS_INFORMATION process_;
 };
 
+/// The folder of this program, without a slash behind it.
+std::string programFolder();
+
+/// Runs another program to its end, with what it says on this program's output; returns its exit code.
+std::uint32_t runProgram(const std::string& program, const std::string& arguments);
+
 /// Runs a case to its end; returns its exit code.
 std::uint32_t runCase(const std::string& name);
 

@@ -4,13 +4,17 @@
 #include <windows.h>
 // after windows.h, which they need
 #include <initguid.h>
+// after initguid.h, which defines its keys
+#include <devpkey.h>
 #include <newdev.h>
 #include <setupapi.h>
 
 #include <functional>
+#include <set>
 #include <utility>
-#include <vector>
 
+#include "driver_packages.h"
+#include "problem.h"
 #include "windows_text.h"
 
 namespace setup {
@@ -94,7 +98,7 @@ bool needsRestart(HDEVINFO list, SP_DEVINFO_DATA& device) {
          (parameters.Flags & (DI_NEEDREBOOT | DI_NEEDRESTART)) != 0;
 }
 
-/// The name under which Windows keeps the INF file of a device's driver, such as "oem3.inf".
+/// The name of the package that a device's driver is from, such as "oem3.inf".
 std::wstring packageOf(HDEVINFO list, const SP_DEVINFO_DATA& device) {
   const std::wstring key = L"SYSTEM\\CurrentControlSet\\Control\\Class\\" + property(list, device, SPDRP_DRIVER);
   wchar_t name[MAX_PATH] = {};
@@ -103,45 +107,93 @@ std::wstring packageOf(HDEVINFO list, const SP_DEVINFO_DATA& device) {
   return result == ERROR_SUCCESS ? name : L"";
 }
 
+std::set<std::wstring> packagesInUse() {
+  std::set<std::wstring> names;
+  forEachDevice([&](HDEVINFO list, SP_DEVINFO_DATA& device) { names.insert(packageOf(list, device)); });
+  names.erase(L"");
+  return names;
+}
+
+/// Those in use, and whatever else is left of the driver.
+std::set<std::wstring> allPackages() {
+  auto names = packagesInUse();
+  for (auto& name : ourPackages()) names.insert(std::move(name));
+  return names;
+}
+
+/// A number that Windows keeps with a device; 0 when it keeps none.
+std::uint32_t numberOf(HDEVINFO list, SP_DEVINFO_DATA& device, const DEVPROPKEY& key) {
+  std::uint32_t number = 0;
+  DEVPROPTYPE type = 0;
+  if (!SetupDiGetDevicePropertyW(list, &device, &key, &type, reinterpret_cast<BYTE*>(&number), sizeof(number), nullptr,
+                                 0))
+    return 0;
+  return number;
+}
+
+bool hasInterface() {
+  const DeviceList list{SetupDiGetClassDevsW(&kInterfaceClass, nullptr, nullptr, DIGCF_PRESENT | DIGCF_DEVICEINTERFACE),
+                        "the device cannot be looked for"};
+  SP_DEVICE_INTERFACE_DATA found{};
+  found.cbSize = sizeof(found);
+  return SetupDiEnumDeviceInterfaces(list.get(), nullptr, &kInterfaceClass, 0, &found);
+}
+
+void removeUnused(const std::set<std::wstring>& packages) {
+  const auto inUse = packagesInUse();
+  for (const auto& name : packages)
+    if (!inUse.contains(name)) removePackage(name);
+}
+
+[[noreturn]] void failWithAdvice(const std::string& what, DWORD error) {
+  try {
+    fail(what, error);
+  } catch (const Failure& failure) {
+    throw Failure{failure.what() + adviceOn(error)};
+  }
+}
+
 }  // namespace
 
 Installation install(const std::filesystem::path& inf) {
   const std::string what = narrow(inf.wstring()) + " cannot be installed";
   require(GetFileAttributesW(inf.c_str()) != INVALID_FILE_ATTRIBUTES, what);
+  const auto earlier = allPackages();
   const bool isNew = countDevices() == 0;
   if (isNew) createDevice();
   BOOL restart = FALSE;
-  if (UpdateDriverForPlugAndPlayDevicesW(nullptr, kHardwareId, inf.c_str(), INSTALLFLAG_FORCE, &restart))
+  if (UpdateDriverForPlugAndPlayDevicesW(nullptr, kHardwareId, inf.c_str(), INSTALLFLAG_FORCE, &restart)) {
+    removeUnused(earlier);
     return {.isNew = isNew, .needsRestart = restart != FALSE};
+  }
   const DWORD error = GetLastError();
   if (isNew) forEachDevice(removeDevice);
-  fail(what, error);
+  failWithAdvice(what, error);
 }
 
-bool remove() {
-  std::vector<std::wstring> packages;
-  bool restart = false;
+Removal remove() {
+  const auto packages = allPackages();
+  Removal removal{};
   const int count = forEachDevice([&](HDEVINFO list, SP_DEVINFO_DATA& device) {
-    packages.push_back(packageOf(list, device));
     removeDevice(list, device);
-    restart = restart || needsRestart(list, device);
+    removal.needsRestart = removal.needsRestart || needsRestart(list, device);
   });
-  if (count == 0) throw Failure{"the simulated driver is not installed"};
+  if (count == 0 && packages.empty()) throw Failure{"the simulated driver is not installed"};
   for (const auto& package : packages)
-    if (!package.empty())
-      require(SetupUninstallOEMInfW(package.c_str(), SUOI_FORCEDELETE, nullptr),
-              narrow(package) + " cannot be removed");
-  return restart;
+    if (!removePackage(package)) removal.isPackageLeft = true;
+  return removal;
 }
 
-State state() {
-  if (countDevices() == 0) return State::notInstalled;
-  const DeviceList list{SetupDiGetClassDevsW(&kInterfaceClass, nullptr, nullptr, DIGCF_PRESENT | DIGCF_DEVICEINTERFACE),
-                        "the device cannot be looked for"};
-  SP_DEVICE_INTERFACE_DATA found{};
-  found.cbSize = sizeof(found);
-  return SetupDiEnumDeviceInterfaces(list.get(), nullptr, &kInterfaceClass, 0, &found) ? State::running
-                                                                                       : State::notRunning;
+Device lookAtDevice() {
+  Device found{.state = State::notInstalled, .problem = 0, .problemStatus = 0};
+  forEachDevice([&](HDEVINFO list, SP_DEVINFO_DATA& device) {
+    found = {.state = State::notRunning,
+             .problem = numberOf(list, device, DEVPKEY_Device_ProblemCode),
+             .problemStatus = numberOf(list, device, DEVPKEY_Device_ProblemStatus)};
+  });
+  if (found.state == State::notRunning && hasInterface())
+    found = {.state = State::running, .problem = 0, .problemStatus = 0};
+  return found;
 }
 
 }  // namespace setup

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -14,15 +15,28 @@ struct Installation {
   bool needsRestart;
 };
 
-/// Creates the device unless there is one, and gives it the driver of the INF file.
+/// Creates the device unless there is one, and gives it the driver of the INF file. Packages of earlier drivers are
+/// removed.
 Installation install(const std::filesystem::path& inf);
 
-/// Removes the devices and the driver packages that they used. Throws when there is no device.
-/// True when Windows has to be restarted first.
-bool remove();
+struct Removal {
+  bool needsRestart;
+  /// A package is still in use: it can be removed after the restart.
+  bool isPackageLeft;
+};
+
+/// Removes the devices, and then all packages of the driver. Throws when there is neither.
+Removal remove();
 
 enum class State { notInstalled, notRunning, running };
 
-State state();
+struct Device {
+  State state;
+  /// Of a device that is not running: the number and the reason that Windows has for it, or 0.
+  std::uint32_t problem;
+  std::uint32_t problemStatus;
+};
+
+Device lookAtDevice();
 
 }  // namespace setup

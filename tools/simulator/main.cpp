@@ -3,6 +3,8 @@
 #include <io.h>
 #include <windows.h>
 
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
@@ -11,7 +13,11 @@
 #include <string>
 #include <vector>
 
+#include "administrator.h"
 #include "device_setup.h"
+#include "problem.h"
+#include "signing.h"
+#include "system_copy.h"
 #include "windows_text.h"
 
 namespace setup {
@@ -25,47 +31,86 @@ std::filesystem::path infBesideProgram() {
   return std::filesystem::path{path}.parent_path() / "vexoqtf.inf";
 }
 
+std::filesystem::path fullPath(const std::string& utf8) {
+  return utf8.empty() ? std::filesystem::path{} : std::filesystem::absolute(widen(utf8));
+}
+
 std::string withRestart(const std::string& text, bool needsRestart) {
   return text + (needsRestart ? "; restart Windows to finish\n" : "\n");
 }
 
-/// Drivers are started in the background; whoever installs one wants to use it.
+/// Why a device is not running, as far as Windows says.
+std::string reasonOf(const Device& device) {
+  if (device.problem == 0) return {};
+  const std::string status = device.problemStatus == 0 ? "" : fmt::format(" (status 0x{:08X})", device.problemStatus);
+  return ": " + describeProblem(device.problem) + status;
+}
+
+/// Drivers are started in the background; whoever installs one wants to use it. Windows says when it has given up.
 void waitForDevice() {
   constexpr DWORD kInterval = 50;
   constexpr DWORD kLongest = 15'000;
-  for (DWORD waited = 0; state() != State::running; waited += kInterval) {
-    if (waited >= kLongest) throw Failure{"the simulated driver is installed, but its device does not come up"};
+  Device device = lookAtDevice();
+  for (DWORD waited = 0; device.state != State::running; waited += kInterval) {
+    if (waited >= kLongest || device.problem != 0)
+      throw Failure{"the simulated driver is installed, but its device does not come up" + reasonOf(device)};
     Sleep(kInterval);
+    device = lookAtDevice();
   }
 }
 
-std::string runInstall(const std::string& inf) {
-  const auto path = inf.empty() ? infBesideProgram() : std::filesystem::absolute(widen(inf));
-  const Installation result = install(path);
+struct InstallOptions {
+  std::string inf;
+  bool isTestSigned = false;
+  std::string tools;
+};
+
+std::string runInstall(const InstallOptions& options) {
+  requireAdministrator();
+  auto inf = options.inf.empty() ? infBesideProgram() : fullPath(options.inf);
+  if (options.isTestSigned) inf = makeTestSigned(inf, findSigningTools(fullPath(options.tools)));
+  const Installation result = install(inf);
+  putSystemCopy(inf.parent_path() / "vexoqtf.sys");
   if (!result.needsRestart) waitForDevice();
   return withRestart(result.isNew ? "installed" : "installed again", result.needsRestart);
 }
 
+std::string runRemove() {
+  requireAdministrator();
+  const Removal removal = remove();
+  removeSystemCopy();
+  if (removal.isPackageLeft) return "removed; restart Windows, and remove again what it still uses\n";
+  return withRestart("removed", removal.needsRestart);
+}
+
 std::string runStatus() {
-  switch (state()) {
+  const Device device = lookAtDevice();
+  switch (device.state) {
     case State::notInstalled:
       throw Failure{"the simulated driver is not installed"};
     case State::notRunning:
-      throw Failure{"the simulated driver is installed, but its device is not there"};
+      throw Failure{"the simulated driver is installed, but its device is not there" + reasonOf(device)};
     case State::running:
       break;
   }
   return "running\n";
 }
 
-void addCommands(CLI::App& program, std::string& inf, std::string& output) {
-  auto* const installCommand = program.add_subcommand("install", "Install the driver, or install it again.");
-  installCommand->add_option("--inf", inf, "The driver's INF file; else vexoqtf.inf beside this program")
+void addInstall(CLI::App& program, InstallOptions& options, std::string& output) {
+  auto* const command = program.add_subcommand("install", "Install the driver, or install it again.");
+  command->add_option("--inf", options.inf, "The driver's INF file; else vexoqtf.inf beside this program")
       ->type_name("FILE");
-  installCommand->callback([&] { output = runInstall(inf); });
-  program.add_subcommand("remove", "Remove the device and its driver.")->callback([&] {
-    output = withRestart("removed", remove());
-  });
+  auto* const testSign = command->add_flag("--test-sign", options.isTestSigned,
+                                           "Sign a copy first, with a certificate that only this PC trusts");
+  command->add_option("--tools", options.tools, "Where signtool.exe and inf2cat.exe are; else where Windows' kits are")
+      ->type_name("FOLDER")
+      ->needs(testSign);
+  command->callback([&] { output = runInstall(options); });
+}
+
+void addCommands(CLI::App& program, InstallOptions& options, std::string& output) {
+  addInstall(program, options, output);
+  program.add_subcommand("remove", "Remove the device and its driver.")->callback([&] { output = runRemove(); });
   program.add_subcommand("status", "Succeed when the driver is installed and running.")->callback([&] {
     output = runStatus();
   });
@@ -77,7 +122,7 @@ void describe(CLI::App& program) {
   program.set_version_flag("--version", "vqs-simulator " VQS_TOOL_VERSION);
   program.footer(
       "Exit codes: 0 done, 1 the operation failed, 2 the command line is wrong.\n"
-      "Only administrators can install and remove drivers.");
+      "Only administrators can install and remove drivers. Everybody can ask for the status.");
 }
 
 int report(const std::string& message, ExitCode code) {
@@ -87,10 +132,10 @@ int report(const std::string& message, ExitCode code) {
 
 int run(std::vector<std::string> arguments) {
   CLI::App program{"Installs the simulated VexoQTF driver.", "vqs-simulator"};
-  std::string inf;
+  InstallOptions options;
   std::string output;
   describe(program);
-  addCommands(program, inf, output);
+  addCommands(program, options, output);
   std::ranges::reverse(arguments);
   try {
     program.parse(std::move(arguments));

@@ -4,11 +4,14 @@
 #include <optional>
 #include <string>
 
+#include "output.h"
+
 namespace tool {
 
 /// What a command gets beside its own arguments.
 struct Context {
-  /// what goes to standard output once the command has succeeded
+  /// where text goes, and what goes there once the command has succeeded
+  Output output;
   std::string out;
   /// --driver-state
   std::optional<std::string> driverState;

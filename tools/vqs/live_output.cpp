@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "output.h"
 #include "platform.h"
 #include "text.h"
 #include "text_table.h"
@@ -46,18 +45,22 @@ std::vector<std::string> asBlock(const std::vector<ShownValue>& values, const pl
 
 }  // namespace
 
+LiveOutput::LiveOutput(Output& output) : output_{output} {
+  if (!output.isFile()) terminal_.emplace();
+}
+
 void LiveOutput::show(const std::vector<ShownValue>& values) {
-  const auto size = platform::terminalSize();
-  if (!size) return writeOutput(asLine(values));
+  const auto size = terminal_ ? terminal_->size() : std::nullopt;
+  if (!size) return output_.write(asLine(values));
   const auto lines = asBlock(values, *size);
   std::string frame = lines_ != 0 ? fmt::format("\r\x1b[{}A", lines_) : "";
   for (const auto& line : lines) frame += line + "\x1b[K\n";
-  writeOutput(frame + "\x1b[J");
+  output_.write(frame + "\x1b[J");
   lines_ = lines.size();
 }
 
-void LiveOutput::leave() const {
-  if (lines_ != 0) writeOutput("\n");
+void LiveOutput::leave() {
+  if (lines_ != 0) output_.write("\n");
 }
 
 }  // namespace tool

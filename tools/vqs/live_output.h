@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "output.h"
+#include "platform.h"
+
 namespace tool {
 
 /// A value under its name; none when there is nothing to show.
@@ -14,16 +17,20 @@ struct ShownValue {
   std::optional<std::string> value;
 };
 
-/// Values that change: in place where standard output is a terminal, otherwise a line for each time they are shown.
+/// Values that change: in place where the output is a terminal, otherwise a line for each time they are shown.
 class LiveOutput {
  public:
+  explicit LiveOutput(Output& output);
+
   /// Throws a Failure when the values cannot be written.
   void show(const std::vector<ShownValue>& values);
   /// Leaves the line to whoever comes next, when Ctrl-C has put its mark there.
-  void leave() const;
+  void leave();
 
  private:
-  /// Lines that are on the terminal.
+  Output& output_;
+  std::optional<platform::Terminal> terminal_;
+  /// Lines that stand there.
   std::size_t lines_ = 0;
 };
 

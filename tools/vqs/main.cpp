@@ -13,16 +13,22 @@ namespace {
 
 enum ExitCode { kDone = 0, kFailed = 1, kWrongUsage = 2 };
 
-/// Parses the command line, which runs the command, and returns what is to be printed.
-std::string runCommand(CLI::App& program, Context& context, std::vector<std::string> arguments) {
+/// The help or the version that was asked for.
+void answer(const CLI::App& program, const CLI::Success& request) {
+  std::ostringstream text;
+  program.exit(request, text, text);
+  Output{}.write(text.str());
+}
+
+/// Parses the command line, which runs the command, and writes what the command leaves.
+void runCommand(CLI::App& program, Context& context, std::vector<std::string> arguments) {
   try {
     std::ranges::reverse(arguments);
     program.parse(std::move(arguments));
-    return context.out;
+    context.output.write(context.out);
+    context.output.finish();
   } catch (const CLI::Success& request) {
-    std::ostringstream text;
-    program.exit(request, text, text);
-    return text.str();
+    answer(program, request);
   } catch (const CLI::ParseError& error) {
     throw UsageError{describeUsage(program, error)};
   }
@@ -33,7 +39,7 @@ int run(std::vector<std::string> arguments) {
     Context context;
     CLI::App program{"Works with the VexoQTF power-management driver and its policies.", "vqs"};
     buildProgram(program, context);
-    writeOutput(runCommand(program, context, std::move(arguments)));
+    runCommand(program, context, std::move(arguments));
     return kDone;
   } catch (const UsageError& error) {
     writeError(error.what());

@@ -7,19 +7,30 @@
 #include <cstdio>
 
 #include "errors.h"
+#include "platform.h"
 #include "text.h"
 
 namespace tool {
 
-void writeOutput(std::string_view text) {
-  const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-  if (!written) throw Failure{fmt::format("standard output cannot be written: {}", systemMessage(errno))};
+void Output::useFile(const std::string& path) {
+  if (path != "-") path_ = path;
+}
+
+void Output::write(std::string_view text) {
+  if (path_ && !file_) file_ = target_.emplace(*path_).open();
+  if (!platform::writeText(file_ ? file_.get() : stdout, text))
+    throw Failure{fmt::format("{} cannot be written: {}", path_.value_or("standard output"), systemMessage(errno))};
+}
+
+void Output::finish() {
+  if (!path_) return;
+  file_.reset();
+  target_->commit();
 }
 
 void writeError(std::string_view message) {
-  const std::string line = "vqs: " + printable(message) + '\n';
   // There is nowhere left to report a failure to.
-  static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
+  static_cast<void>(platform::writeText(stderr, "vqs: " + printable(message) + '\n'));
 }
 
 }  // namespace tool

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "paths.h"
+
 namespace tool {
 
 /// A file that is written beside its target and takes the target's place when it is complete. Until then, and when
@@ -16,7 +18,10 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
 
   /// Where to write.
-  const std::string& path() const { return path_; }
+  [[nodiscard]] const std::string& path() const { return path_; }
+
+  /// The file, to write to it. Throws a Failure.
+  [[nodiscard]] File open() const;
 
   /// Throws a Failure with the system's reason when the file cannot take one byte more: whoever wrote it may not have
   /// got all of it in.

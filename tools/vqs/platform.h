@@ -7,14 +7,20 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-/// What differs between systems: platform_posix.cpp and platform_windows.cpp hold the same functions. Paths and
-/// arguments are UTF-8, or on POSIX systems whatever bytes the user typed.
+/// What differs between systems, but for files: platform_posix.cpp and platform_windows.cpp hold the same functions.
+/// Arguments are UTF-8, or on POSIX systems whatever bytes the user typed.
 namespace tool::platform {
 
 /// Readies the standard streams: bytes go out as they are, and a closed stream stays closed.
 void prepareStreams();
+
+/// Writes UTF-8 to a stream at once: as bytes, but to a console of Windows as characters, so that nothing depends on
+/// the code page that the console shares with other programs. False, with errno telling why, when not all of it gets
+/// there.
+bool writeText(std::FILE* stream, std::string_view text);
 
 /// The command line without the program's name.
 std::vector<std::string> arguments(int argc, char** argv);
@@ -25,28 +31,29 @@ struct TerminalSize {
   std::size_t lines;
 };
 
-/// The terminal that standard output goes to, ready for escape sequences; nothing when it goes elsewhere, or to a
-/// terminal that knows none.
-std::optional<TerminalSize> terminalSize();
+/// The terminal that standard output goes to, ready for escape sequences until the end of the scope. What this changes
+/// of it is changed for every program there: only to be used where interruptions are caught.
+class Terminal {
+ public:
+  Terminal();
+  ~Terminal();
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+
+  /// Nothing when standard output goes elsewhere, or to a terminal that knows no escape sequences.
+  [[nodiscard]] std::optional<TerminalSize> size() const;
+
+ private:
+  /// The mode to be set again.
+  std::optional<unsigned long> found_;
+};
 
 /// From now on Ctrl-C and other requests to end do not end the process, but the waiting. A reader that has gone away
-/// makes writing fail.
+/// makes writing fail. Throws a Failure when this cannot be had.
 void catchInterruptions();
 
 /// Waits; false, and at once, when an interruption comes or has come.
 bool waitUnlessInterrupted(std::chrono::milliseconds duration);
-
-/// Opens a file as fopen does, with errno telling why not.
-std::FILE* openFile(const std::string& path, const char* mode);
-
-/// The path in the form in which the library hands it to the C runtime. Throws a Failure when there is none.
-std::string libraryPath(const std::string& path);
-
-/// Creates an empty file with a new name in the target's directory and returns its path. Throws a Failure.
-std::string createBeside(const std::string& target);
-
-/// Puts a finished file in the place of the target, in one step, with the target's permissions. Throws a Failure.
-void replaceFile(const std::string& finished, const std::string& target);
 
 /// Chooses where the simulated driver keeps its state: the given file, or else one in the user's own directory.
 /// Throws a Failure when there is no such place, and a UsageError where the driver is not simulated.

@@ -2,7 +2,6 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/ioctl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -102,7 +101,14 @@ std::vector<std::string> arguments(int argc, char** argv) {
   return argc > 0 ? std::vector<std::string>{argv + 1, argv + argc} : std::vector<std::string>{};
 }
 
-std::optional<TerminalSize> terminalSize() {
+bool writeText(std::FILE* stream, std::string_view text) {
+  return std::fwrite(text.data(), 1, text.size(), stream) == text.size() && std::fflush(stream) == 0;
+}
+
+Terminal::Terminal() = default;
+Terminal::~Terminal() = default;
+
+std::optional<TerminalSize> Terminal::size() const {
   const std::string kind = environment("TERM");
   if (isatty(STDOUT_FILENO) == 0 || kind.empty() || kind == "dumb") return std::nullopt;
   winsize size{};
@@ -122,38 +128,6 @@ bool waitUnlessInterrupted(std::chrono::milliseconds duration) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(duration);
   const timespec time{.tv_sec = seconds.count(), .tv_nsec = std::chrono::nanoseconds{duration - seconds}.count()};
   return sigtimedwait(&signals, nullptr, &time) == -1;
-}
-
-std::FILE* openFile(const std::string& path, const char* mode) { return std::fopen(path.c_str(), mode); }
-
-std::string libraryPath(const std::string& path) { return path; }
-
-std::string createBeside(const std::string& target) {
-  constexpr int kAttempts = 1000;
-  int error = EEXIST;
-  for (int attempt = 0; attempt < kAttempts && error == EEXIST; ++attempt) {
-    std::string path = fmt::format("{}.{}-{}.new", target, getpid(), attempt);
-    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (descriptor != -1) {
-      ::close(descriptor);
-      return path;
-    }
-    error = errno;
-  }
-  throw Failure{fmt::format("{} cannot be written: {}", target, systemMessage(error))};
-}
-
-void replaceFile(const std::string& finished, const std::string& target) {
-  const auto fail = [&] { throw Failure{fmt::format("{} cannot be written: {}", target, systemMessage(errno))}; };
-  struct stat existing{};
-  if (stat(target.c_str(), &existing) == 0 && chmod(finished.c_str(), existing.st_mode & 07777) != 0) fail();
-  const int descriptor = ::open(finished.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor == -1) fail();
-  const bool stored = ::fsync(descriptor) == 0;
-  const int error = errno;
-  ::close(descriptor);
-  errno = error;
-  if (!stored || rename(finished.c_str(), target.c_str()) != 0) fail();
 }
 
 void useDriverState(const std::optional<std::string>& file) {

@@ -5,13 +5,12 @@
 
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 
 #include "errors.h"
+#include "files.h"
 #include "format_check.h"
 #include "paths.h"
-#include "platform.h"
 
 namespace tool {
 namespace {
@@ -22,10 +21,9 @@ namespace {
 
 /// What can be told without opening the file; opening a pipe would wait for its other end.
 void requireRegularFile(const std::string& path) {
-  std::error_code error;
-  const auto status = std::filesystem::status(toPath(path), error);
-  if (std::filesystem::is_directory(status)) failToRead(path, EISDIR);
-  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+  const auto kind = platform::fileKind(path);
+  if (kind == platform::FileKind::folder) failToRead(path, EISDIR);
+  if (kind == platform::FileKind::other)
     throw Failure{fmt::format("{} cannot be read: it is not a regular file", path)};
 }
 
@@ -39,10 +37,9 @@ std::vector<std::byte> readBytes(const std::string& path) {
   requireRegularFile(path);
   const File file{platform::openFile(path, "rb")};
   if (!file) failToRead(path, errno);
-  std::error_code error;
-  const auto size = std::filesystem::file_size(toPath(path), error);
-  if (error) failToRead(path, error.value());
-  std::vector<std::byte> bytes(size);
+  const auto size = platform::fileSize(path);
+  if (!size) failToRead(path, errno);
+  std::vector<std::byte> bytes(*size);
   errno = 0;
   if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) failToRead(path, errno != 0 ? errno : EIO);
   if (bytes.empty()) throw Failure{fmt::format("{} is empty, a policy binary is not", path)};

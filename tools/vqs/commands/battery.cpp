@@ -71,6 +71,7 @@ void addBattery(CLI::App& parent, Context& context) {
   auto& command = addCommand(parent, "battery", "Show the battery's charge, temperature and limits.");
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON instead of text");
+  addOutputOption(command, context);
   command.footer(
       "Temperature and limits are shown as the driver answers them. The simulated driver's are\n"
       "hundredths of a degree Celsius, and two windows: of the charge in %, of the temperature\n"

@@ -40,6 +40,7 @@ void addBinaryShow(CLI::App& group, Context& context) {
   const auto arguments = std::make_shared<BinaryShowArguments>();
   command.add_option("FILE", arguments->file, "The policy binary, of revision 3, 4 or 5")->required()->type_name("");
   command.add_flag("--json", arguments->json, "Print JSON with every field instead of text");
+  addOutputOption(command, context);
   command.footer(
       "Fields that are zero are left out of the text, except ids and values.\n\n"
       "Examples:\n"

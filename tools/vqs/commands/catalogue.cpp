@@ -35,6 +35,7 @@ void addCatalogueCommand(CLI::App& command, Context& context, CatalogueReader re
       .add_option("FILTER", arguments->filter, "An id, or a part of the names, whatever its case; all when left out")
       ->type_name("");
   command.add_flag("--json", arguments->json, "Print JSON with every field of every entry instead of a table");
+  addOutputOption(command, context);
   command.footer(
       "ENABLED and DRIVER are the driver's two flags: an entry that this platform does not support\n"
       "has none. A filter that nothing matches is an error.\n\n"

@@ -21,6 +21,9 @@ CLI::Option* addStoreArgument(CLI::App& command, std::string& store);
 /// The --ex flag of telemetry commands.
 CLI::Option* addExFlag(CLI::App& command, LogGeneration& generation);
 
+/// The --output option of a command whose output programs read.
+CLI::Option* addOutputOption(CLI::App& command, Context& context);
+
 // One function a command, each in the file of its name.
 void addBattery(CLI::App& parent, Context& context);
 void addBinaryShow(CLI::App& group, Context& context);

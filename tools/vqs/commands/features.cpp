@@ -52,6 +52,7 @@ void addFeatures(CLI::App& parent, Context& context) {
   auto& command = addCommand(parent, "features", "Show which of the driver's features are supported and active.");
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON with the driver's own bytes instead of a table");
+  addOutputOption(command, context);
   command.footer("What a feature's value counts is the driver's affair.");
   command.callback([&context, json] { showFeatures(context, *json); });
 }

@@ -59,6 +59,7 @@ void addIo(CLI::App& parent, Context& context) {
   auto& command = addCommand(parent, "io", "Show application inputs and outputs, taskbar icon and debug output.");
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON instead of text");
+  addOutputOption(command, context);
   command.footer(
       "Reading the outputs resets the event by which the driver tells programs of a change: one\n"
       "that waits for it at this moment may miss the change. The inputs come from the telemetry log.");

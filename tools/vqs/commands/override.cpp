@@ -84,6 +84,7 @@ void addOverride(CLI::App& parent, Context& context) {
   auto* clear =
       command.add_flag("--clear", arguments->clear, "Let the input have its own value again")->excludes(value);
   command.add_flag("--json", arguments->json, "List as JSON")->excludes(value)->excludes(clear);
+  addOutputOption(command, context)->excludes(value)->excludes(clear);
   command.footer(
       "Without VALUE or --clear the inputs are listed, or KEY alone. An override stays in force\n"
       "until it is cleared.\n\n"

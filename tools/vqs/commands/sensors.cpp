@@ -73,6 +73,7 @@ void addSensors(CLI::App& parent, Context& context) {
   auto& command = addCommand(parent, "sensors", "Show the status and the data words of the four sensors.");
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON instead of a table");
+  addOutputOption(command, context);
   command.footer("A word that may be negative is followed by the negative number in the table.");
   command.callback([&context, json] { showSensors(context, *json); });
 }

@@ -34,6 +34,7 @@ void addStoreList(CLI::App& group, Context& context) {
   const auto arguments = std::make_shared<StoreListArguments>();
   addStoreArgument(command, arguments->store);
   command.add_flag("--json", arguments->json, "Print JSON with every field of every policy instead of a table");
+  addOutputOption(command, context);
   command.footer(
       "Examples:\n"
       "  vqs store list asm\n"

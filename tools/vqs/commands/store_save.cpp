@@ -5,10 +5,9 @@
 #include <optional>
 
 #include "../errors.h"
+#include "../files.h"
 #include "../numbers.h"
 #include "../output_file.h"
-#include "../paths.h"
-#include "../platform.h"
 #include "../policy_file.h"
 #include "../registry_text.h"
 #include "../stores.h"
@@ -55,12 +54,6 @@ vqsStatus write(const Session& session, const Store& store, Versions versions, c
   }
 }
 
-std::size_t sizeOf(const std::string& path) {
-  std::error_code error;
-  const auto size = std::filesystem::file_size(toPath(path), error);
-  return error ? 0 : size;
-}
-
 /// Why a store's policies make no file that could be read again.
 std::string reasonForRefusal(std::span<const VqsPolicyV2> policies) {
   const auto unconditional = std::ranges::find(policies, 0U, &VqsPolicyV2::conditionCount);
@@ -83,7 +76,7 @@ void writeWhole(const Session& session, const Store& store, Versions versions, c
 PolicyFile writeBinary(const Session& session, const Store& store, Versions versions, const OutputFile& file,
                        std::span<const VqsPolicyV2> policies) {
   writeWhole(session, store, versions, file, false);
-  const auto written = tryReadPolicyFile(session, file.path(), sizeOf(file.path()));
+  const auto written = tryReadPolicyFile(session, file.path(), platform::fileSize(file.path()).value_or(0));
   if (written && written->policies.size() == policies.size()) return *written;
   throw Failure{fmt::format("the {} store was not saved: {}", store.title, reasonForRefusal(policies))};
 }

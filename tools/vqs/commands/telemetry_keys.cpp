@@ -47,6 +47,7 @@ void addTelemetryKeys(CLI::App& group, Context& context) {
   const auto arguments = std::make_shared<TelemetryKeysArguments>();
   addExFlag(command, arguments->generation);
   command.add_flag("--json", arguments->json, "Print JSON with every field of every key instead of a table");
+  addOutputOption(command, context);
   command.footer(
       "A key's value is COUNT elements of TYPE. The driver is not asked.\n\n"
       "Examples:\n"

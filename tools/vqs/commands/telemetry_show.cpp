@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "../output.h"
 #include "../render.h"
 #include "../telemetry_log.h"
 #include "../text_table.h"
@@ -27,13 +26,13 @@ std::string readingAsText(const Reading& reading) {
   return table.render();
 }
 
-void showReading(const Context& context, const TelemetryShowArguments& arguments) {
+void showReading(Context& context, const TelemetryShowArguments& arguments) {
   const KeyTable table{arguments.generation};
   Reading reading;
   withDriver(context,
              [&](const Session& session) { reading = TelemetryLog{session, arguments.generation, table}.read(); });
   // What could be read is shown, whether it is all or not.
-  writeOutput(arguments.json ? readingAsJson(reading) : readingAsText(reading));
+  context.output.write(arguments.json ? readingAsJson(reading) : readingAsText(reading));
   reading.requireWhole();
 }
 
@@ -44,6 +43,7 @@ void addTelemetryShow(CLI::App& group, Context& context) {
   const auto arguments = std::make_shared<TelemetryShowArguments>();
   addExFlag(command, arguments->generation);
   command.add_flag("--json", arguments->json, "Print JSON instead of a table");
+  addOutputOption(command, context);
   command.footer(
       "Bytes are shown as text, or else in hexadecimal; 97*0 stands for 97 zeros in a row. A log\n"
       "that cannot be read to its end is shown as far as it goes, and the exit code is 1.\n\n"

@@ -64,9 +64,9 @@ std::vector<ShownValue> shownValues(const Reading& reading, const std::vector<Qt
   return values;
 }
 
-void watchLog(const Session& session, const TelemetryWatchArguments& arguments, const WatchPlan& plan) {
-  const TelemetryLog log{session, arguments.generation, plan.table};
-  LiveOutput output;
+void watchLog(const Session& session, Output& target, LogGeneration generation, const WatchPlan& plan) {
+  const TelemetryLog log{session, generation, plan.table};
+  LiveOutput output{target};
   for (std::uint64_t number = 1;; ++number) {
     const auto reading = log.read();
     output.show(shownValues(reading, plan.keys));
@@ -78,11 +78,11 @@ void watchLog(const Session& session, const TelemetryWatchArguments& arguments, 
   }
 }
 
-void watchKeys(const Context& context, const TelemetryWatchArguments& arguments) {
+void watchKeys(Context& context, const TelemetryWatchArguments& arguments) {
   const auto plan = planWatch(arguments);
   // Before the driver is opened, whose threads are to leave the interruption alone.
   platform::catchInterruptions();
-  withDriver(context, [&](const Session& session) { watchLog(session, arguments, plan); });
+  withDriver(context, [&](const Session& session) { watchLog(session, context.output, arguments.generation, plan); });
 }
 
 }  // namespace
@@ -96,6 +96,7 @@ void addTelemetryWatch(CLI::App& group, Context& context) {
   command.add_option("--every", arguments->every, "Milliseconds between readings, 10 to 3600000; 1000 when left out")
       ->type_name("MS");
   command.add_option("--count", arguments->count, "End after so many readings")->type_name("N");
+  addOutputOption(command, context);
   command.footer(
       "On a terminal the values change in place. Elsewhere each reading is a line, as in\n"
       "PowerSource=DC BatteryChargeLevel=80, where - stands for a key that the log does not hold.\n"
@@ -103,7 +104,7 @@ void addTelemetryWatch(CLI::App& group, Context& context) {
       "Examples:\n"
       "  vqs telemetry watch\n"
       "  vqs telemetry watch PowerSource BatteryChargeLevel --every 5000\n"
-      "  vqs telemetry watch skinTemp --count 60 > skin.txt");
+      "  vqs telemetry watch skinTemp --count 60 -o skin.txt");
   command.callback([&context, arguments] { watchKeys(context, *arguments); });
 }
 
