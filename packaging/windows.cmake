@@ -7,7 +7,7 @@ foreach(document "LICENSE>LICENSE.txt" "CHANGELOG.md>CHANGELOG.md"
   list(GET names 1 name)
   install(FILES ${PROJECT_SOURCE_DIR}/${source} DESTINATION . RENAME ${name} COMPONENT documentation)
 endforeach()
-foreach(document compatibility.md packages.md policy-binary.md simulator.md simulator-telemetry.md)
+foreach(document compatibility.md packages.md policy-binary.md simulator.md simulator-telemetry.md windows-checklist.md)
   install(FILES ${PROJECT_SOURCE_DIR}/docs/${document} DESTINATION doc COMPONENT documentation)
 endforeach()
 set(vqs_sbom VexoQTFServices.spdx.json)

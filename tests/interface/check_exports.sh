@@ -9,10 +9,7 @@ declared=$(cat "$source_dir"/include/vqs/*.h | grep -oE 'VQS_CALL vqs?[A-Za-z0-9
 # "name address" of every export
 case $library in
   *.dll)
-    tables=$(x86_64-w64-mingw32-objdump -p "$library")
-    places=$(sed -n 's/^\s*\[ *\([0-9]*\)\] +base\[ *[0-9]*\] \([0-9a-f]*\) Export RVA/\1 \2/p' <<<"$tables" | sort)
-    names=$(sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/s/^\s*\[ *\([0-9]*\)\] \(.*\)/\1 \2/p' <<<"$tables" | sort)
-    exports=$(join -o 2.2,1.2 <(echo "$places") <(echo "$names"))
+    exports=$(llvm-readobj-19 --coff-exports "$library" | awk '$1 == "Name:" { name = $2 } $1 == "RVA:" { print name, $2 }')
     ;;
   *) exports=$(nm -D --defined-only "$library" | awk '{ print $3, $1 }') ;;
 esac

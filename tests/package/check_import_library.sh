@@ -16,8 +16,7 @@ diff <(echo "$names") <(x86_64-w64-mingw32-nm "$library" | sed -n 's/.* I __imp_
   echo "$exports (<) and $library (>) differ"
   exit 1
 }
-exported=$(x86_64-w64-mingw32-objdump -p "$root/bin/VexoQTFServices.dll" |
-  sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/s/^\s*\[ *[0-9]*\] //p' | sort)
+exported=$(llvm-readobj-19 --coff-exports "$root/bin/VexoQTFServices.dll" | awk '$1 == "Name:" { print $2 }' | sort)
 diff <(echo "$exported") <(echo "$names") || { echo "the DLL (<) and $library (>) differ"; exit 1; }
 short=$(llvm-readobj-19 "$library" | grep -c '^Format: COFF-import-file' || true)
 [ "$short" = "$count" ] || { echo "$short of $count members have the short import format"; exit 1; }

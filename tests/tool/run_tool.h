@@ -30,7 +30,7 @@ ToolRun wrongUsage(std::string err);
 /// The whole content of a file.
 std::string readTextFile(const std::string& path);
 
-/// How a run differs from the usual. Only POSIX systems can do more than lead the output into a file.
+/// How a run differs from the usual. The file's length and the signal are for POSIX systems.
 struct RunOptions {
   /// added to the environment; an empty value removes the variable
   std::map<std::string, std::string> environment;
@@ -40,6 +40,8 @@ struct RunOptions {
   std::optional<std::size_t> longestFile;
   /// sent to the run as soon as it has written a line
   int signal = 0;
+  /// on Windows, a copy of the tool to run instead
+  std::string program = {};
 };
 
 /// Options of a run during which the driver's clock stands at 0, unless the driver is one that serves all runs.

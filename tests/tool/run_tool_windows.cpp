@@ -74,7 +74,31 @@ int exitCodeOf(const PROCESS_INFORMATION& started) {
 
 namespace {
 
-int runTool(std::wstring command, const std::wstring& folder, const Handle& output, const Handle& error) {
+/// What programs that are started get of the environment, until the end of the scope.
+class Environment {
+ public:
+  explicit Environment(const std::map<std::string, std::string>& variables) {
+    for (const auto& [name, value] : variables) set(widen(name), widen(value));
+  }
+  ~Environment() {
+    for (const auto& [name, value] : found_) SetEnvironmentVariableW(name.c_str(), value ? value->c_str() : nullptr);
+  }
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
+
+ private:
+  void set(const std::wstring& name, const std::wstring& value) {
+    const wchar_t* const found = _wgetenv(name.c_str());
+    found_[name] = found != nullptr ? std::optional<std::wstring>{found} : std::nullopt;
+    // A variable without a value is none.
+    SetEnvironmentVariableW(name.c_str(), value.empty() ? nullptr : value.c_str());
+  }
+
+  std::map<std::wstring, std::optional<std::wstring>> found_;
+};
+
+int runTool(const std::wstring& program, std::wstring command, const std::wstring& folder, const Handle& output,
+            const Handle& error) {
   const Handle input = openForTheTool(L"NUL", GENERIC_READ, OPEN_EXISTING);
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
@@ -83,8 +107,8 @@ int runTool(std::wstring command, const std::wstring& folder, const Handle& outp
   startup.hStdOutput = output.get();
   startup.hStdError = error.get();
   PROCESS_INFORMATION started{};
-  if (!CreateProcessW(besideTheTests(L"vqs.exe").c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                      folder.c_str(), &startup, &started)) {
+  if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
+                      &started)) {
     ADD_FAILURE() << "the tool could not be started: " << GetLastError();
     return -1;
   }
@@ -92,7 +116,7 @@ int runTool(std::wstring command, const std::wstring& folder, const Handle& outp
 }
 
 bool isForPosixOnly(const RunOptions& options) {
-  return !options.environment.empty() || options.output == "-" || options.longestFile || options.signal != 0;
+  return options.output == "-" || options.longestFile || options.signal != 0;
 }
 
 void liftOverrides(QtfSession* session) {
@@ -123,9 +147,11 @@ Tool::Tool() { useDriver(*this, forgetEverything); }
 
 ToolRun Tool::run(const std::vector<std::string>& arguments, const RunOptions& options) const {
   EXPECT_FALSE(isForPosixOnly(options));
+  const Environment environment{options.environment};
   const TemporaryFolder capture;
   const std::string out = options.output.empty() ? capture.path("out") : path(options.output);
-  const int exitCode = runTool(L"vqs" + argumentsOf(arguments), widen(folder_.path(".")),
+  const std::wstring program = options.program.empty() ? besideTheTests(L"vqs.exe") : widen(options.program);
+  const int exitCode = runTool(program, L"vqs" + argumentsOf(arguments), widen(folder_.path(".")),
                                openForTheTool(widen(out), GENERIC_WRITE, CREATE_ALWAYS),
                                openForTheTool(widen(capture.path("err")), GENERIC_WRITE, CREATE_ALWAYS));
   return {.exitCode = exitCode,
@@ -145,7 +171,7 @@ std::string pipedOutput(const Tool& tool, const std::vector<std::string>& argume
     for (DWORD length = 0; ReadFile(reading, buffer.data(), buffer.size(), &length, nullptr);)
       all.append(buffer.data(), length);
   }};
-  EXPECT_EQ(runTool(L"vqs" + argumentsOf(arguments), widen(tool.path(".")), Handle{writing},
+  EXPECT_EQ(runTool(besideTheTests(L"vqs.exe"), L"vqs" + argumentsOf(arguments), widen(tool.path(".")), Handle{writing},
                     openForTheTool(L"NUL", GENERIC_WRITE, OPEN_EXISTING)),
             0);
   reads.join();

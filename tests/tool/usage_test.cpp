@@ -15,7 +15,8 @@ Usage: vqs [OPTIONS] SUBCOMMAND
 Options:
   -h,--help                   Print this help
   --version                   Display program version information and exit
-  --driver-state FILE         The simulated driver's state file; elsewhere than on Windows
+  --simulated                 Use the driver that is simulated in the tool's process; elsewhere than on Windows it always is
+  --driver-state FILE         The simulated driver's state file
 
 Subcommands:
   binary                      Work with policy binary files.

@@ -13,6 +13,8 @@ struct Context {
   /// where text goes, and what goes there once the command has succeeded
   Output output;
   std::string out;
+  /// --simulated
+  bool isDriverSimulated = false;
   /// --driver-state
   std::optional<std::string> driverState;
 };

@@ -16,9 +16,6 @@
 namespace tool::platform {
 namespace {
 
-/// The longest path of all.
-constexpr DWORD kLongestPath = 32768;
-
 std::wstring fullPath(const std::wstring& path) {
   std::wstring full(kLongestPath, L'\0');
   full.resize(GetFullPathNameW(path.c_str(), kLongestPath, full.data(), nullptr));

@@ -4,14 +4,13 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// What differs between systems, but for files: platform_posix.cpp and platform_windows.cpp hold the same functions.
-/// Arguments are UTF-8, or on POSIX systems whatever bytes the user typed.
+/// What differs between systems, but for files and the driver: platform_posix.cpp and platform_windows.cpp hold the
+/// same functions. Arguments are UTF-8, or on POSIX systems whatever bytes the user typed.
 namespace tool::platform {
 
 /// Readies the standard streams: bytes go out as they are, and a closed stream stays closed.
@@ -54,16 +53,5 @@ void catchInterruptions();
 
 /// Waits; false, and at once, when an interruption comes or has come.
 bool waitUnlessInterrupted(std::chrono::milliseconds duration);
-
-/// Chooses where the simulated driver keeps its state: the given file, or else one in the user's own directory.
-/// Throws a Failure when there is no such place, and a UsageError where the driver is not simulated.
-void useDriverState(const std::optional<std::string>& file);
-
-/// What the simulated driver, which is part of this process, says on standard error while an action runs: one line,
-/// without its end. Empty where the driver is not simulated.
-std::string driverMessagesDuring(const std::function<void()>& action);
-
-/// What to look at when the driver's device cannot be found or opened and gives no reason.
-std::string deviceHint();
 
 }  // namespace tool::platform

@@ -99,15 +99,4 @@ bool waitUnlessInterrupted(std::chrono::milliseconds duration) {
   return WaitForSingleObject(interruption, static_cast<DWORD>(duration.count())) == WAIT_TIMEOUT;
 }
 
-void useDriverState(const std::optional<std::string>& file) {
-  if (file) throw UsageError{"--driver-state: the driver is not simulated on this system"};
-}
-
-std::string driverMessagesDuring(const std::function<void()>& action) {
-  action();
-  return "";
-}
-
-std::string deviceHint() { return "another program may hold it, or this account may not open it"; }
-
 }  // namespace tool::platform

@@ -5,6 +5,7 @@
 
 #include "commands/command.h"
 #include "nearest.h"
+#include "simulated_driver.h"
 #include "text.h"
 
 namespace tool {
@@ -92,6 +93,13 @@ std::string describeProblem(const CLI::App& program, const CLI::App& command, co
   return error.what();
 }
 
+void addDriverOptions(CLI::App& program, Context& context) {
+  program.add_flag("--simulated", context.isDriverSimulated,
+                   "Use the driver that is simulated in the tool's process; elsewhere than on Windows it always is");
+  program.add_option("--driver-state", context.driverState, "The simulated driver's state file")->type_name("FILE");
+  program.parse_complete_callback([&context] { platform::loadLibrary(context.isDriverSimulated); });
+}
+
 }  // namespace
 
 void buildProgram(CLI::App& program, Context& context) {
@@ -100,9 +108,7 @@ void buildProgram(CLI::App& program, Context& context) {
   program.allow_windows_style_options(false);
   program.set_help_flag("-h,--help", "Print this help");
   program.set_version_flag("--version", "vqs " VQS_TOOL_VERSION);
-  program
-      .add_option("--driver-state", context.driverState, "The simulated driver's state file; elsewhere than on Windows")
-      ->type_name("FILE");
+  addDriverOptions(program, context);
   program.footer(
       "STORE is pb (Policy Builder), asm or balance-profile.\n"
       "Exit codes: 0 done, 1 the operation failed, 2 the command line is wrong.\n\n"

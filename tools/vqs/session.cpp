@@ -2,13 +2,13 @@
 #include "session.h"
 
 #include "errors.h"
-#include "platform.h"
+#include "simulated_driver.h"
 
 namespace tool {
 namespace {
 
 std::string describeRefusal(vqsStatus status, const std::string& messages) {
-  if (status == VQS_DRIVER_NOT_FOUND) return "the driver is not loaded: install and start \"vexoqtf.sys\" first";
+  if (status == VQS_DRIVER_NOT_FOUND) return "the driver is not loaded: " + platform::driverHint();
   if (status != VQS_REQUEST_FAILED) return "the driver cannot be reached: " + describe(status);
   return "the driver's device cannot be found or opened: " + (messages.empty() ? platform::deviceHint() : messages);
 }

@@ -8,6 +8,9 @@
 
 namespace tool::platform {
 
+/// Room for the longest path of all.
+constexpr DWORD kLongestPath = 32768;
+
 /// UTF-8 as Windows takes it.
 std::wstring widen(std::string_view utf8);
 

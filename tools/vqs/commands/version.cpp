@@ -4,6 +4,7 @@
 #include <array>
 
 #include "../session.h"
+#include "../simulated_driver.h"
 #include "command.h"
 
 namespace tool {
@@ -14,7 +15,8 @@ using Words = std::array<std::uint32_t, 4>;
 /// The words come as the product's major number, the file's minor number, and its fourth before its third.
 std::string describeFile(vqsStatus status, const Words& words, const char* file) {
   if (status != VQS_SUCCESS) return fmt::format("unknown, the version of \"{}\" cannot be read", file);
-  return fmt::format("{}.{}.{}.{}", words[0], words[1], words[3], words[2]);
+  return fmt::format("{}.{}.{}.{}{}", words[0], words[1], words[3], words[2],
+                     platform::isDriverSimulated() ? " (simulated)" : "");
 }
 
 void showVersions(Context& context) {
@@ -31,7 +33,9 @@ void showVersions(Context& context) {
 
 void addVersion(CLI::App& parent, Context& context) {
   auto& command = addCommand(parent, "version", "Show the versions of this tool, the library and the driver.");
-  command.footer("The library's version and the driver's are those of their files, major.minor.third.fourth.");
+  command.footer(
+      "The library's version and the driver's are those of their files, major.minor.third.fourth;\n"
+      "\"simulated\" says that the driver is part of the library.");
   command.callback([&context] { showVersions(context); });
 }
 
