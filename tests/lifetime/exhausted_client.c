@@ -44,11 +44,21 @@ static void demand(int holds, const char* what) {
 
 typedef vqsStatus(VQS_CALL* Initialize)(QtfSession** session);
 typedef vqsStatus(VQS_CALL* Uninitialize)(QtfSession* session);
+typedef vqsStatus(VQS_CALL* SetAppInputs)(QtfSession* session, uint32_t valueA, uint32_t valueB);
+
+/* With memory there again: whoever has a session has the driver. */
+static void demandRequests(void* library, QtfSession* session) {
+  const int wasCounting = isCounting;
+  isCounting = 0;
+  demand(((SetAppInputs)dlsym(library, "vqsSetAppInputs"))(session, 1, 2) == VQS_SUCCESS, "the driver is there");
+  isCounting = wasCounting;
+}
 
 static vqsStatus openAndClose(void* library) {
   QtfSession* session = NULL;
   const vqsStatus result = ((Initialize)dlsym(library, "vqsInitialize"))(&session);
   if (result != VQS_SUCCESS) return result;
+  demandRequests(library, session);
   demand(((Uninitialize)dlsym(library, "vqsUninitialize"))(session) == VQS_SUCCESS, "the session closes");
   return VQS_SUCCESS;
 }
