@@ -6,9 +6,9 @@ add_library(vqs_hardened_freestanding INTERFACE)
 target_link_libraries(vqs_hardened INTERFACE vqs_hardened_freestanding)
 
 if(MINGW)
-  target_compile_options(vqs_hardened_freestanding INTERFACE -mguard=cf -g -gcodeview
+  target_compile_options(vqs_hardened INTERFACE -mguard=cf -g -gcodeview
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}=VexoQTFServices-${PROJECT_VERSION} -fdebug-compilation-dir=.)
-  target_link_options(vqs_hardened_freestanding INTERFACE
+  target_link_options(vqs_hardened INTERFACE
     -Wl,--guard-cf -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va LINKER:-Xlink=-cetcompat)
 elseif(MSVC)
   # Every configuration gets its debug information, and all of it in the same way.

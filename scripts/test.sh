@@ -26,11 +26,12 @@ fi
 
 # One server for all of the tests: many programs that start and stop one at a time would race for it. An older one has to
 # be gone first. The first program starts services, which keep its output open and end with the last program, so one
-# program is there all the time.
+# program is there all the time, and the tests begin when services run.
 wineserver64 -k 2>/dev/null || true
 wineserver64 -w
 wineserver64 -p30
 exec 9> >(exec wine64 cmd >/dev/null 2>&1)
+wine64 cmd /c exit >/dev/null 2>&1 </dev/null
 
 # One run over all builds, so that one count covers them.
 mkdir -p build/all

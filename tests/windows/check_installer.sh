@@ -73,7 +73,11 @@ expect 2 '' "vqs-simulator: --tools requires --test-sign $see" install --tools x
 expect 2 '' "vqs-simulator: The following argument was not expected: twice $see" remove twice
 
 # Packages that lost their device, as after a removal that needed a restart.
-cp "$package/vexoqtf.inf" "$system/inf/oem77.inf"
+mkdir "$work/left"
+cp "$package/vexoqtf.sys" "$work/left"
+cp "$package/vexoqtf.inf" "$work/left/oem77.inf"
+"$wine" "$tests/installer_helper.exe" publish "$(windows_path "$work/left/oem77.inf")"
+expect_left 1 0
 expect 0 'removed' '' remove
 expect_left 0 0
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //   installer_helper problem CODE STATUS      has Windows say this of the driver's device, once it is there
+//   installer_helper publish INF              makes a package known that no device has
 //   installer_helper unprivileged PROGRAM ARGUMENT    runs a program that is no administrator's
 #include <windows.h>
 // after windows.h, which they need
@@ -81,6 +82,8 @@ int runUnprivileged(const std::wstring& program, const std::wstring& argument) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
+  if (count == 3 && std::wstring{arguments[1]} == L"publish")
+    return SetupCopyOEMInfW(arguments[2], nullptr, SPOST_PATH, 0, nullptr, 0, nullptr, nullptr) ? 0 : 97;
   if (count != 4) return 98;
   if (std::wstring{arguments[1]} == L"unprivileged") return runUnprivileged(arguments[2], arguments[3]);
   return setProblem(std::stoul(arguments[2]), std::stoul(arguments[3], nullptr, 16));

@@ -17,9 +17,11 @@ remove() {
 }
 
 install_fresh() {
-  # Wine keeps a driver file that has the same version number.
+  # Wine keeps a driver file that has the same version number, and Wine 10 packages that it has forgotten.
+  local system32=$WINEPREFIX/drive_c/windows/system32
   remove >/dev/null 2>&1 || true
-  find "$WINEPREFIX/drive_c/windows/system32" -name vexoqtf.sys -delete
+  find "$system32" -name vexoqtf.sys -delete
+  rm -rf "$system32"/driverstore/filerepository/vexoqtf.inf_*
   tool install
 }
 

@@ -31,7 +31,7 @@ std::wstring providerOf(const std::filesystem::path& file) {
   return provider;
 }
 
-/// Windows gives packages numbers, Wine keeps their names; the many others are Windows' own.
+/// Windows gives packages numbers, Wine keeps their names where it can; the many others are Windows' own.
 bool isPublished(const std::filesystem::path& file) {
   const std::wstring name = file.filename().wstring();
   const bool isNumbered = _wcsnicmp(name.c_str(), L"oem", 3) == 0 && _wcsicmp(file.extension().c_str(), L".inf") == 0;
@@ -53,8 +53,11 @@ bool removePackage(const std::wstring& name) {
   // Windows uses no force on drivers that run from where packages are kept, and refuses while a device uses one. Wine
   // removes nothing without.
   if (SetupUninstallOEMInfW(name.c_str(), SUOI_FORCEDELETE, nullptr)) return true;
-  if (GetLastError() != ERROR_INF_IN_USE_BY_DEVICES) fail(narrow(name) + " cannot be removed");
-  return false;
+  if (GetLastError() == ERROR_INF_IN_USE_BY_DEVICES) return false;
+  // Wine 10 gives the second package of a name a number, and does not know it by that.
+  const bool isUnknown = GetLastError() == ERROR_FILE_NOT_FOUND;
+  if (!isUnknown || !DeleteFileW((infFolder() / name).c_str())) fail(narrow(name) + " cannot be removed");
+  return true;
 }
 
 }  // namespace setup
