@@ -19,7 +19,7 @@ namespace {
 const std::string kFleet = std::string{VQS_SAMPLES} + "/fleet-r5.bin";
 
 std::vector<VqsPackedPolicy> fleet() {
-  const auto file = vqs::loadFile(kFleet.c_str());
+  const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
   std::vector<VqsPackedPolicy> policies(vqs::announcedPolicyCount(file->bytes()));
   vqs::BinaryVersions versions{};
   vqs::parsePolicyBinary(file->bytes(), policies, versions);
@@ -31,7 +31,7 @@ void countPolicies(benchmark::State& state, std::size_t policies) {
 }
 
 void copyFile(benchmark::State& state) {
-  const auto file = vqs::loadFile(kFleet.c_str());
+  const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
   std::vector<std::byte> copy(file->bytes().size());
   for (auto _ : state) {
     std::memcpy(copy.data(), file->bytes().data(), copy.size());
@@ -43,7 +43,7 @@ void copyFile(benchmark::State& state) {
 BENCHMARK(copyFile);
 
 void parseFile(benchmark::State& state) {
-  const auto file = vqs::loadFile(kFleet.c_str());
+  const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
   std::vector<VqsPackedPolicy> policies(400);
   vqs::BinaryVersions versions{};
   for (auto _ : state) benchmark::DoNotOptimize(vqs::parsePolicyBinary(file->bytes(), policies, versions));
@@ -60,7 +60,7 @@ void buildFile(benchmark::State& state) {
 BENCHMARK(buildFile);
 
 void writeRegistryText(benchmark::State& state) {
-  const auto file = vqs::loadFile(kFleet.c_str());
+  const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
   std::FILE* stream = std::fopen("/dev/null", "wb");
   for (auto _ : state)
     benchmark::DoNotOptimize(vqs::writeRegistryExport(stream, file->bytes(), vqs::RegistryExportKind::kAsm));

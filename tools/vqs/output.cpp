@@ -23,7 +23,7 @@ void Output::write(std::string_view text) {
 }
 
 void Output::finish() {
-  if (!path_) return;
+  if (!target_) return;
   file_.reset();
   target_->commit();
 }
