@@ -106,7 +106,7 @@ done < <(compilations Release | sed -E 's, /F[od][^ ]+,,g' | awk '{ way = $0; su
 # The linker knows its options, none goes against another, and what they are for is in the image.
 echo 'int answer(void); int answer(void) { return 42; }' >answer.c
 "$clang_cl" --target=x86_64-pc-windows-msvc /nologo /c /guard:cf /Zl /DVQS_DEPENDENT_LOAD_FLAGS=0 \
-  answer.c "$sources/cmake/load_config.c"
+  -- answer.c "$sources/cmake/load_config.c"
 mapfile -t options < <(link Release VexoQTFServices.dll | tr ' ' '\n' |
   grep -E '^/(guard|CETCOMPAT|DEPENDENTLOADFLAG|Brepro|RELEASE|DEBUG|OPT|(NO)?DEFAULTLIB:libu|PDBALTPATH|INCREMENTAL)')
 lld-link-19 /nologo /WX /dll /noentry /machine:x64 /out:answer.dll "${options[@]}" answer.obj load_config.obj >"$work/log" 2>&1 ||
