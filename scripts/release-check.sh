@@ -16,6 +16,8 @@ reports=$PWD/build/release
 mkdir -p "$reports"
 
 make_root() { # release, folder
+  # Some tests run as a user without rights, who has to get in.
+  chmod 755 "$2"
   debootstrap --variant=minbase "$1" "$2" ${DEBIAN_MIRROR:+"$DEBIAN_MIRROR"}
   cp /etc/resolv.conf "$2/etc/resolv.conf"
   git clone --quiet --no-hardlinks . "$2/source"

@@ -107,12 +107,16 @@ int runTool(const std::wstring& program, std::wstring command, const std::wstrin
   startup.hStdOutput = output.get();
   startup.hStdError = error.get();
   PROCESS_INFORMATION started{};
-  if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
-                      &started)) {
-    ADD_FAILURE() << "the tool could not be started: " << GetLastError();
-    return -1;
-  }
-  return exitCodeOf(started);
+  const auto start = [&] {
+    return CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
+                          &started);
+  };
+  // Wine now and then cannot start a program while others start, and can a moment later.
+  bool isStarted = start();
+  for (int tries = 0; !isStarted && GetLastError() == ERROR_INTERNAL_ERROR && tries < 3; ++tries) isStarted = start();
+  if (isStarted) return exitCodeOf(started);
+  ADD_FAILURE() << "the tool could not be started: " << GetLastError();
+  return -1;
 }
 
 bool isForPosixOnly(const RunOptions& options) {
