@@ -29,7 +29,7 @@ set(CMAKE_RC_COMPILER llvm-rc-19)
 EOF
 cat >"$work/sources/CMakeUserPresets.json" <<EOF
 { "version": 6, "configurePresets": [ {
-  "name": "here", "inherits": "msvc", "condition": null,
+  "name": "here", "inherits": "msvc", "condition": { "type": "const", "value": true },
   "binaryDir": "$work/build", "toolchainFile": "$work/toolchain.cmake",
   "cacheVariables": {
     "CMAKE_C_COMPILER": "$clang_cl", "CMAKE_CXX_COMPILER": "$clang_cl",
