@@ -1,11 +1,14 @@
 include_guard(GLOBAL)
 # What makes a mistake in shipped code harder to exploit: link vqs_hardened privately, to archives too.
 add_library(vqs_hardened INTERFACE)
+# The part of it that asks nothing of a runtime, for freestanding code.
+add_library(vqs_hardened_freestanding INTERFACE)
+target_link_libraries(vqs_hardened INTERFACE vqs_hardened_freestanding)
 
 if(MINGW)
-  target_compile_options(vqs_hardened INTERFACE -mguard=cf -g -gcodeview
+  target_compile_options(vqs_hardened_freestanding INTERFACE -mguard=cf -g -gcodeview
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}=VexoQTFServices-${PROJECT_VERSION} -fdebug-compilation-dir=.)
-  target_link_options(vqs_hardened INTERFACE
+  target_link_options(vqs_hardened_freestanding INTERFACE
     -Wl,--guard-cf -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va LINKER:-Xlink=-cetcompat)
 elseif(MSVC)
   # Every configuration gets its debug information, and all of it in the same way.
@@ -18,7 +21,7 @@ else()
     string(MAKE_C_IDENTIFIER VQS_HAS${flag} known)
     check_cxx_compiler_flag(${flag} ${known})
     if(${known})
-      target_compile_options(vqs_hardened INTERFACE ${flag})
+      target_compile_options(vqs_hardened_freestanding INTERFACE ${flag})
     endif()
   endforeach()
   target_compile_options(vqs_hardened INTERFACE -fstack-protector-strong)

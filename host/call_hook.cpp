@@ -1,58 +1,40 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/call_hook.h"
 
-#include <array>
-#include <charconv>
-#include <memory>
-#include <mutex>
-
-#include "host/host.h"
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
 
 namespace host {
 namespace {
 
-std::mutex hookMutex;
-
-/// Never destroyed: calls are made up to the very end of a program.
-auto& currentHook() {
-  static auto& current = *new std::shared_ptr<const CallHook>;
-  return current;
-}
-
-std::shared_ptr<const CallHook> hook() {
-  const std::lock_guard lock{hookMutex};
-  return currentHook();
-}
+constinit std::atomic<Watcher> currentlyWatching = nullptr;
 
 }  // namespace
 
-void setCallHook(CallHook newHook) {
-  const std::lock_guard lock{hookMutex};
-  currentHook() = newHook ? std::make_shared<const CallHook>(std::move(newHook)) : nullptr;
+Watcher currentWatcher() { return currentlyWatching; }
+void setWatcher(Watcher watcher) { currentlyWatching = watcher; }
+
+void CallText::add(std::string_view text) {
+  const auto kept = text.substr(0, sizeof(text_) - length_);
+  std::ranges::copy(kept, text_ + length_);
+  length_ += kept.size();
 }
 
-bool callsAreWatched() { return hook() != nullptr; }
-
-bool permitCall(std::string_view call) {
-  const auto watcher = hook();
-  return watcher == nullptr || (*watcher)(call);
+void CallText::add(std::u16string_view text) {
+  for (const char16_t unit : text) {
+    const char narrow = unit < 0x80 ? static_cast<char>(unit) : '?';
+    add(std::string_view{&narrow, 1});
+  }
 }
 
-std::string describe(std::string_view text) { return std::string{text}; }
-
-std::string describe(std::u16string_view text) {
-  std::string narrow;
-  for (const char16_t unit : text) narrow += unit < 0x80 ? static_cast<char>(unit) : '?';
-  return narrow;
+void CallText::add(std::uint64_t number) {
+  char digits[24];
+  const auto value = static_cast<unsigned long long>(number);
+  const int length = std::snprintf(digits, sizeof(digits), number < 0x100000 ? "%llu" : "0x%llx", value);
+  add(std::string_view{digits, static_cast<std::size_t>(length)});
 }
 
-std::string describe(std::uint64_t number) {
-  std::array<char, 20> digits{};
-  const int base = number < 0x100000 ? 10 : 16;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, base).ptr;
-  return (base == 16 ? "0x" : "") + std::string{digits.data(), end};
-}
-
-std::string describe(const void* pointer) { return pointer == nullptr ? "null" : "pointer"; }
+void CallText::add(const void* pointer) { add(std::string_view{pointer == nullptr ? "null" : "pointer"}); }
 
 }  // namespace host

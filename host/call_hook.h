@@ -1,32 +1,45 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <utility>
 
 namespace host {
 
-/// True when a hook is set; the text of a call is made only then.
-bool callsAreWatched();
-/// Shows a call to the hook; false when the hook refuses it.
-bool permitCall(std::string_view call);
+/// Sees the text of a call before it is carried out; false makes it fail.
+using Watcher = bool (*)(std::string_view call);
 
-std::string describe(std::string_view text);
-std::string describe(std::u16string_view text);
-std::string describe(std::uint64_t number);
-std::string describe(const void* pointer);
+/// Null when nobody watches, as in every program but tests.
+Watcher currentWatcher();
+void setWatcher(Watcher watcher);
 
-/// Shows "name(arguments...)" to the hook, if there is one.
+/// A call as text, as far as there is room for it.
+class CallText {
+ public:
+  void add(std::string_view text);
+  void add(std::u16string_view text);
+  void add(std::uint64_t number);
+  void add(const void* pointer);
+  [[nodiscard]] std::string_view text() const { return {text_, length_}; }
+
+ private:
+  char text_[512];
+  std::size_t length_ = 0;
+};
+
+/// Shows "name(arguments...)" to the watcher, if there is one; false when it refuses the call.
 template <class... Arguments>
 bool permit(std::string_view name, const Arguments&... arguments) {
-  if (!callsAreWatched()) return true;
-  std::string call{name};
-  std::string separator = "(";
-  ((call += std::exchange(separator, ", ") + describe(arguments)), ...);
-  call += separator == "(" ? "()" : ")";
-  return permitCall(call);
+  const Watcher watcher = currentWatcher();
+  if (watcher == nullptr) return true;
+  CallText call;
+  call.add(name);
+  std::string_view separator = "(";
+  ((call.add(std::exchange(separator, ", ")), call.add(arguments)), ...);
+  call.add(separator == "(" ? std::string_view{"()"} : std::string_view{")"});
+  return watcher(call.text());
 }
 
 }  // namespace host

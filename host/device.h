@@ -41,7 +41,7 @@ class Device {
 };
 
 /// Makes a device present under an interface class and a path. It must outlive its attachment. False when there is no
-/// room for it: on Windows, where these devices are seen by the simulated library only, there is one at a time.
+/// room for it, or for the path. On Windows these devices are seen by the simulated library only.
 bool attachDevice(Device& device, const GUID& interfaceClass, std::basic_string_view<WCHAR> path);
 /// Removes a device. Handles still open on it fail from then on.
 void detachDevice(const Device& device);

@@ -1,68 +1,53 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <cstring>
-#include <map>
+#include "host/file_versions.h"
+
+#include <algorithm>
+#include <cstddef>
 #include <mutex>
-#include <optional>
 
-#include "host/call_hook.h"
-#include "host/guarded.h"
-#include "host/host.h"
+#include "host/list.h"
+#include "host/mutex.h"
 
+namespace host {
 namespace {
 
-std::mutex versionMutex;
+struct FileVersion {
+  static constexpr std::size_t kLongestName = 64;
 
-/// Made at its first use, for whoever publishes versions may do so before other initialisers have run; never destroyed.
-auto& versions() {
-  static auto& map = *new std::map<std::string, VS_FIXEDFILEINFO, std::less<>>;
-  return map;
-}
+  char name[kLongestName];
+  std::size_t length;
+  VS_FIXEDFILEINFO version;
 
-std::optional<VS_FIXEDFILEINFO> findVersion(std::string_view name) {
-  return host::guarded(std::optional<VS_FIXEDFILEINFO>{}, [&] {
-    const std::lock_guard lock{versionMutex};
-    const auto found = versions().find(name);
-    return found == versions().end() ? std::nullopt : std::optional{found->second};
-  });
-}
+  [[nodiscard]] std::string_view nameText() const { return {name, length}; }
+};
+
+constinit Mutex versionMutex;
+constinit List<FileVersion> versions;
+
+FileVersion* placeOf(std::string_view name) { return std::ranges::find(versions, name, &FileVersion::nameText); }
 
 }  // namespace
 
-namespace host {
-
 bool setFileVersion(std::string_view name, const VS_FIXEDFILEINFO& version) {
-  return guarded(false, [&] {
-    const std::lock_guard lock{versionMutex};
-    versions().insert_or_assign(std::string{name}, version);
-    return true;
-  });
+  if (name.size() > FileVersion::kLongestName) return false;
+  FileVersion entry{.name = {}, .length = name.size(), .version = version};
+  std::ranges::copy(name, entry.name);
+  const std::lock_guard lock{versionMutex};
+  FileVersion* const found = placeOf(name);
+  if (found == versions.end()) return versions.add(entry);
+  *found = entry;
+  return true;
 }
 
 void removeFileVersion(std::string_view name) {
   const std::lock_guard lock{versionMutex};
-  if (const auto found = versions().find(name); found != versions().end()) versions().erase(found);
+  if (FileVersion* const found = placeOf(name); found != versions.end()) versions.remove(found);
+}
+
+std::optional<VS_FIXEDFILEINFO> fileVersion(std::string_view name) {
+  const std::lock_guard lock{versionMutex};
+  const FileVersion* const found = placeOf(name);
+  return found == versions.end() ? std::nullopt : std::optional{found->version};
 }
 
 }  // namespace host
-
-DWORD GetFileVersionInfoSizeA(const CHAR* name, DWORD* handle) {
-  if (!host::permit("GetFileVersionInfoSizeA", std::string_view{name})) return 0;
-  if (handle != nullptr) *handle = 0;
-  return findVersion(name) ? sizeof(VS_FIXEDFILEINFO) : 0;
-}
-
-BOOL GetFileVersionInfoA(const CHAR* name, DWORD handle, DWORD length, void* data) {
-  if (!host::permit("GetFileVersionInfoA", std::string_view{name}, handle, length)) return FALSE;
-  const auto version = findVersion(name);
-  if (!version || length < sizeof(*version)) return FALSE;
-  std::memcpy(data, &*version, sizeof(*version));
-  return TRUE;
-}
-
-BOOL VerQueryValueA(const void* block, const CHAR* subBlock, void** value, UINT* length) {
-  if (!host::permit("VerQueryValueA", std::string_view{subBlock}, *length)) return FALSE;
-  if (std::string_view{subBlock} != "\\") return FALSE;
-  *value = const_cast<void*>(block);
-  *length = sizeof(VS_FIXEDFILEINFO);
-  return TRUE;
-}

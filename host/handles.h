@@ -1,28 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <memory>
-
 #include "host/windows_api.h"
 
 namespace host {
 
-/// What a handle stands for.
-class Object {
- public:
-  virtual ~Object() = default;
-  /// Called once, when the handle is closed.
-  virtual void closed(HANDLE handle) = 0;
-};
+/// One that there has not been, higher than all before.
+HANDLE newHandle();
 
-HANDLE registerHandle(std::shared_ptr<Object> object);
-/// Null for a handle that is not open.
-std::shared_ptr<Object> findHandle(HANDLE handle);
-std::shared_ptr<Object> forgetHandle(HANDLE handle);
-
-template <class T>
-std::shared_ptr<T> findHandleOf(HANDLE handle) {
-  return std::dynamic_pointer_cast<T>(findHandle(handle));
-}
+/// Closes an event's handle; false when it is none.
+bool closeEvent(HANDLE handle);
 
 }  // namespace host

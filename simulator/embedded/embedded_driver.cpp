@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <mutex>
 #include <utility>
 
 #include "simulator/embedded/buffered_request.h"
@@ -57,8 +58,8 @@ void EmbeddedDriver::detach() {
     withdrawFileVersions();
   }
   {
-    const system::LockGuard lock{mutex_};
-    for (HANDLE handle : openHandles_.all()) model_->close(surroundings_, sessionOf(handle));
+    const std::lock_guard lock{mutex_};
+    for (HANDLE handle : openHandles_) model_->close(surroundings_, sessionOf(handle));
     openHandles_.clear();
     closeLast();
   }
@@ -66,22 +67,33 @@ void EmbeddedDriver::detach() {
 }
 
 void EmbeddedDriver::setTime(std::uint64_t milliseconds) {
-  const system::LockGuard lock{mutex_};
+  const std::lock_guard lock{mutex_};
   surroundings_.setClock(milliseconds);
 }
 
+/// Asked before a lock is waited for: a forked process may have no thread that would let go of it.
+bool EmbeddedDriver::isOfAnotherProcess() const {
+  const std::uint32_t owner = owner_;
+  return owner != 0 && owner != system::processId();
+}
+
 bool EmbeddedDriver::open(HANDLE handle) {
-  const system::LockGuard lock{mutex_};
+  if (isOfAnotherProcess()) {
+    report("the driver", Reason{"is in use by the process that this one was forked from"});
+    return false;
+  }
+  const std::lock_guard lock{mutex_};
   if (!openHandles_.add(handle)) return false;
   if (model_ != nullptr || openFirst()) return true;
-  openHandles_.remove(handle);
+  openHandles_.remove(openHandles_.end() - 1);
   return false;
 }
 
 bool EmbeddedDriver::control(HANDLE handle, const host::DeviceRequest& request) {
+  if (isOfAnotherProcess()) return false;
   bool isDone = false;
   {
-    const system::LockGuard lock{mutex_};
+    const std::lock_guard lock{mutex_};
     isDone = model_ != nullptr && runBuffered(*model_, surroundings_, sessionOf(handle), request);
   }
   refresher_.update();
@@ -89,9 +101,12 @@ bool EmbeddedDriver::control(HANDLE handle, const host::DeviceRequest& request) 
 }
 
 void EmbeddedDriver::close(HANDLE handle) {
+  if (isOfAnotherProcess()) return;
   {
-    const system::LockGuard lock{mutex_};
-    if (!openHandles_.remove(handle)) return;
+    const std::lock_guard lock{mutex_};
+    HANDLE* const found = std::ranges::find(openHandles_, handle);
+    if (found == openHandles_.end()) return;
+    openHandles_.remove(found);
     model_->close(surroundings_, sessionOf(handle));
     if (openHandles_.isEmpty()) closeLast();
   }
@@ -100,13 +115,13 @@ void EmbeddedDriver::close(HANDLE handle) {
 
 void EmbeddedDriver::refresh(void* self) {
   auto& driver = *static_cast<EmbeddedDriver*>(self);
-  const system::LockGuard lock{driver.mutex_};
+  const std::lock_guard lock{driver.mutex_};
   if (driver.model_ != nullptr) driver.model_->refresh(driver.surroundings_);
 }
 
 bool EmbeddedDriver::hasMappedLogs(void* self) {
   auto& driver = *static_cast<EmbeddedDriver*>(self);
-  const system::LockGuard lock{driver.mutex_};
+  const std::lock_guard lock{driver.mutex_};
   return driver.model_ != nullptr && driver.model_->hasMappedLogs();
 }
 
@@ -127,6 +142,7 @@ bool EmbeddedDriver::openFirst() {
     report(subject, reason);
     return false;
   }
+  owner_ = system::processId();
   surroundings_.setClock(options.time);
   model_->setSeed(options.seed);
   model_->setLogFault(options.logFault);
@@ -145,6 +161,7 @@ Reason EmbeddedDriver::useState(const char* path) {
 }
 
 void EmbeddedDriver::closeLast() {
+  owner_ = 0;
   model_ = nullptr;
   kept_.close();
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include "host/device.h"
-#include "host/handle_list.h"
+#include "host/list.h"
+#include "host/mutex.h"
 #include "simulator/embedded/kept_driver.h"
 #include "simulator/embedded/options.h"
 #include "simulator/embedded/process_surroundings.h"
@@ -23,6 +25,9 @@ struct Configuration {
 };
 
 /// The simulated driver as a device of this process. Any thread may call it; its requests run one after the other.
+///
+/// Handles belong to the process that opened them. One that is forked from it meanwhile shares memory with it, but no
+/// locks and no threads: there its handles fail, and no others are opened.
 ///
 /// With a state file, the driver holds the file from the first handle that is opened to the last that is closed, and
 /// what it is told is in the file at once. Without one, the state lives as long as this object. What goes wrong with
@@ -55,6 +60,7 @@ class EmbeddedDriver final : public host::Device {
   void close(HANDLE handle) override;
 
  private:
+  [[nodiscard]] bool isOfAnotherProcess() const;
   bool openFirst();
   Reason useState(const char* path);
   void closeLast();
@@ -64,14 +70,17 @@ class EmbeddedDriver final : public host::Device {
   const ConfigurationSource source_;
   void* const sourceContext_;
   const std::uint32_t longestWait_;
-  system::Mutex mutex_;
+  host::Mutex mutex_;
   ProcessSurroundings surroundings_;
   KeptDriver kept_;
   /// what lives without a file, from its first use on
   Driver* own_ = nullptr;
   /// the driver of the handles that are open
   Driver* model_ = nullptr;
-  host::HandleList openHandles_;
+  /// whose they are; none when it is zero
+  std::atomic<std::uint32_t> owner_ = 0;
+  /// each as often as it was opened
+  host::List<HANDLE> openHandles_;
   bool attached_ = false;
   Refresher refresher_{&refresh, &hasMappedLogs, this};
 };

@@ -28,7 +28,11 @@ class LogMemory {
     /// the system's name of the memory, while there is a view
     std::intptr_t memory;
     std::byte* view;
+    /// the process that made it, where there are forks: one that is forked from it makes its own
+    std::uint32_t process = 0;
   };
+
+  static void release(Area& area, LogKind kind);
 
   Area areas_[kLogKinds] = {};
 };

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "simulator/embedded/log_memory.h"
+#include "simulator/embedded/system.h"
 
 namespace simulator {
 namespace {
@@ -18,15 +19,19 @@ std::byte* mapFile(std::intptr_t file, LogKind kind, int protection) {
 }  // namespace
 
 LogMemory::~LogMemory() {
-  for (std::size_t i = 0; i < kLogKinds; ++i) {
-    if (areas_[i].view == nullptr) continue;
-    munmap(areas_[i].view, kLogAreaSize[i]);
-    ::close(static_cast<int>(areas_[i].memory));
-  }
+  for (std::size_t i = 0; i < kLogKinds; ++i) release(areas_[i], static_cast<LogKind>(i));
+}
+
+void LogMemory::release(Area& area, LogKind kind) {
+  if (area.view == nullptr) return;
+  munmap(area.view, sizeOf(kind));
+  ::close(static_cast<int>(area.memory));
+  area = {};
 }
 
 std::span<std::byte> LogMemory::area(LogKind kind) {
   Area& area = areas_[indexOf(kind)];
+  if (area.process != system::processId()) release(area, kind);
   if (area.view != nullptr) return {area.view, sizeOf(kind)};
   const int file = memfd_create("vexoqtf log", MFD_CLOEXEC);
   if (file == -1) return {};
@@ -36,7 +41,7 @@ std::span<std::byte> LogMemory::area(LogKind kind) {
     ::close(file);
     return {};
   }
-  area = {.memory = file, .view = view};
+  area = {.memory = file, .view = view, .process = system::processId()};
   return {view, sizeOf(kind)};
 }
 

@@ -16,11 +16,14 @@ std::byte* mapMemory(std::intptr_t memory, DWORD access) {
 }  // namespace
 
 LogMemory::~LogMemory() {
-  for (const Area& area : areas_) {
-    if (area.view == nullptr) continue;
-    UnmapViewOfFile(area.view);
-    CloseHandle(reinterpret_cast<HANDLE>(area.memory));
-  }
+  for (std::size_t i = 0; i < kLogKinds; ++i) release(areas_[i], static_cast<LogKind>(i));
+}
+
+void LogMemory::release(Area& area, LogKind /*kind*/) {
+  if (area.view == nullptr) return;
+  UnmapViewOfFile(area.view);
+  CloseHandle(reinterpret_cast<HANDLE>(area.memory));
+  area = {};
 }
 
 std::span<std::byte> LogMemory::area(LogKind kind) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <mutex>
+
+#include "host/mutex.h"
 #include "simulator/embedded/system.h"
 
 namespace simulator {
@@ -17,7 +20,7 @@ class Refresher {
   /// Starts or ends the thread, as it is wanted once no other caller is at it. Nothing that `refresh` waits for may be
   /// held. Where there is no thread to be had, requests alone bring the logs up to date.
   void update() {
-    const system::LockGuard lock{mutex_};
+    const std::lock_guard lock{mutex_};
     const bool isWanted = isWanted_(context_);
     if (isWanted == metronome_.isRunning()) return;
     if (isWanted)
@@ -30,7 +33,7 @@ class Refresher {
   const system::Metronome::Work refresh_;
   const Question isWanted_;
   void* const context_;
-  system::Mutex mutex_;
+  host::Mutex mutex_;
   system::Metronome metronome_;
 };
 

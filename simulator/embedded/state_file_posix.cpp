@@ -39,6 +39,12 @@ Reason waitForLock(int file, std::uint32_t longestWait) {
   return {};
 }
 
+/// The lock goes with the last that has the file open, and a process that was forked meanwhile has it open too.
+void letGoOf(int file) {
+  flock(file, LOCK_UN);
+  close(file);
+}
+
 /// Opens and locks what the path leads to; `isCurrent` is false when that has changed meanwhile.
 Reason openLocked(const char* path, std::uint32_t longestWait, int& file, std::uint64_t& length, bool& isCurrent) {
   // Without waiting: a pipe of that name must not hold up the caller.
@@ -88,7 +94,7 @@ Reason StateFile::open(const char* path, std::uint32_t longestWait) {
 
 void StateFile::close() {
   if (memory_ != nullptr) munmap(memory_, size_);
-  if (file_ != kNone) ::close(static_cast<int>(file_));
+  if (file_ != kNone) letGoOf(static_cast<int>(file_));
   file_ = kNone;
   memory_ = nullptr;
   size_ = 0;

@@ -19,6 +19,9 @@ void stayLoaded();
 /// Milliseconds since 1970.
 std::uint64_t milliseconds();
 
+/// Tells this process from others, such as those that were forked from it.
+std::uint32_t processId();
+
 /// Copies from the process's own memory; false when any byte of it cannot be read.
 bool readMemory(std::uint64_t address, std::span<std::byte> destination);
 
@@ -41,26 +44,6 @@ void setOutputEvent(bool signalled);
 std::uint64_t retainEvent(std::uint64_t handle);
 void releaseEvent(std::uint64_t event);
 void signalEvent(std::uint64_t event);
-
-/// Held by one thread at a time. An object of zero bytes is free.
-class Mutex {
- public:
-  void lock();
-  void unlock();
-
- private:
-  alignas(8) std::byte state_[64] = {};
-};
-
-class LockGuard {
- public:
-  explicit LockGuard(Mutex& mutex) : mutex_(mutex) { mutex_.lock(); }
-  ~LockGuard() { mutex_.unlock(); }
-  LockGuard(LockGuard&&) = delete;
-
- private:
-  Mutex& mutex_;
-};
 
 /// Does something once a second, on a thread of its own.
 class Metronome {

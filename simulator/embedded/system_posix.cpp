@@ -24,8 +24,6 @@ timespec now(clockid_t clock) {
   return time;
 }
 
-pthread_mutex_t* nativeMutex(std::byte* state) { return reinterpret_cast<pthread_mutex_t*>(state); }
-
 }  // namespace
 
 /// Linked so, as a shared object that is never unloaded.
@@ -35,6 +33,8 @@ std::uint64_t milliseconds() {
   const timespec time = now(CLOCK_REALTIME);
   return static_cast<std::uint64_t>(time.tv_sec) * 1000 + static_cast<std::uint64_t>(time.tv_nsec) / 1'000'000;
 }
+
+std::uint32_t processId() { return static_cast<std::uint32_t>(getpid()); }
 
 bool readMemory(std::uint64_t address, std::span<std::byte> destination) {
   // The system answers for addresses that cannot be read.
@@ -68,11 +68,6 @@ void setOutputEvent(bool signalled) {
 std::uint64_t retainEvent(std::uint64_t handle) { return handle; }
 void releaseEvent(std::uint64_t /*event*/) {}
 void signalEvent(std::uint64_t event) { host::signalHandle(reinterpret_cast<HANDLE>(event)); }
-
-static_assert(sizeof(Mutex) >= sizeof(pthread_mutex_t));
-
-void Mutex::lock() { pthread_mutex_lock(nativeMutex(state_)); }
-void Mutex::unlock() { pthread_mutex_unlock(nativeMutex(state_)); }
 
 /// The thread, and how it is told to end.
 struct MetronomeThread {

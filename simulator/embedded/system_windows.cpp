@@ -18,8 +18,6 @@ constexpr const wchar_t* kOutputEventName = L"Global\\VexoQtfAppOutputEvent";
 
 HANDLE handleOf(std::uint64_t value) { return reinterpret_cast<HANDLE>(value); }
 
-SRWLOCK* nativeMutex(std::byte* state) { return reinterpret_cast<SRWLOCK*>(state); }
-
 }  // namespace
 
 void stayLoaded() {
@@ -35,6 +33,8 @@ std::uint64_t milliseconds() {
   GetSystemTimeAsFileTime(&time);
   return ((std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime) - k1970) / 10'000;
 }
+
+std::uint32_t processId() { return GetCurrentProcessId(); }
 
 bool readMemory(std::uint64_t address, std::span<std::byte> destination) {
   // The system answers for addresses that cannot be read.
@@ -90,11 +90,6 @@ std::uint64_t retainEvent(std::uint64_t handle) {
 }
 void releaseEvent(std::uint64_t event) { CloseHandle(handleOf(event)); }
 void signalEvent(std::uint64_t event) { SetEvent(handleOf(event)); }
-
-static_assert(sizeof(Mutex) >= sizeof(SRWLOCK));
-
-void Mutex::lock() { AcquireSRWLockExclusive(nativeMutex(state_)); }
-void Mutex::unlock() { ReleaseSRWLockExclusive(nativeMutex(state_)); }
 
 /// The thread, and the event that tells it to end.
 struct MetronomeThread {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/host.h"
+#include "support/faults.h"
 
 namespace test {
 namespace {
@@ -65,6 +66,24 @@ TEST(InterfaceList, names_the_devices_of_the_class_in_order) {
   host::detachDevice(second);
   host::detachDevice(other);
   EXPECT_EQ(listSize(kClass), 1U);
+}
+
+TEST(Device, is_not_opened_without_memory_for_the_handle) {
+  NotingDevice device;
+  host::attachDevice(device, kClass, u"one");
+  device.handles.reserve(2000);
+  std::size_t count = 0;
+  {
+    Faults faults;
+    faults.failFrom(Fault::kGrowth, 1);
+    while (count < 2000 && open(u"one") != INVALID_HANDLE_VALUE) ++count;
+  }
+  EXPECT_LT(count, 2000U);
+  EXPECT_EQ(device.handles.size(), count);
+  EXPECT_NE(open(u"one"), INVALID_HANDLE_VALUE);
+  for (const HANDLE handle : device.handles) EXPECT_TRUE(CloseHandle(handle));
+  EXPECT_EQ(device.closed, device.handles);
+  host::detachDevice(device);
 }
 
 TEST(Device, is_opened_by_its_path_whatever_the_case) {

@@ -25,6 +25,7 @@ class TestDriver {
   operator EmbeddedDriver&() { return driver_; }  // NOLINT(google-explicit-constructor): stands for its driver
 
   void attach() { EXPECT_TRUE(driver_.attach()); }
+  bool tryAttach() { return driver_.attach(); }
   void detach() { driver_.detach(); }
   bool open(HANDLE handle) { return driver_.open(handle); }
   bool control(HANDLE handle, const host::DeviceRequest& request) { return driver_.control(handle, request); }

@@ -1,16 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/faults.h"
 
+#include <pthread.h>
+#include <sys/mman.h>
+
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <new>
 #include <utility>
 
 extern "C" {
 void* __real_calloc(std::size_t, std::size_t);
 void* __real_malloc(std::size_t);
+void* __real_realloc(void*, std::size_t);
 void __real_free(void*);
+void* __real_mmap(void*, std::size_t, int, int, int, off_t);
+int __real_memfd_create(const char*, unsigned);
+int __real_pthread_create(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
 std::FILE* __real_fopen(const char*, const char*);
 int __real_fclose(std::FILE*);
 int __real_fseek(std::FILE*, long, int);
@@ -28,8 +37,7 @@ struct Watch {
 };
 
 struct State {
-  bool active = false;
-  std::array<Watch, 6> watches{};
+  std::array<Watch, 10> watches{};
   std::map<void*, std::size_t> allocations;
   unsigned long long bytes = 0;
   unsigned long long peak = 0;
@@ -41,15 +49,25 @@ struct State {
 
 State state;
 
+/// True in the thread whose calls are watched, while they are.
+thread_local bool isWatched = false;
+
+/// The calls of its own work are not watched.
+class Pause {
+ public:
+  Pause() { isWatched = false; }
+  ~Pause() { isWatched = true; }
+  Pause(Pause&&) = delete;
+};
+
 void runAction() {
-  state.active = false;
+  const Pause pause;
   std::exchange(state.action, nullptr)();
-  state.active = true;
 }
 
 /// Counts a call; true when it is to fail.
 bool strikes(test::Fault what) {
-  if (!state.active) return false;
+  if (!isWatched) return false;
   auto& watch = state.watches[static_cast<std::size_t>(what)];
   ++watch.calls;
   if (state.action && state.actionBefore == what && watch.calls == state.actionAt) runAction();
@@ -57,10 +75,9 @@ bool strikes(test::Fault what) {
 }
 
 void* remember(void* memory, std::size_t size) {
-  if (!state.active || memory == nullptr) return memory;
-  state.active = false;
+  if (!isWatched || memory == nullptr) return memory;
+  const Pause pause;
   state.allocations.emplace(memory, size);
-  state.active = true;
   state.bytes += size;
   state.peak = state.bytes > state.peak ? state.bytes : state.peak;
   return memory;
@@ -87,6 +104,26 @@ void* __wrap_malloc(std::size_t size) {
   return remember(__real_malloc(size), size);
 }
 
+void* __wrap_realloc(void* memory, std::size_t size) {
+  return strikes(test::Fault::kGrowth) ? nullptr : __real_realloc(memory, size);
+}
+
+void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file, off_t offset) {
+  if (!strikes(test::Fault::kMap)) return __real_mmap(address, size, protection, flags, file, offset);
+  errno = ENOMEM;
+  return MAP_FAILED;
+}
+
+int __wrap_memfd_create(const char* name, unsigned flags) {
+  if (!strikes(test::Fault::kMap)) return __real_memfd_create(name, flags);
+  errno = ENOMEM;
+  return -1;
+}
+
+int __wrap_pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*), void* argument) {
+  return strikes(test::Fault::kThread) ? EAGAIN : __real_pthread_create(thread, attributes, start, argument);
+}
+
 void __wrap_free(void* memory) {
   forget(memory);
   __real_free(memory);
@@ -95,12 +132,12 @@ void __wrap_free(void* memory) {
 std::FILE* __wrap_fopen(const char* path, const char* mode) {
   if (strikes(test::Fault::kOpen)) return nullptr;
   std::FILE* stream = __real_fopen(path, mode);
-  if (state.active && stream != nullptr) ++state.streams;
+  if (isWatched && stream != nullptr) ++state.streams;
   return stream;
 }
 
 int __wrap_fclose(std::FILE* stream) {
-  if (state.active) --state.streams;
+  if (isWatched) --state.streams;
   return __real_fclose(stream);
 }
 
@@ -119,14 +156,40 @@ std::size_t __wrap_fwrite(const void* buffer, std::size_t size, std::size_t coun
 }
 }
 
+namespace {
+
+void* newMemory(std::size_t size) noexcept {
+  return strikes(test::Fault::kNew) ? nullptr : __real_malloc(size == 0 ? 1 : size);
+}
+
+void* newMemoryOrThrow(std::size_t size) {
+  if (void* const memory = newMemory(size)) return memory;
+  throw std::bad_alloc{};
+}
+
+}  // namespace
+
+// Of the whole program, its libraries included.
+void* operator new(std::size_t size) { return newMemoryOrThrow(size); }
+void* operator new[](std::size_t size) { return newMemoryOrThrow(size); }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept { return newMemory(size); }
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept { return newMemory(size); }
+void operator delete(void* memory) noexcept { __real_free(memory); }
+void operator delete[](void* memory) noexcept { __real_free(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { __real_free(memory); }
+void operator delete[](void* memory, std::size_t /*size*/) noexcept { __real_free(memory); }
+
 namespace test {
 
 Faults::Faults() {
   state = State{};
-  state.active = true;
+  isWatched = true;
 }
 
-Faults::~Faults() { state = State{}; }
+Faults::~Faults() {
+  isWatched = false;
+  state = State{};
+}
 
 void Faults::fail(Fault what, int nth) {
   auto& watch = state.watches[static_cast<std::size_t>(what)];

@@ -6,11 +6,27 @@
 namespace test {
 
 /// What of the runtime can be made to fail.
-enum class Fault { kAllocation, kOpen, kSeek, kTell, kRead, kWrite };
+enum class Fault {
+  /// calloc and malloc, which are for one call, or for the caller
+  kAllocation,
+  kOpen,
+  kSeek,
+  kTell,
+  kRead,
+  kWrite,
+  /// realloc, with which the host and the driver keep what they have
+  kGrowth,
+  /// operator new in all forms, of the C++ library's own code too
+  kNew,
+  /// mmap and memfd_create
+  kMap,
+  /// pthread_create
+  kThread
+};
 
 /// Watches the runtime calls of the code under test and makes one of them fail: a program that links vqs_faults has its
-/// own calls of calloc, malloc, free and the stream functions led through here (the process heap of the host ends in
-/// them too). One may be alive at a time; calls are counted while it lives.
+/// own calls led through here (the process heap of the host ends in them too). One may be alive at a time; the calls of
+/// its thread are counted while it lives.
 class Faults {
  public:
   Faults();

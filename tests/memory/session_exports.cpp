@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "memory/exports.h"
+
+namespace test {
+namespace {
+
+void openAnother(Client& client) { vqsInitialize(&client.opened); }
+void closeAnother(Client& client) { vqsUninitialize(client.opened); }
+
+constexpr Export kExports[] = {
+    // What becomes of the announcement is nobody's concern.
+    {.name = "vqsInitialize",
+     .failures = oneOf({VQS_SUCCESS, VQS_REQUEST_FAILED, VQS_OUT_OF_MEMORY}),
+     .call = [](Client& client) { return vqsInitialize(&client.opened); },
+     .finish = closeAnother},
+    {.name = "vqsExInitialize",
+     .failures = oneOf({VQS_SUCCESS, VQS_REQUEST_FAILED, VQS_OUT_OF_MEMORY}),
+     .call = [](Client& client) { return vqsExInitialize(&client.opened); },
+     .finish = closeAnother},
+    {.name = "vqsUninitialize",
+     .failures = kNothing,
+     .call = [](Client& client) { return vqsUninitialize(client.opened); },
+     .prepare = openAnother},
+    {.name = "vqsExUninitialize",
+     .failures = kNothing,
+     .call = [](Client& client) { return vqsExUninitialize(client.opened); },
+     .prepare = openAnother},
+    {.name = "vqsGetVersion",
+     .failures = kRequest,
+     .call = [](Client& client) { return vqsGetVersion(client.words.data()); }},
+    {.name = "vqsGetDriverVersion",
+     .failures = kRequest,
+     .call = [](Client& client) { return vqsGetDriverVersion(client.words.data()); }},
+};
+
+}  // namespace
+
+std::span<const Export> sessionExports() { return kExports; }
+
+}  // namespace test

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include "simulator/embedded_client.h"
+#include "support/faults.h"
+#include "vqs/vqs.h"
+
+namespace test {
+namespace {
+
+constexpr Fault kMemory[] = {Fault::kAllocation, Fault::kGrowth, Fault::kNew, Fault::kMap};
+
+/// True when no driver has the file.
+bool isFree(const std::string& path) {
+  const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+  const bool isLocked = file != -1 && flock(file, LOCK_EX | LOCK_NB) == 0;
+  ::close(file);
+  return isLocked;
+}
+
+/// Opens a session on a state file without the nth of a kind of memory, and closes it; false when it had no nth.
+bool openWithout(Fault what, int nth, vqsStatus& result) {
+  QtfSession* session = nullptr;
+  bool hasStruck = false;
+  {
+    Faults faults;
+    faults.fail(what, nth);
+    result = vqsInitialize(&session);
+    hasStruck = faults.calls(what) >= nth;
+  }
+  EXPECT_EQ(vqsUninitialize(session), session == nullptr ? 2U : 0U);
+  return hasStruck;
+}
+
+class StateFileWithoutMemory : public ::testing::Test {
+ protected:
+  StateFileWithoutMemory() { driver_.attach(); }
+  ~StateFileWithoutMemory() override { driver_.detach(); }
+
+  /// Every open without some memory fails or goes well, and lets go of the file.
+  void sweep(const Bytes& content) {
+    const Errors errors;
+    int struck = 0;
+    for (const Fault what : kMemory)
+      for (int nth = 1; strike(content, what, nth); ++nth) ++struck;
+    EXPECT_GE(struck, 4);
+  }
+
+  TemporaryFolder folder_;
+  TestDriver driver_{folder_.path("state")};
+
+ private:
+  bool strike(const Bytes& content, Fault what, int nth) {
+    folder_.write("state", content);
+    vqsStatus result = VQS_SUCCESS;
+    const bool hasStruck = openWithout(what, nth, result);
+    EXPECT_TRUE(result == 0 || (hasStruck && (result == 1 || result == 3))) << result;
+    EXPECT_TRUE(isFree(driver_.stateFile));
+    EXPECT_EQ(namesIn(folder_.path("")), std::vector<std::string>{"state"});
+    const OpenDriver next{driver_.stateFile};
+    EXPECT_TRUE(next.isOpen());
+    return hasStruck;
+  }
+};
+
+TEST_F(StateFileWithoutMemory, is_let_go_of_when_memory_runs_out) { sweep({}); }
+
+TEST_F(StateFileWithoutMemory, of_an_older_format_is_converted_or_stays) { sweep(smallState()); }
+
+}  // namespace
+}  // namespace test
