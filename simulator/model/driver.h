@@ -25,7 +25,7 @@ class Driver {
  public:
   // A driver may lie in memory that outlives its process, which can be killed at any point, and be used by the next.
 
-  /// Tells how a driver lies in its memory.
+  /// Tells how a driver lies in its memory. A block may be added, and grow at its end; a name keeps its meaning.
   static void describe(DriverBlock (&blocks)[kDriverBlocks]);
   /// Takes back what the last process has begun and not ended, and what it was given.
   void recover();

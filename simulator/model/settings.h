@@ -6,7 +6,8 @@
 #include <type_traits>
 
 /// What the driver is told to keep, policies aside, and the state of its platform: plain records that go into a state
-/// file as they are. All zero is a fresh driver.
+/// file as they are. All zero is a fresh driver. A new field goes to the end of Settings: files that were written without
+/// it are read with zeros in its place.
 namespace simulator {
 
 inline constexpr std::size_t kOverrideKeys = 28;
