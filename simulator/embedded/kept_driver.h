@@ -13,8 +13,8 @@ namespace simulator {
 /// ends.
 class KeptDriver {
  public:
-  /// Takes the driver out of a file, which is made if need be. A file of an older format, or with less in it,
-  /// is brought to the present one.
+  /// Takes the driver out of a file, which is made if need be. A file of an older format, or without all
+  /// of today's blocks, is written anew.
   Reason open(const char* path, std::uint32_t longestWait);
   void close() { file_.close(); }
 

@@ -10,8 +10,8 @@
 
 namespace simulator {
 
-/// The format whose head names the blocks behind it. A block is added, or grows at its end, without another format:
-/// zero bytes are what a driver knows nothing of.
+/// The format whose head names the blocks behind it. A block can be added, or grow at its end, without another format:
+/// bytes that a file lacks count as zero, which is what a fresh driver has.
 inline constexpr std::uint32_t kBlockFormat = 3;
 
 /// What a file of this format begins with. Offsets of blocks count from the driver's beginning.
