@@ -174,7 +174,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Surroundings surroundings{{data, size}};
   for (Input input{data, size}; !input.empty();) request(*driver, surroundings, input);
   checkStores(*driver);
-  check(areSound(driver->settings()));
+  check(driver->isSound());
   checkArea(surroundings, simulator::LogKind::keyValue, simulator::keyValueKeys());
   checkArea(surroundings, simulator::LogKind::exKeyValue, simulator::exKeyValueKeys());
   for (simulator::SessionId session = 0; session < 256; ++session) driver->close(surroundings, session);

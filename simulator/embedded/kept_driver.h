@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "simulator/embedded/state_file.h"
+#include "simulator/embedded/state_layout.h"
 #include "simulator/model/driver.h"
 
 namespace simulator {
@@ -12,7 +13,8 @@ namespace simulator {
 /// ends.
 class KeptDriver {
  public:
-  /// Takes the driver out of a file, which is made if need be. A file of an older format is brought to the present one.
+  /// Takes the driver out of a file, which is made if need be. A file of an older format, or without all
+  /// of today's blocks, is written anew.
   Reason open(const char* path, std::uint32_t longestWait);
   void close() { file_.close(); }
 
@@ -22,7 +24,7 @@ class KeptDriver {
  private:
   Reason openOnce(const char* path, std::uint32_t longestWait, bool& isReplaced);
   Reason enter();
-  Reason convert(const char* path);
+  Reason convert(const char* path, const StateHead& head);
 
   StateFile file_;
 };

@@ -37,7 +37,7 @@ T load(std::span<const std::byte> bytes) {
 }
 
 /// The first format holds policies only.
-std::size_t settingsSize(const ImageHead& head) { return head.format == kFirstFormat ? 0 : sizeof(Settings); }
+std::size_t settingsSize(const ImageHead& head) { return head.format == kFirstFormat ? 0 : kImageSettings; }
 
 std::size_t imageSize(const ImageHead& head) {
   std::size_t policies = 0;
@@ -82,7 +82,7 @@ Reason decodeImage(std::span<const std::byte> image, Driver& driver) {
   if (Reason reason = checkImage(image)) return reason;
   const auto head = load<ImageHead>(image);
   driver.policies().setAsmVersion(head.asmVersion);
-  if (head.format != kFirstFormat) driver.settings() = load<Settings>(image.subspan(sizeof(ImageHead)));
+  std::memcpy(&driver.settings(), image.subspan(sizeof(ImageHead)).data(), settingsSize(head));
   if (Reason reason = fillStores(driver.policies(), head, image.subspan(sizeof(ImageHead) + settingsSize(head))))
     return reason;
   return driver.isSound() ? Reason{} : Reason{"holds settings that no driver can have"};

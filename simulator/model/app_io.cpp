@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/app_io.h"
 
+#include "simulator/model/context.h"
 #include "simulator/model/overrides.h"
 
 namespace simulator {
@@ -21,11 +22,22 @@ struct AppIoRecord {
 };
 static_assert(sizeof(AppIoRecord) == 12);
 
+bool usesA(const AppIoRecord& record) {
+  return record.operation == kAppIoSetInputA || record.operation == kAppIoSetInputs;
+}
+bool usesB(const AppIoRecord& record) {
+  return record.operation == kAppIoSetInputB || record.operation == kAppIoSetInputs;
+}
+
 /// What an operation has no use for is zero.
 bool isWellFormed(const AppIoRecord& record) {
-  const bool usesA = record.operation == kAppIoSetInputA || record.operation == kAppIoSetInputs;
-  const bool usesB = record.operation == kAppIoSetInputB || record.operation == kAppIoSetInputs;
-  return (usesA || record.valueA == 0) && (usesB || record.valueB == 0);
+  return (usesA(record) || record.valueA == 0) && (usesB(record) || record.valueB == 0);
+}
+
+void readOutputs(const Context& context, const Request& request) {
+  context.areOutputsUnread = false;
+  context.surroundings.setOutputEvent(false);
+  request.store(0, AppIoRecord{kAppIoGetOutputs, outputOf(context.settings, 0), outputOf(context.settings, 1)});
 }
 
 }  // namespace
@@ -37,18 +49,14 @@ std::uint32_t inputInForce(const Settings& settings, std::uint32_t index) {
 
 std::uint32_t outputOf(const Settings& settings, std::uint32_t index) { return inputInForce(settings, index); }
 
-Answer controlAppIo(Surroundings& surroundings, const Request& request, Settings& settings, bool& areOutputsUnread) {
+Answer controlAppIo(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(AppIoRecord), sizeof(AppIoRecord))) return failed(Outcome::wrongLength);
   const auto record = request.load<AppIoRecord>(0);
   if (record.operation > kAppIoSetInputs) return failed(Outcome::unknownRequest);
   if (!isWellFormed(record)) return failed(Outcome::malformed);
-  if (record.operation == kAppIoSetInputA || record.operation == kAppIoSetInputs) settings.inputs[0] = record.valueA;
-  if (record.operation == kAppIoSetInputB || record.operation == kAppIoSetInputs) settings.inputs[1] = record.valueB;
-  if (record.operation == kAppIoGetOutputs) {
-    areOutputsUnread = false;
-    surroundings.setOutputEvent(false);
-    request.store(0, AppIoRecord{kAppIoGetOutputs, outputOf(settings, 0), outputOf(settings, 1)});
-  }
+  if (usesA(record)) context.settings.inputs[0] = record.valueA;
+  if (usesB(record)) context.settings.inputs[1] = record.valueB;
+  if (record.operation == kAppIoGetOutputs) readOutputs(context, request);
   return succeeded(sizeof(AppIoRecord));
 }
 

@@ -3,7 +3,6 @@
 
 #include "simulator/model/request.h"
 #include "simulator/model/settings.h"
-#include "simulator/model/surroundings.h"
 
 namespace simulator {
 
@@ -14,6 +13,6 @@ std::uint32_t outputOf(const Settings& settings, std::uint32_t index);
 
 /// Sessions announced, inputs set, outputs read. Outputs that are read are no longer unread, and the event of their
 /// change is reset.
-Answer controlAppIo(Surroundings& surroundings, const Request& request, Settings& settings, bool& areOutputsUnread);
+Answer controlAppIo(const Context& context, const Request& request);
 
 }  // namespace simulator

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/battery.h"
 
+#include "simulator/model/context.h"
 #include "simulator/model/platform.h"
 
 namespace simulator {
@@ -40,16 +41,22 @@ Answer setChargeRate(const Request& request, std::uint32_t rate, Settings& setti
 
 }  // namespace
 
-Answer controlBattery(const Request& request, Settings& settings) {
+Answer controlBattery(const Context& context, const Request& request) {
   if (request.inputLength != sizeof(BatteryRequest)) return failed(Outcome::wrongLength);
   const auto record = request.load<BatteryRequest>(0);
   if (record.operation > kReadLimits) return failed(Outcome::unknownRequest);
   const std::size_t length = record.operation == kReadLimits ? sizeof(BatteryLimits) : sizeof(std::uint32_t);
   if (request.outputLength != length) return failed(Outcome::wrongLength);
-  if (record.operation == kSetChargeRate) return setChargeRate(request, record.value, settings);
+  if (record.operation == kSetChargeRate) return setChargeRate(request, record.value, context.settings);
   if (record.value != 0) return failed(Outcome::malformed);
   if (record.operation == kReadLimits) return answerWith(request, kLimits);
-  return answerWith(request, static_cast<std::uint32_t>(Platform{settings}.batteryTemperature()));
+  return answerWith(request, static_cast<std::uint32_t>(Platform{context.settings}.batteryTemperature()));
+}
+
+bool isBatterySound(const Settings& settings) {
+  return settings.isChargeRateSet == 0
+             ? settings.chargeRate == 0
+             : settings.isChargeRateSet == 1 && settings.chargeRate <= std::uint32_t{kHighestChargeRate};
 }
 
 }  // namespace simulator

@@ -7,6 +7,9 @@
 namespace simulator {
 
 /// Charge rate, temperature and limits of the battery.
-Answer controlBattery(const Request& request, Settings& settings);
+Answer controlBattery(const Context& context, const Request& request);
+
+/// False for what could not have been set.
+bool isBatterySound(const Settings& settings);
 
 }  // namespace simulator

@@ -2,6 +2,7 @@
 #include "simulator/model/binary_component.h"
 
 #include "simulator/model/binary_check.h"
+#include "simulator/model/context.h"
 
 namespace simulator {
 namespace {
@@ -51,23 +52,29 @@ BinaryVersion binaryInForce(const BinarySettings& binary) {
   return binary.source == kBinaryStatic ? kStaticVersion : BinaryVersion{binary.version1, binary.version2};
 }
 
-Answer BinaryComponent::control(Surroundings& surroundings, const Request& request, Settings& settings,
-                                const PolicyComponent& policies) {
+bool isSound(const BinarySettings& binary) {
+  if (binary.source == kBinaryStatic) return binary.version1 == 0 && binary.version2 == 0 && binary.policies == 0;
+  return binary.source <= kBinaryDisk && binary.version1 <= kHighestVersionWord &&
+         binary.version2 <= kHighestVersionWord;
+}
+
+Answer BinaryComponent::control(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(BinaryRecord), sizeof(BinaryRecord))) return failed(Outcome::wrongLength);
-  const BinaryVersion version = binaryInForce(settings.binary);
+  BinarySettings& binary = context.settings.binary;
+  const BinaryVersion version = binaryInForce(binary);
   switch (request.load<std::uint32_t>(0)) {
     case kLoadDynamic:
-      return loadDynamic(surroundings, request, settings.binary);
+      return loadDynamic(context.surroundings, request, binary);
     case kClearDynamic:
-      settings.binary = {};
+      binary = {};
       return answerWords(request, 0, 0);
     case kReadVersion:
       return answerWords(request, version.word1, version.word2);
     case kLoadStatic:
-      settings.binary = {};
+      binary = {};
       return answerLoad(request, LoadResult::loaded, 0);
     case kLoadDisk:
-      return loadDisk(request, settings.binary, policies);
+      return loadDisk(request, binary, context.policies);
     default:
       return failed(Outcome::unknownRequest);
   }

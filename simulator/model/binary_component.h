@@ -11,11 +11,13 @@ namespace simulator {
 /// Version words of the policy binary in force.
 BinaryVersion binaryInForce(const BinarySettings& binary);
 
+/// False for a binary that no driver can have in force.
+bool isSound(const BinarySettings& binary);
+
 /// Loads policy binaries: from a caller's memory, and those that the driver has.
 class BinaryComponent {
  public:
-  Answer control(Surroundings& surroundings, const Request& request, Settings& settings,
-                 const PolicyComponent& policies);
+  Answer control(const Context& context, const Request& request);
 
  private:
   static constexpr std::size_t kLargest = 307200;

@@ -58,7 +58,7 @@ Answer answerData(const Request& request, const Catalogue& catalogue) {
 
 }  // namespace
 
-Answer answerCatalogueSupport(const Request& request) {
+Answer answerCatalogueSupport(const Context& /*context*/, const Request& request) {
   if (request.inputLength < sizeof(SupportHead)) return failed(Outcome::wrongLength);
   switch (request.load<std::uint32_t>(0)) {
     case kReadConditions:

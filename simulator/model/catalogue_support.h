@@ -6,6 +6,6 @@
 namespace simulator {
 
 /// Which conditions and actions of policies the platform supports.
-Answer answerCatalogueSupport(const Request& request);
+Answer answerCatalogueSupport(const Context& context, const Request& request);
 
 }  // namespace simulator

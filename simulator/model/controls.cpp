@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/controls.h"
 
+#include "simulator/model/context.h"
 #include "simulator/model/platform.h"
-#include "simulator/model/wire.h"
 
 namespace simulator {
 namespace {
@@ -33,16 +33,24 @@ enum IconShape : std::uint32_t { kShapeMains = 0, kShapeBattery = 1, kShapeBatte
 
 constexpr std::int32_t kLowCharge = 20;
 constexpr std::size_t kOemIdLength = 32;
-constexpr std::uint32_t kFirmwareEventLengths[] = {40, 64};
+constexpr std::size_t kFirmwareEventLength = 40;
+constexpr std::size_t kFirmwareEventV2Length = 64;
 
 IconShape shapeOf(const Platform& platform) {
   if (platform.powerSource() == kSourceAc) return kShapeMains;
   return platform.chargeLevel() < kLowCharge ? kShapeBatteryLow : kShapeBattery;
 }
 
+Answer countFirmwareEvent(const Request& request, std::size_t length, std::uint32_t& count) {
+  if (!request.hasLengths(length, 0)) return failed(Outcome::wrongLength);
+  if (!isZero(request.buffer.first(length))) return failed(Outcome::malformed);
+  ++count;
+  return succeeded(0);
+}
+
 }  // namespace
 
-Answer controlPolling(const Request& request) {
+Answer controlPolling(const Context& /*context*/, const Request& request) {
   if (!request.hasLengths(sizeof(PollingRecord), sizeof(PollingRecord))) return failed(Outcome::wrongLength);
   const auto record = request.load<PollingRecord>(0);
   if (record.operation > kPollingStop) return failed(Outcome::unknownRequest);
@@ -50,48 +58,49 @@ Answer controlPolling(const Request& request) {
   return succeeded(sizeof(PollingRecord));
 }
 
-Answer programSe1(const Request& request, Settings& settings) {
+Answer programSe1(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(TwoWords), sizeof(TwoWords))) return failed(Outcome::wrongLength);
   const auto record = request.load<TwoWords>(0);
   if (record.words[0] > 1 || record.words[1] > 1) return failed(Outcome::malformed);
-  std::ranges::copy(record.words, settings.se1);
+  std::ranges::copy(record.words, context.settings.se1);
   return succeeded(sizeof(TwoWords));
 }
 
-Answer controlTa(const Request& request, Settings& settings) {
+Answer controlTa(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(TwoWords), 0)) return failed(Outcome::wrongLength);
-  std::ranges::copy(request.load<TwoWords>(0).words, settings.ta);
+  std::ranges::copy(request.load<TwoWords>(0).words, context.settings.ta);
   return succeeded(0);
 }
 
-Answer answerTaskbarIcon(const Request& request, const Settings& settings) {
+Answer answerTaskbarIcon(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(TaskbarIcon), sizeof(TaskbarIcon))) return failed(Outcome::wrongLength);
   if (!isZero(request.buffer.first(sizeof(TaskbarIcon)))) return failed(Outcome::malformed);
-  const Platform platform{settings};
+  const Platform platform{context.settings};
   request.store(0, TaskbarIcon{.reserved0 = {}, .shape = shapeOf(platform), .colour = platform.powerMode()});
   return succeeded(sizeof(TaskbarIcon));
 }
 
-Answer answerDebugOutput(const Request& request, const Settings& settings) {
+Answer answerDebugOutput(const Context& context, const Request& request) {
   if (!request.hasLengths(0, sizeof(std::uint32_t))) return failed(Outcome::wrongLength);
-  request.store(0, Platform{settings}.seconds());
+  request.store(0, Platform{context.settings}.seconds());
   return succeeded(sizeof(std::uint32_t));
 }
 
-Answer answerOemId(const Request& request) {
+Answer answerOemId(const Context& /*context*/, const Request& request) {
   if (!request.hasLengths(0, kOemIdLength)) return failed(Outcome::wrongLength);
   std::ranges::fill(request.buffer.first(kOemIdLength), std::byte{});
   for (std::size_t i = 0; kOemId[i] != '\0'; ++i) request.store(i, kOemId[i]);
   return succeeded(kOemIdLength);
 }
 
-Answer notifyFirmwareEvent(const Request& request, Settings& settings) {
-  const std::size_t version = request.code == kCodeFirmwareEvent ? 0 : 1;
-  const std::uint32_t length = kFirmwareEventLengths[version];
-  if (!request.hasLengths(length, 0)) return failed(Outcome::wrongLength);
-  if (!isZero(request.buffer.first(length))) return failed(Outcome::malformed);
-  ++settings.firmwareEvents[version];
-  return succeeded(0);
+Answer notifyFirmwareEvent(const Context& context, const Request& request) {
+  return countFirmwareEvent(request, kFirmwareEventLength, context.settings.firmwareEvents[0]);
 }
+
+Answer notifyFirmwareEventV2(const Context& context, const Request& request) {
+  return countFirmwareEvent(request, kFirmwareEventV2Length, context.settings.firmwareEvents[1]);
+}
+
+bool areControlsSound(const Settings& settings) { return settings.se1[0] <= 1 && settings.se1[1] <= 1; }
 
 }  // namespace simulator

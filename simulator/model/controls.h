@@ -8,13 +8,17 @@ namespace simulator {
 
 inline constexpr const char* kOemId = "VEXO01";
 
-Answer controlPolling(const Request& request);
-Answer programSe1(const Request& request, Settings& settings);
-Answer controlTa(const Request& request, Settings& settings);
-Answer answerTaskbarIcon(const Request& request, const Settings& settings);
-Answer answerDebugOutput(const Request& request, const Settings& settings);
-Answer answerOemId(const Request& request);
+Answer controlPolling(const Context& context, const Request& request);
+Answer programSe1(const Context& context, const Request& request);
+Answer controlTa(const Context& context, const Request& request);
+Answer answerTaskbarIcon(const Context& context, const Request& request);
+Answer answerDebugOutput(const Context& context, const Request& request);
+Answer answerOemId(const Context& context, const Request& request);
 /// Firmware events are counted, each version for itself.
-Answer notifyFirmwareEvent(const Request& request, Settings& settings);
+Answer notifyFirmwareEvent(const Context& context, const Request& request);
+Answer notifyFirmwareEventV2(const Context& context, const Request& request);
+
+/// False for words that could not have been sent.
+bool areControlsSound(const Settings& settings);
 
 }  // namespace simulator

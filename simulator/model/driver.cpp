@@ -5,13 +5,10 @@
 
 #include "simulator/model/app_io.h"
 #include "simulator/model/battery.h"
-#include "simulator/model/catalogue_support.h"
 #include "simulator/model/controls.h"
 #include "simulator/model/features.h"
-#include "simulator/model/override_value.h"
 #include "simulator/model/overrides.h"
 #include "simulator/model/sensors.h"
-#include "simulator/model/wire.h"
 
 namespace simulator {
 
@@ -19,50 +16,20 @@ struct Driver::Watched {
   std::uint32_t outputs[2];
   std::uint32_t powerSource;
   bool isLidClosed;
+  BinarySettings binary;
 
   explicit Watched(const Settings& settings)
       : outputs{outputOf(settings, 0), outputOf(settings, 1)},
         powerSource(Platform{settings}.powerSource()),
-        isLidClosed(Platform{settings}.lidClosed()) {}
+        isLidClosed(Platform{settings}.lidClosed()),
+        binary(settings.binary) {}
 };
 
-namespace {
-
-/// Requests that are an event by themselves.
-void tellOfRequest(Surroundings& surroundings, const EventComponent& events, std::uint32_t code) {
-  if (code == kCodeSensorUpdate) events.fire(surroundings, kEventSensor);
-  if (code == kCodeOverride) events.fire(surroundings, kEventOverride);
-  if (code == kCodeFirmwareEvent || code == kCodeFirmwareEventV2) events.fire(surroundings, kEventFirmware);
+bool Driver::isSound() const {
+  return simulator::isSound(settings_.platform) && areControlsSound(settings_) && isBatterySound(settings_) &&
+         simulator::isSound(settings_.binary) && areSound(settings_.sensors) && areSound(settings_.overrides) &&
+         areFeaturesSound(settings_) && policies_.isSound();
 }
-
-/// Requests that leave everything as it is that telemetry shows.
-bool isReading(std::uint32_t code) {
-  constexpr std::uint32_t kReading[] = {kCodeFeatureStatus,
-                                        kCodePolicyLookup,
-                                        kCodeCatalogueSupport,
-                                        kCodeOemId,
-                                        kCodePolicyReadAsm,
-                                        kCodePolicyReadPb,
-                                        kCodeLog,
-                                        kCodeLogSupport,
-                                        kCodePolling,
-                                        kCodeSensorData,
-                                        kCodeDebugOutput,
-                                        kCodeTaskbarIcon,
-                                        kCodeOverrideValue,
-                                        kCodeOverrideListSize,
-                                        kCodeOverrideList,
-                                        kCodeOverrideMetadata,
-                                        kCodePolicyReadBalanceProfile};
-  return std::ranges::find(kReading, code) != std::end(kReading);
-}
-
-bool isSameBinary(const BinarySettings& left, const BinarySettings& right) {
-  return left.source == right.source && left.version1 == right.version1 && left.version2 == right.version2 &&
-         left.policies == right.policies;
-}
-
-}  // namespace
 
 void Driver::tellOfChanges(Surroundings& surroundings, const Watched& before) {
   const Watched after{settings_};
@@ -73,6 +40,7 @@ void Driver::tellOfChanges(Surroundings& surroundings, const Watched& before) {
   }
   if (before.powerSource != after.powerSource) events_.fire(surroundings, kEventPowerSource);
   if (before.isLidClosed != after.isLidClosed) events_.fire(surroundings, kEventLid);
+  if (before.binary != after.binary) events_.fire(surroundings, kEventBinary);
 }
 
 Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint32_t code, std::span<std::byte> buffer,
@@ -82,14 +50,25 @@ Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint3
   startOnce(settings_, now);
   const Watched before{settings_};
   const bool isLater = advance(settings_, now);
-  const BinarySettings binary = settings_.binary;
-  if (!isReading(code)) beginChange();
-  const Answer answer = dispatch(surroundings, {session, code, buffer, inputLength, outputLength});
-  endChange();
+  const RequestRow& row = rowOf(code);
+  const Answer answer = carryOut(surroundings, row, {session, buffer, inputLength, outputLength});
   tellOfChanges(surroundings, before);
-  if (answer.outcome == Outcome::success) tellOfRequest(surroundings, events_, code);
-  if (!isSameBinary(binary, settings_.binary)) events_.fire(surroundings, kEventBinary);
-  if (isLater || !isReading(code)) logs_.refresh(surroundings, sources());
+  if (answer.outcome == Outcome::success) events_.fire(surroundings, row.event);
+  if (isLater || row.changes != Changes::nothing) logs_.refresh(surroundings, sources());
+  return answer;
+}
+
+Answer Driver::carryOut(Surroundings& surroundings, const RequestRow& row, const Request& request) {
+  const Context context{.surroundings = surroundings,
+                        .settings = settings_,
+                        .policies = policies_,
+                        .logs = logs_,
+                        .events = events_,
+                        .binaries = binaries_,
+                        .areOutputsUnread = areOutputsUnread_};
+  if (row.changes == Changes::settings) beginChange();
+  const Answer answer = row.handler(context, request);
+  endChange();
   return answer;
 }
 
@@ -142,94 +121,6 @@ void Driver::endChange() {
 
 void Driver::setSeed(std::uint64_t seed) {
   if (settings_.platform.isStarted == 0) settings_.platform.seed = seed;
-}
-
-Answer Driver::dispatch(Surroundings& surroundings, const Request& request) {
-  switch (request.code) {
-    case kCodeAppIo:
-      return controlAppIo(surroundings, request, settings_, areOutputsUnread_);
-    case kCodeLog:
-      return logs_.control(surroundings, request, sources());
-    case kCodeLogSupport:
-      return LogComponent::answerSupport(request);
-    case kCodePolling:
-      return controlPolling(request);
-    case kCodeEventRegistration:
-      return events_.control(surroundings, request);
-    case kCodePolicyBinary:
-      return binaries_.control(surroundings, request, settings_, policies_);
-    case kCodeCatalogueSupport:
-      return answerCatalogueSupport(request);
-    case kCodeFeatureStatus:
-      return answerFeatureStatus(request, settings_, policies_);
-    case kCodeAutoModeTable:
-    case kCodeInBagTable:
-    case kCodeSliderTable:
-    case kCodeAsmLiteTable:
-    case kCodeSliderV4Table:
-      return controlTable(request, settings_);
-    case kCodeDynamicSlider:
-      return setDynamicSlider(request, settings_);
-    default:
-      return dispatchPlatform(request);
-  }
-}
-
-Answer Driver::dispatchPlatform(const Request& request) {
-  switch (request.code) {
-    case kCodeBattery:
-      return controlBattery(request, settings_);
-    case kCodeFirmwareEvent:
-    case kCodeFirmwareEventV2:
-      return notifyFirmwareEvent(request, settings_);
-    case kCodeOemId:
-      return answerOemId(request);
-    case kCodeTaControl:
-      return controlTa(request, settings_);
-    case kCodeSensorUpdate:
-      return updateSensor(request, settings_);
-    case kCodeSensorData:
-      return answerSensorData(request, settings_);
-    case kCodeDebugOutput:
-      return answerDebugOutput(request, settings_);
-    case kCodeTaskbarIcon:
-      return answerTaskbarIcon(request, settings_);
-    case kCodeSe1:
-      return programSe1(request, settings_);
-    case kCodeOverride:
-      return setOverride(request, settings_.overrides);
-    case kCodeOverrideValue:
-      return answerOverrideValue(request, sources());
-    case kCodeOverrideListSize:
-      return answerOverrideListSize(request);
-    case kCodeOverrideList:
-      return answerOverrideList(request);
-    case kCodeOverrideMetadata:
-      return answerOverrideMetadata(request, settings_.overrides);
-    default:
-      return dispatchPolicies(request);
-  }
-}
-
-Answer Driver::dispatchPolicies(const Request& request) {
-  switch (request.code) {
-    case kCodePolicyReadPb:
-      return policies_.read(kStorePb, request);
-    case kCodePolicyReadAsm:
-      return policies_.read(kStoreAsm, request);
-    case kCodePolicyReadBalanceProfile:
-      return policies_.read(kStoreBalanceProfile, request);
-    case kCodePolicyModifyPb:
-      return policies_.modify(kStorePb, request);
-    case kCodePolicyModifyAsm:
-      return policies_.modify(kStoreAsm, request);
-    case kCodePolicyModifyBalanceProfile:
-      return policies_.modify(kStoreBalanceProfile, request);
-    case kCodePolicyLookup:
-      return policies_.lookup(request);
-    default:
-      return failed(Outcome::unknownRequest);
-  }
 }
 
 }  // namespace simulator

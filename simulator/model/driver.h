@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "simulator/model/binary_component.h"
-#include "simulator/model/event_component.h"
-#include "simulator/model/log_component.h"
-#include "simulator/model/policy_component.h"
-#include "simulator/model/settings.h"
-#include "simulator/model/surroundings.h"
+#include "simulator/model/context.h"
+#include "simulator/model/requests.h"
 
 namespace simulator {
 
@@ -25,12 +21,12 @@ class Driver {
  public:
   // A driver may lie in memory that outlives its process, which can be killed at any point, and be used by the next.
 
-  /// Tells how a driver lies in its memory.
+  /// Tells how a driver lies in its memory. A block may be added, and grow at its end; a name keeps its meaning.
   static void describe(DriverBlock (&blocks)[kDriverBlocks]);
   /// Takes back what the last process has begun and not ended, and what it was given.
   void recover();
   /// False for memory that no driver can have come to.
-  [[nodiscard]] bool isSound() const { return areSound(settings_) && policies_.isSound(); }
+  [[nodiscard]] bool isSound() const;
 
   /// Carries out one request. `buffer` holds the input, is at least as long as the longer of both lengths, and
   /// receives the answer from its beginning; on failure its content means nothing, and nothing but time has passed.
@@ -65,9 +61,7 @@ class Driver {
   /// States whose change is an event.
   struct Watched;
 
-  Answer dispatch(Surroundings& surroundings, const Request& request);
-  Answer dispatchPolicies(const Request& request);
-  Answer dispatchPlatform(const Request& request);
+  Answer carryOut(Surroundings& surroundings, const RequestRow& row, const Request& request);
   void tellOfChanges(Surroundings& surroundings, const Watched& before);
   [[nodiscard]] Sources sources() const { return {.settings = settings_, .policies = policies_}; }
   void beginChange();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/event_component.h"
 
+#include "simulator/model/context.h"
 #include "simulator/model/places.h"
 
 namespace simulator {
@@ -21,12 +22,12 @@ bool isWellFormed(const RegistrationRecord& record) {
 
 }  // namespace
 
-Answer EventComponent::control(Surroundings& surroundings, const Request& request) {
+Answer EventComponent::control(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(RegistrationRecord), 0)) return failed(Outcome::wrongLength);
   const auto record = request.load<RegistrationRecord>(0);
   if (!isWellFormed(record)) return failed(Outcome::malformed);
   const Registration wanted{.session = request.session, .handle = record.handle, .object = 0, .event = record.event};
-  return record.isRegistration != 0 ? add(surroundings, wanted) : remove(surroundings, wanted);
+  return record.isRegistration != 0 ? add(context.surroundings, wanted) : remove(context.surroundings, wanted);
 }
 
 void EventComponent::close(Surroundings& surroundings, SessionId session) {

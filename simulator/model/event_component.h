@@ -15,13 +15,14 @@ enum Event : std::uint32_t {
   kEventSensor = 4,
   kEventFirmware = 5,
   kEventOverride = 6,
-  kEventCount = 7
+  kEventCount = 7,
+  kNoEvent = kEventCount
 };
 
 /// The event objects that sessions have registered.
 class EventComponent {
  public:
-  Answer control(Surroundings& surroundings, const Request& request);
+  Answer control(const Context& context, const Request& request);
   void close(Surroundings& surroundings, SessionId session);
   void fire(Surroundings& surroundings, Event event) const;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/features.h"
 
-#include "simulator/model/wire.h"
+#include "simulator/model/context.h"
 
 namespace simulator {
 namespace {
@@ -110,11 +110,11 @@ std::uint32_t activityOfFeature(const Settings& settings, const PolicyComponent&
   }
 }
 
-Answer answerFeatureStatus(const Request& request, const Settings& settings, const PolicyComponent& policies) {
+Answer answerFeatureStatus(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(std::uint32_t), sizeof(FeatureStatus))) return failed(Outcome::wrongLength);
   const auto id = request.load<std::uint32_t>(0);
   if (!isFeature(id)) return failed(Outcome::malformed);
-  const std::uint32_t activity = activityOfFeature(settings, policies, id);
+  const std::uint32_t activity = activityOfFeature(context.settings, context.policies, id);
   request.store(0, FeatureStatus{.isSupported = id != kFeatureAutoMode ? std::uint8_t{1} : std::uint8_t{0},
                                  .isActive = activity != 0 ? std::uint8_t{1} : std::uint8_t{0},
                                  .reserved0 = {},
@@ -122,33 +122,37 @@ Answer answerFeatureStatus(const Request& request, const Settings& settings, con
   return succeeded(sizeof(FeatureStatus));
 }
 
-Answer controlTable(const Request& request, Settings& settings) {
-  switch (request.code) {
-    case kCodeAutoModeTable:
-      return control(request, settings.autoMode);
-    case kCodeInBagTable:
-      return control(request, settings.inBag);
-    case kCodeSliderTable:
-      // Its two forms have fields in different places; together they leave no gap.
-      return control(request, settings.slider);
-    case kCodeAsmLiteTable:
-      return control(request, settings.asmLite, kAsmLiteGaps);
-    case kCodeSliderV4Table:
-      return control(request, settings.sliderV4, kSliderV4Gaps);
-    default:
-      return failed(Outcome::unknownRequest);
-  }
+Answer controlAutoModeTable(const Context& context, const Request& request) {
+  return control(request, context.settings.autoMode);
 }
 
-bool areTablesSound(const Settings& settings) {
-  return isSound(settings.asmLite, kAsmLiteGaps) && isSound(settings.sliderV4, kSliderV4Gaps);
+Answer controlInBagTable(const Context& context, const Request& request) {
+  return control(request, context.settings.inBag);
 }
 
-Answer setDynamicSlider(const Request& request, Settings& settings) {
+// Its two forms have fields in different places; together they leave no gap.
+Answer controlSliderTable(const Context& context, const Request& request) {
+  return control(request, context.settings.slider);
+}
+
+Answer controlAsmLiteTable(const Context& context, const Request& request) {
+  return control(request, context.settings.asmLite, kAsmLiteGaps);
+}
+
+Answer controlSliderV4Table(const Context& context, const Request& request) {
+  return control(request, context.settings.sliderV4, kSliderV4Gaps);
+}
+
+bool areFeaturesSound(const Settings& settings) {
+  return settings.dynamicSlider <= 1 && isSound(settings.asmLite, kAsmLiteGaps) &&
+         isSound(settings.sliderV4, kSliderV4Gaps);
+}
+
+Answer setDynamicSlider(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(std::uint32_t), 0)) return failed(Outcome::wrongLength);
   const auto enable = request.load<std::uint32_t>(0);
   if (enable > 1) return failed(Outcome::malformed);
-  settings.dynamicSlider = enable;
+  context.settings.dynamicSlider = enable;
   return succeeded(0);
 }
 

@@ -23,14 +23,17 @@ enum Feature : std::uint32_t {
 /// How much there is of a feature: sets of its table, policies in its store; 0 while it is not active.
 std::uint32_t activityOfFeature(const Settings& settings, const PolicyComponent& policies, std::uint32_t feature);
 
-Answer answerFeatureStatus(const Request& request, const Settings& settings, const PolicyComponent& policies);
+Answer answerFeatureStatus(const Context& context, const Request& request);
 
-/// A request on the feature table of its code.
-Answer controlTable(const Request& request, Settings& settings);
+Answer controlAutoModeTable(const Context& context, const Request& request);
+Answer controlInBagTable(const Context& context, const Request& request);
+Answer controlSliderTable(const Context& context, const Request& request);
+Answer controlAsmLiteTable(const Context& context, const Request& request);
+Answer controlSliderV4Table(const Context& context, const Request& request);
 
-Answer setDynamicSlider(const Request& request, Settings& settings);
+Answer setDynamicSlider(const Context& context, const Request& request);
 
-/// False for tables that could not have been set.
-bool areTablesSound(const Settings& settings);
+/// False for tables and a slider that could not have been set.
+bool areFeaturesSound(const Settings& settings);
 
 }  // namespace simulator

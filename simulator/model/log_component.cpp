@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/log_component.h"
 
+#include "simulator/model/context.h"
 #include "simulator/model/places.h"
 #include "simulator/model/telemetry_keys.h"
 
@@ -65,23 +66,23 @@ Answer answerVersion(const Request& request, std::uint32_t version) {
 
 }  // namespace
 
-Answer LogComponent::control(Surroundings& surroundings, const Request& request, const Sources& sources) {
+Answer LogComponent::control(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(LogRecord), sizeof(LogRecord))) return failed(Outcome::wrongLength);
   switch (request.load<std::uint32_t>(offsetof(LogRecord, operation))) {
     case kStartPlain:
-      return start(surroundings, request, LogKind::plain, sources);
+      return start(context, request, LogKind::plain);
     case kStartEx:
-      return start(surroundings, request, LogKind::ex, sources);
+      return start(context, request, LogKind::ex);
     case kStartKeyValue:
-      return start(surroundings, request, LogKind::keyValue, sources);
+      return start(context, request, LogKind::keyValue);
     case kStartExKeyValue:
-      return start(surroundings, request, LogKind::exKeyValue, sources);
+      return start(context, request, LogKind::exKeyValue);
     // A session closes with an operation of its own choice, whatever log it has.
     case kStopPlain:
     case kStopEx:
     case kStopKeyValue:
     case kStopExKeyValue:
-      return stop(surroundings, request);
+      return stop(context.surroundings, request);
     case kGetVersion:
       return answerVersion(request, kPlainLogVersion);
     case kGetExVersion:
@@ -95,7 +96,7 @@ Answer LogComponent::control(Surroundings& surroundings, const Request& request,
   }
 }
 
-Answer LogComponent::answerSupport(const Request& request) {
+Answer answerLogSupport(const Context& /*context*/, const Request& request) {
   if (request.inputLength != 1 || request.outputLength < kShortestSupport) return failed(Outcome::wrongLength);
   const auto generation = request.load<std::uint8_t>(0);
   if (generation >= std::size(kSupport)) return failed(Outcome::malformed);
@@ -105,11 +106,12 @@ Answer LogComponent::answerSupport(const Request& request) {
   return succeeded(length);
 }
 
-Answer LogComponent::start(Surroundings& surroundings, const Request& request, LogKind kind, const Sources& sources) {
+Answer LogComponent::start(const Context& context, const Request& request, LogKind kind) {
+  Surroundings& surroundings = context.surroundings;
   Log* const place = findPlace(logs_, &Log::address, request.session);
   const auto area = surroundings.logArea(kind);
   if (place == nullptr || area.empty()) return failed(Outcome::refused);
-  writeLogArea(area, kind, sources, fault_);
+  writeLogArea(area, kind, context.sources(), fault_);
   const std::uint64_t address = surroundings.mapLog(kind);
   if (address == 0) return failed(Outcome::refused);
   *place = {

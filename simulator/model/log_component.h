@@ -7,11 +7,12 @@
 
 namespace simulator {
 
+Answer answerLogSupport(const Context& context, const Request& request);
+
 /// The logs that are running, and their areas.
 class LogComponent {
  public:
-  Answer control(Surroundings& surroundings, const Request& request, const Sources& sources);
-  static Answer answerSupport(const Request& request);
+  Answer control(const Context& context, const Request& request);
 
   /// Stops the logs of a session.
   void close(Surroundings& surroundings, SessionId session);
@@ -33,7 +34,7 @@ class LogComponent {
 
   static constexpr std::size_t kCapacity = 64;
 
-  Answer start(Surroundings& surroundings, const Request& request, LogKind kind, const Sources& sources);
+  Answer start(const Context& context, const Request& request, LogKind kind);
   Answer stop(Surroundings& surroundings, const Request& request);
   [[nodiscard]] bool isMapped(LogKind kind) const;
 

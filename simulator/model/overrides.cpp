@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "simulator/model/context.h"
 #include "simulator/model/element_type.h"
 
 namespace simulator {
@@ -105,30 +106,30 @@ bool areSound(const OverrideSettings& overrides) {
   return true;
 }
 
-Answer setOverride(const Request& request, OverrideSettings& overrides) {
+Answer setOverride(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(OverrideRequest), 0)) return failed(Outcome::wrongLength);
   const auto record = request.load<OverrideRequest>(0);
   const std::size_t index = findOverrideKey(record.key);
   if (index == kOverrideKeys || !isZeroFilled(record.reserved0)) return failed(Outcome::malformed);
   if (record.enable != 0 && !isWithin(kRows[index], record.value)) return failed(Outcome::malformed);
-  overrides.isSet[index] = record.enable != 0 ? 1 : 0;
-  overrides.values[index] = record.enable != 0 ? record.value : 0;
+  context.settings.overrides.isSet[index] = record.enable != 0 ? 1 : 0;
+  context.settings.overrides.values[index] = record.enable != 0 ? record.value : 0;
   return succeeded(0);
 }
 
-Answer answerOverrideListSize(const Request& request) {
+Answer answerOverrideListSize(const Context& /*context*/, const Request& request) {
   if (!request.hasLengths(0, sizeof(std::uint32_t))) return failed(Outcome::wrongLength);
   request.store(0, static_cast<std::uint32_t>(kListSize));
   return succeeded(sizeof(std::uint32_t));
 }
 
-Answer answerOverrideList(const Request& request) {
+Answer answerOverrideList(const Context& /*context*/, const Request& request) {
   if (!request.hasLengths(0, kListSize)) return failed(Outcome::wrongLength);
   for (std::size_t i = 0; i < kOverrideKeys; ++i) request.store(i * sizeof(std::uint32_t), kRows[i].key);
   return succeeded(kListSize);
 }
 
-Answer answerOverrideMetadata(const Request& request, const OverrideSettings& overrides) {
+Answer answerOverrideMetadata(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(std::uint32_t), sizeof(OverrideMetadata))) return failed(Outcome::wrongLength);
   const std::size_t index = findOverrideKey(request.load<std::uint32_t>(0));
   if (index == kOverrideKeys) return failed(Outcome::malformed);
@@ -138,7 +139,7 @@ Answer answerOverrideMetadata(const Request& request, const OverrideSettings& ov
                             .lowest = static_cast<std::uint32_t>(row.lowest),
                             .highest = static_cast<std::uint32_t>(row.highest),
                             .name = {},
-                            .isOverridden = overrides.isSet[index]};
+                            .isOverridden = context.settings.overrides.isSet[index]};
   for (std::size_t i = 0; row.name[i] != '\0'; ++i) metadata.name[i] = row.name[i];
   request.store(0, metadata);
   return succeeded(sizeof(OverrideMetadata));

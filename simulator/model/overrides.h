@@ -39,10 +39,10 @@ std::int64_t overridden(const OverrideSettings& overrides, OverrideKey key, std:
 bool areSound(const OverrideSettings& overrides);
 
 /// Sets or lifts an override.
-Answer setOverride(const Request& request, OverrideSettings& overrides);
-Answer answerOverrideListSize(const Request& request);
-Answer answerOverrideList(const Request& request);
-Answer answerOverrideMetadata(const Request& request, const OverrideSettings& overrides);
+Answer setOverride(const Context& context, const Request& request);
+Answer answerOverrideListSize(const Context& context, const Request& request);
+Answer answerOverrideList(const Context& context, const Request& request);
+Answer answerOverrideMetadata(const Context& context, const Request& request);
 
 /// Where a key stands among the keys that can be overridden; kOverrideKeys when it cannot.
 std::size_t findOverrideKey(std::uint32_t key);

@@ -38,7 +38,6 @@ constexpr Answer succeeded(std::size_t length) { return {Outcome::success, stati
 /// is assumed about where the buffer lies.
 struct Request {
   SessionId session;
-  std::uint32_t code;
   std::span<std::byte> buffer;
   std::uint32_t inputLength;
   std::uint32_t outputLength;
@@ -61,6 +60,12 @@ struct Request {
     std::memcpy(buffer.subspan(offset, sizeof(T)).data(), &value, sizeof(T));
   }
 };
+
+/// Everything that a request may need beside its bytes: see context.h.
+struct Context;
+
+/// Carries out a request, or fails and leaves everything as it was.
+using Handler = Answer (*)(const Context& context, const Request& request);
 
 inline bool isZero(std::span<const std::byte> bytes) {
   return std::ranges::all_of(bytes, [](std::byte byte) { return byte == std::byte{}; });

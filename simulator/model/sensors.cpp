@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/model/sensors.h"
 
+#include "simulator/model/context.h"
 #include "simulator/model/platform.h"
 
 namespace simulator {
@@ -41,19 +42,19 @@ SensorReading readSensor(const Settings& settings, std::uint32_t sensor) {
   return {.status = 1, .words = {words[0], words[1], words[2]}};
 }
 
-Answer answerSensorData(const Request& request, const Settings& settings) {
+Answer answerSensorData(const Context& context, const Request& request) {
   if (!request.hasLengths(0, kSensors * sizeof(SensorReading))) return failed(Outcome::wrongLength);
   for (std::uint32_t sensor = 0; sensor < kSensors; ++sensor)
-    request.store(sensor * sizeof(SensorReading), readSensor(settings, sensor));
+    request.store(sensor * sizeof(SensorReading), readSensor(context.settings, sensor));
   return succeeded(kSensors * sizeof(SensorReading));
 }
 
-Answer updateSensor(const Request& request, Settings& settings) {
+Answer updateSensor(const Context& context, const Request& request) {
   if (!request.hasLengths(sizeof(SensorUpdate), 0)) return failed(Outcome::wrongLength);
   const auto update = request.load<SensorUpdate>(0);
   if (update.sensor >= kSensors) return failed(Outcome::malformed);
-  settings.sensors.isSimulated[update.sensor] = 1;
-  std::ranges::copy(update.words, settings.sensors.words[update.sensor]);
+  context.settings.sensors.isSimulated[update.sensor] = 1;
+  std::ranges::copy(update.words, context.settings.sensors.words[update.sensor]);
   return succeeded(0);
 }
 

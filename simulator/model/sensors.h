@@ -16,9 +16,9 @@ static_assert(sizeof(SensorReading) == 16);
 
 SensorReading readSensor(const Settings& settings, std::uint32_t sensor);
 
-Answer answerSensorData(const Request& request, const Settings& settings);
+Answer answerSensorData(const Context& context, const Request& request);
 /// From now on, the sensor shows what the request says.
-Answer updateSensor(const Request& request, Settings& settings);
+Answer updateSensor(const Context& context, const Request& request);
 
 bool areSound(const SensorSettings& sensors);
 

@@ -6,7 +6,8 @@
 #include <type_traits>
 
 /// What the driver is told to keep, policies aside, and the state of its platform: plain records that go into a state
-/// file as they are. All zero is a fresh driver.
+/// file as they are. All zero is a fresh driver. A new field goes to the end of Settings: files that were written
+/// without it are read with zeros in its place.
 namespace simulator {
 
 inline constexpr std::size_t kOverrideKeys = 28;
@@ -67,6 +68,8 @@ struct BinarySettings {
   std::uint32_t version1;
   std::uint32_t version2;
   std::uint32_t policies;
+
+  friend bool operator==(const BinarySettings&, const BinarySettings&) = default;
 };
 
 /// A feature table without its operation word.
@@ -103,8 +106,5 @@ static_assert(offsetof(Settings, overrides) == 620);
 static_assert(offsetof(Settings, autoMode) == 844);
 static_assert(std::is_trivially_copyable_v<Settings>);
 static_assert(std::has_unique_object_representations_v<Settings>);
-
-/// False for settings that no driver can have come to.
-bool areSound(const Settings& settings);
 
 }  // namespace simulator

@@ -5,50 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Control codes, and the records of policies as the driver sees them: little-endian. The records of other families
-/// are written down in the files of their components.
+/// The records of policies as the driver sees them: little-endian. The records of other families are written down in
+/// the files of their components.
 namespace simulator {
 
 static_assert(std::endian::native == std::endian::little, "records are copied to and from the wire as they are");
-
-enum : std::uint32_t {
-  kCodeFeatureStatus = 0x80222000,
-  kCodeAutoModeTable = 0x8022200C,
-  kCodeBattery = 0x80222010,
-  kCodeInBagTable = 0x80222014,
-  kCodeSliderTable = 0x80222018,
-  kCodeAsmLiteTable = 0x8022201C,
-  kCodeDynamicSlider = 0x80222020,
-  kCodeEventRegistration = 0x80222024,
-  kCodeFirmwareEvent = 0x80222028,
-  kCodeFirmwareEventV2 = 0x8022202C,
-  kCodePolicyModifyPb = 0x80222034,
-  kCodePolicyLookup = 0x80222040,
-  kCodeCatalogueSupport = 0x80222044,
-  kCodeOemId = 0x8022204C,
-  kCodePolicyReadAsm = 0x80222050,
-  kCodePolicyModifyAsm = 0x80222054,
-  kCodeLog = 0x80222058,
-  kCodeLogSupport = 0x8022205C,
-  kCodeOverride = 0x80222060,
-  kCodePolicyReadPb = 0x80222064,
-  kCodeAppIo = 0x80222068,
-  kCodeTaControl = 0x8022206C,
-  kCodePolicyBinary = 0x80222070,
-  kCodePolling = 0x8022207C,
-  kCodeSensorUpdate = 0x80222080,
-  kCodeSensorData = 0x80222084,
-  kCodeDebugOutput = 0x80222088,
-  kCodeTaskbarIcon = 0x8022208C,
-  kCodeSliderV4Table = 0x80222090,
-  kCodeSe1 = 0x80222094,
-  kCodeOverrideValue = 0x80222098,
-  kCodeOverrideListSize = 0x8022209C,
-  kCodeOverrideList = 0x802220A0,
-  kCodeOverrideMetadata = 0x802220A4,
-  kCodePolicyReadBalanceProfile = 0x802220A8,
-  kCodePolicyModifyBalanceProfile = 0x802220AC
-};
 
 struct PolicyCondition {
   std::uint32_t conditionId;

@@ -68,5 +68,11 @@ TEST_F(StateFileWithoutMemory, is_let_go_of_when_memory_runs_out) { sweep({}); }
 
 TEST_F(StateFileWithoutMemory, of_an_older_format_is_converted_or_stays) { sweep(smallState()); }
 
+TEST_F(StateFileWithoutMemory, of_an_older_layout_is_converted_or_stays) {
+  const std::string path = folder_.path("state");
+  ASSERT_TRUE(OpenDriver{path}.isOpen());
+  sweep(withoutLastBlock(readFile(path)));
+}
+
 }  // namespace
 }  // namespace test

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/model_client.h"
+#include "simulator/request_page.h"
 
 namespace test {
 namespace {
@@ -18,20 +18,16 @@ TEST(SimulatorRequests, announcement_carries_no_values) {
 }
 
 TEST(SimulatorRequests, all_other_codes_are_unknown) {
-  constexpr std::uint32_t kKnown[] = {
-      0x80222000, 0x8022200C, 0x80222010, 0x80222014, 0x80222018, 0x8022201C, 0x80222020, 0x80222024, 0x80222028,
-      0x8022202C, 0x80222034, 0x80222040, 0x80222044, 0x8022204C, 0x80222050, 0x80222054, 0x80222058, 0x8022205C,
-      0x80222060, 0x80222064, 0x80222068, 0x8022206C, 0x80222070, 0x8022207C, 0x80222080, 0x80222084, 0x80222088,
-      0x8022208C, 0x80222090, 0x80222094, 0x80222098, 0x8022209C, 0x802220A0, 0x802220A4, 0x802220A8, 0x802220AC};
+  const auto known = codesOf(requestPage());
   ModelClient client;
-  int unknown = 0;
+  std::size_t unknown = 0;
   for (std::uint32_t code = 0x80221F00; code < 0x80222200; ++code) {
-    const bool isKnown = std::ranges::find(kKnown, code) != std::end(kKnown);
+    const bool isKnown = std::ranges::find(known, code) != known.end();
     const auto outcome = client.send(code, {}, 0).outcome;
     EXPECT_EQ(outcome, isKnown ? Outcome::wrongLength : Outcome::unknownRequest) << std::hex << code;
     unknown += outcome == Outcome::unknownRequest ? 1 : 0;
   }
-  EXPECT_EQ(unknown, 0x300 - 36);
+  EXPECT_EQ(unknown, 0x300 - known.size());
   for (const std::uint32_t code : {0U, 0x222034U, 0x80222036U, 0xFFFFFFFFU})
     EXPECT_EQ(client.send(code, Record{4000}, 4000).outcome, Outcome::unknownRequest) << std::hex << code;
 }

@@ -39,4 +39,12 @@ inline Bytes oldState() {
   return image.put(32, simplePolicy(7).bytes()).put(4004, hex("b3 78 a8 4f 50 76 28 da"));
 }
 
+/// A file of format 3 as a simulator wrote it that did not have the last block.
+inline Bytes withoutLastBlock(const Bytes& file) {
+  const std::uint32_t count = word(file, 12);
+  const std::size_t row = 16 + 12 * (std::size_t{count} - 1);
+  const std::size_t end = 4096 + word(file, row + 4);
+  return Record{(end + 7) / 8 * 8}.put(0, part(file, 0, end)).u32(12, count - 1).fill(row, 12, 0);
+}
+
 }  // namespace test
