@@ -7,10 +7,11 @@
 #include <vector>
 
 #include "binary/file.h"
-#include "binary/parser.h"
 #include "binary/registry_export.h"
-#include "binary/writer.h"
-#include "policy/conversion.h"
+#include "channel/text.h"
+#include "format/binary/builder.h"
+#include "format/binary/reader.h"
+#include "format/policy/conversion.h"
 
 // Compare ratios within one run, not times between runs: parsing against a copy of the same bytes, for example.
 
@@ -22,7 +23,7 @@ std::vector<VqsPackedPolicy> fleet() {
   const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
   std::vector<VqsPackedPolicy> policies(vqs::announcedPolicyCount(file->bytes()));
   vqs::BinaryVersions versions{};
-  vqs::parsePolicyBinary(file->bytes(), policies, versions);
+  vqs::readBinary(file->bytes(), policies, versions);
   return policies;
 }
 
@@ -46,7 +47,7 @@ void parseFile(benchmark::State& state) {
   const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
   std::vector<VqsPackedPolicy> policies(400);
   vqs::BinaryVersions versions{};
-  for (auto _ : state) benchmark::DoNotOptimize(vqs::parsePolicyBinary(file->bytes(), policies, versions));
+  for (auto _ : state) benchmark::DoNotOptimize(vqs::readBinary(file->bytes(), policies, versions));
   countPolicies(state, policies.size());
 }
 BENCHMARK(parseFile);
@@ -69,28 +70,31 @@ void writeRegistryText(benchmark::State& state) {
 }
 BENCHMARK(writeRegistryText);
 
-template <class Policy, int (*Unpack)(const VqsPackedPolicy*, Policy*)>
+template <class Policy, std::uint32_t version>
 void unpack(benchmark::State& state) {
   const auto policies = fleet();
   std::vector<Policy> bodies(policies.size());
   for (auto _ : state)
-    for (std::size_t i = 0; i < policies.size(); ++i) benchmark::DoNotOptimize(Unpack(&policies[i], &bodies[i]));
+    for (std::size_t i = 0; i < policies.size(); ++i)
+      benchmark::DoNotOptimize(vqs::unpackPolicyBody(version, &policies[i], &bodies[i], vqs::kRuntimeText));
   countPolicies(state, policies.size());
 }
-BENCHMARK(unpack<VqsPolicyV1, vqs::unpackPolicyV1>);
-BENCHMARK(unpack<VqsPolicyV2, vqs::unpackPolicyV2>);
+BENCHMARK(unpack<VqsPolicyV1, 1>);
+BENCHMARK(unpack<VqsPolicyV2, 2>);
 
-template <class Policy, int (*Unpack)(const VqsPackedPolicy*, Policy*), int (*Pack)(const Policy*, VqsPackedPolicy*)>
+template <class Policy, std::uint32_t version>
 void pack(benchmark::State& state) {
   const auto policies = fleet();
   std::vector<Policy> bodies(policies.size());
-  for (std::size_t i = 0; i < policies.size(); ++i) Unpack(&policies[i], &bodies[i]);
+  for (std::size_t i = 0; i < policies.size(); ++i)
+    vqs::unpackPolicyBody(version, &policies[i], &bodies[i], vqs::kRuntimeText);
   std::vector<VqsPackedPolicy> packed(policies.size());
   for (auto _ : state)
-    for (std::size_t i = 0; i < packed.size(); ++i) benchmark::DoNotOptimize(Pack(&bodies[i], &packed[i]));
+    for (std::size_t i = 0; i < packed.size(); ++i)
+      benchmark::DoNotOptimize(vqs::packPolicyBody(version, &bodies[i], &packed[i], vqs::kRuntimeText));
   countPolicies(state, policies.size());
 }
-BENCHMARK(pack<VqsPolicyV1, vqs::unpackPolicyV1, vqs::packPolicyV1>);
-BENCHMARK(pack<VqsPolicyV2, vqs::unpackPolicyV2, vqs::packPolicyV2>);
+BENCHMARK(pack<VqsPolicyV1, 1>);
+BENCHMARK(pack<VqsPolicyV2, 2>);
 
 }  // namespace

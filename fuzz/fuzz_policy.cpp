@@ -4,10 +4,11 @@
 #include <memory>
 #include <vector>
 
-#include "binary/parser.h"
-#include "binary/writer.h"
+#include "channel/text.h"
+#include "format/binary/builder.h"
+#include "format/binary/reader.h"
+#include "format/policy/conversion.h"
 #include "fuzz/check.h"
-#include "policy/conversion.h"
 
 namespace {
 
@@ -27,28 +28,34 @@ std::unique_ptr<Record> zeroed() {
   return record;
 }
 
+int pack(std::uint32_t version, const void* body, VqsPackedPolicy* packed) {
+  return vqs::packPolicyBody(version, body, packed, vqs::kRuntimeText);
+}
+int unpack(std::uint32_t version, const VqsPackedPolicy* packed, void* body) {
+  return vqs::unpackPolicyBody(version, packed, body, vqs::kRuntimeText);
+}
+
 /// What was unpacked packs and unpacks to the same, unless it holds a text without an end.
 template <class Body>
-void checkUnpacking(const VqsPackedPolicy& packed, int (*unpack)(const VqsPackedPolicy*, Body*),
-                    int (*pack)(const Body*, VqsPackedPolicy*)) {
+void checkUnpacking(const VqsPackedPolicy& packed, std::uint32_t version) {
   const auto body = zeroed<Body>();
-  const int result = unpack(&packed, body.get());
+  const int result = unpack(version, &packed, body.get());
   check(result == vqs::kConverted || result == vqs::kMalformed || result == vqs::kNotConverted);
   if (result != vqs::kConverted) return;
   const auto again = zeroed<VqsPackedPolicy>();
-  if (pack(body.get(), again.get()) != vqs::kConverted) return;
+  if (pack(version, body.get(), again.get()) != vqs::kConverted) return;
   const auto second = zeroed<Body>();
-  check(unpack(again.get(), second.get()) == vqs::kConverted);
+  check(unpack(version, again.get(), second.get()) == vqs::kConverted);
   check(std::memcmp(body.get(), second.get(), sizeof(Body)) == 0);
 }
 
 /// A caller's body, whatever it holds, packs or is refused; counts travel as they are.
 template <class Body>
-void checkPacking(const std::uint8_t* data, std::size_t size, int (*pack)(const Body*, VqsPackedPolicy*)) {
+void checkPacking(const std::uint8_t* data, std::size_t size, std::uint32_t version) {
   const auto body = zeroed<Body>();
   std::memcpy(body.get(), data, std::min(size, sizeof(Body)));
   const auto packed = zeroed<VqsPackedPolicy>();
-  const int result = pack(body.get(), packed.get());
+  const int result = pack(version, body.get(), packed.get());
   check(result == vqs::kConverted || result == vqs::kMalformed || result == vqs::kNotConverted);
   if (result != vqs::kConverted) return;
   check(packed->conditionCount == body->conditionCount && packed->textCount == body->textCount);
@@ -60,7 +67,7 @@ void checkParsing(std::span<const std::byte> file, std::span<const VqsPackedPoli
   check(count == policies.size());
   std::vector<VqsPackedPolicy> parsed(count);
   vqs::BinaryVersions versions{};
-  if (!vqs::parsePolicyBinaryRev5(file, parsed, versions)) return;
+  if (!vqs::readBinary(file, parsed, versions)) return;
   check(versions.first == 3 && versions.second == 41);
   for (std::size_t i = 0; i < count; ++i) {
     check(parsed[i].id == policies[i].id && parsed[i].param2 == policies[i].param2);
@@ -89,13 +96,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const auto policies = recordsOf<VqsPackedPolicy>(data, size, 3);
   for (const auto& policy : policies) {
-    checkUnpacking<VqsPolicyV0>(policy, vqs::unpackPolicyV0, vqs::packPolicyV0);
-    checkUnpacking<VqsPolicyV1>(policy, vqs::unpackPolicyV1, vqs::packPolicyV1);
-    checkUnpacking<VqsPolicyV2>(policy, vqs::unpackPolicyV2, vqs::packPolicyV2);
+    checkUnpacking<VqsPolicyV0>(policy, 0);
+    checkUnpacking<VqsPolicyV1>(policy, 1);
+    checkUnpacking<VqsPolicyV2>(policy, 2);
   }
-  checkPacking<VqsPolicyV0>(data, size, vqs::packPolicyV0);
-  checkPacking<VqsPolicyV1>(data, size, vqs::packPolicyV1);
-  checkPacking<VqsPolicyV2>(data, size, vqs::packPolicyV2);
+  checkPacking<VqsPolicyV0>(data, size, 0);
+  checkPacking<VqsPolicyV1>(data, size, 1);
+  checkPacking<VqsPolicyV2>(data, size, 2);
   checkBuilding(policies);
   return 0;
 }

@@ -4,8 +4,10 @@
 #include "binary/writer.h"
 #include "channel/request.h"
 #include "channel/session.h"
+#include "channel/text.h"
 #include "channel/work_buffer.h"
-#include "policy/conversion.h"
+#include "format/binary/builder.h"
+#include "format/policy/conversion.h"
 #include "policy/store_request.h"
 #include "vqs/policy_binary.h"
 
@@ -20,7 +22,8 @@ vqsStatus createFromBodies(std::uint32_t structureVersion, const void* bodies, s
   const auto policies = memory.arrayAt<VqsPackedPolicy>(0, count);
   const auto* body = static_cast<const std::byte*>(bodies);
   for (std::size_t i = 0; i < count; ++i)
-    if (packPolicyBody(structureVersion, body + i * *stride, &policies[i]) != kConverted) return VQS_REQUEST_FAILED;
+    if (packPolicyBody(structureVersion, body + i * *stride, &policies[i], kRuntimeText) != kConverted)
+      return VQS_REQUEST_FAILED;
   return writePolicyBinary(policies, versions, path);
 }
 

@@ -2,10 +2,11 @@
 #include <algorithm>
 
 #include "binary/file.h"
-#include "binary/parser.h"
 #include "channel/session.h"
+#include "channel/text.h"
 #include "channel/work_buffer.h"
-#include "policy/conversion.h"
+#include "format/binary/reader.h"
+#include "format/policy/conversion.h"
 #include "vqs/policy_binary.h"
 
 namespace vqs {
@@ -32,12 +33,12 @@ struct ParsedBinary {
 };
 
 std::optional<ParsedBinary> parse(const LoadedBinary& binary) {
-  if (!mayHold(binary.file.bytes(), binary.policyCount)) return std::nullopt;
+  if (headerDefect(binary.file.bytes()).kind != DefectKind::kNone) return std::nullopt;
   RuntimeBuffer memory{saturatingProduct(binary.policyCount, sizeof(VqsPackedPolicy))};
   if (!memory) return std::nullopt;
   const auto policies = memory.arrayAt<VqsPackedPolicy>(0, binary.policyCount);
   BinaryVersions versions{};
-  if (!parsePolicyBinary(binary.file.bytes(), policies, versions)) return std::nullopt;
+  if (!readBinary(binary.file.bytes(), policies, versions)) return std::nullopt;
   return ParsedBinary{.memory = std::move(memory), .policies = policies, .versions = versions};
 }
 
@@ -61,7 +62,7 @@ vqsStatus readBodies(const LoadedBinary& binary, VqsPolicyBinary* destination, s
   head.structureVersion = structureVersion;
   // A policy that does not fit the structure version ends the conversion, not the call.
   static_cast<void>(unpackPolicyArray(&head + 1, image.bytes().size() - sizeof(head), structureVersion,
-                                      parsed->policies.data(), binary.policyCount));
+                                      parsed->policies.data(), binary.policyCount, kRuntimeText));
   std::ranges::copy(image.bytes(), reinterpret_cast<std::byte*>(destination));
   return VQS_SUCCESS;
 }

@@ -1,22 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <span>
 
-#include "binary/format.h"
-#include "policy/packed_policy.h"
+#include "format/binary/layout.h"
+#include "format/policy/packed_policy.h"
 #include "vqs/status.h"
 
 namespace vqs {
-
-/// The length of the file that holds these policies; 0 when there are none, or when one of them has more conditions,
-/// texts or actions than a policy can hold, or text that leads beyond its own record: no reader would take such a file.
-std::uint64_t policyBinarySize(std::span<const VqsPackedPolicy> policies);
-
-/// Lays the policies into a zero-filled buffer; false when it is too small or there is nothing to lay out.
-bool buildPolicyBinary(std::span<std::byte> buffer, std::span<const VqsPackedPolicy> policies, BinaryVersions versions);
 
 /// Builds the file in memory and writes it in one piece: VQS_SUCCESS, VQS_REQUEST_FAILED or VQS_INVALID_PARAMETER.
 vqsStatus writePolicyBinary(std::span<const VqsPackedPolicy> policies, BinaryVersions versions, const char* path);

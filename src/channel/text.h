@@ -1,19 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <span>
 
-#include "vqs/base.h"
+#include "format/policy/text.h"
 
 namespace vqs {
-
-/// Units before the first zero unit, or the whole size when there is none.
-template <class Unit>
-std::size_t unitsBeforeZero(std::span<const Unit> text) {
-  return static_cast<std::size_t>(std::ranges::find(text, Unit{0}) - text.begin());
-}
 
 // The runtime's conversions between 8-bit and 16-bit text, kept clear of the conditions for which the runtime ends the
 // process. False when the conversion fails, with the runtime's error indicator set as by the conversion.
@@ -26,6 +18,9 @@ bool widenField(std::span<VqsChar16> destination, std::span<const char> field);
 
 /// Narrows a field that ends at its zero unit or at its last unit, cutting what does not fit.
 bool narrowField(std::span<char> destination, std::span<const VqsChar16> field);
+
+inline constexpr TextConversion kRuntimeText = {
+    .widenTerminated = widenTerminated, .widenField = widenField, .narrowField = narrowField};
 
 /// Copies a field that ends at its NUL or at its last byte; one that does not fit with its NUL comes out empty, and the
 /// copy is false.

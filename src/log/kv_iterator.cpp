@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "channel/work_buffer.h"
+#include "format/telemetry/keys.h"
 #include "log/key_tables.h"
 #include "log/log_kv.h"
 
@@ -22,7 +23,7 @@ std::uint32_t currentKey(const QtfLogKVIter& iterator) {
 
 /// The generations differ in the number of keys and in the sizes of their values, which are indexed by key id.
 template <std::size_t N>
-vqsStatus next(QtfLogKVIter* iterator, std::span<const std::int32_t, N> valueSizes) {
+vqsStatus next(QtfLogKVIter* iterator, const std::array<std::int32_t, N>& valueSizes) {
   if (iterator == nullptr) return VQS_INVALID_PARAMETER;
   const std::uint32_t key = currentKey(*iterator);
   if (key == 0 || key >= N) return VQS_REQUEST_FAILED;
@@ -85,11 +86,9 @@ vqsStatus VQS_CALL vqsResetQTFLogKVIter(QtfLogKV* log, QtfLogKVIter* iterator) {
   return VQS_SUCCESS;
 }
 
-vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator) { return vqs::next(iterator, vqs::kvValueSizes()); }
+vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator) { return vqs::next(iterator, vqs::kKVValueSizes); }
 
-vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) {
-  return vqs::next(iterator, vqs::exKVValueSizes());
-}
+vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) { return vqs::next(iterator, vqs::kExKVValueSizes); }
 
 vqsStatus VQS_CALL vqsDoneQTFLogKVIter(const QtfLogKVIter* iterator, uint8_t* done) {
   return vqs::isDone(iterator, done, VQS_LOG_KV_KEYS);

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "channel/session.h"
+#include "channel/text.h"
 #include "channel/work_buffer.h"
-#include "policy/conversion.h"
+#include "format/policy/conversion.h"
 #include "policy/store_request.h"
 #include "vqs/policy.h"
 
@@ -14,7 +15,7 @@ vqsStatus addPolicy(QtfSession* session, const VqsPolicyV0* policy, std::uint32_
   const RuntimeBuffer memory{sizeof(VqsPackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& packed = memory.as<VqsPackedPolicy>();
-  if (packPolicyV0(policy, &packed) != kConverted) return VQS_REQUEST_FAILED;
+  if (packPolicyV0(policy, &packed, kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
   const vqsStatus result =
       policyStoreRequest(session->handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
   // The caller's own id: nothing of the driver's reply reaches it.
@@ -46,7 +47,7 @@ vqsStatus VQS_CALL vqsPbAddPolicyV2(QtfSession* session, const VqsVersionedPolic
   const vqs::ProcessHeapBuffer memory{sizeof(VqsPackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& packed = memory.as<VqsPackedPolicy>();
-  if (!vqs::packVersionedPolicy(*record, size, packed)) return VQS_REQUEST_FAILED;
+  if (!vqs::packVersionedPolicy(*record, size, packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
   return vqs::policyStoreRequest(session->handle, vqs::kStoreAdd, store,
                                  {.policy = &packed, .driverResult = driverResult});
 }

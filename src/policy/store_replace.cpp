@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "channel/session.h"
+#include "channel/text.h"
 #include "channel/work_buffer.h"
-#include "policy/conversion.h"
+#include "format/policy/conversion.h"
 #include "policy/store_request.h"
 #include "vqs/policy.h"
 
@@ -28,7 +29,7 @@ vqsStatus replacePolicy(HANDLE handle, std::uint32_t id, VqsPolicyV0* policy, st
   if (policy != nullptr) policy->id = id;
   if (deleted != VQS_SUCCESS || driverResult == nullptr || *driverResult != 0) return deleted;
   auto& packed = memory.as<VqsPackedPolicy>();
-  if (packPolicyV0(policy, &packed) != kConverted) return VQS_REQUEST_FAILED;
+  if (packPolicyV0(policy, &packed, kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
   return policyStoreRequest(handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
 }
 
@@ -75,7 +76,7 @@ vqsStatus VQS_CALL vqsPbReplacePolicyV2(QtfSession* session, uint32_t id, const 
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& packed = memory.as<VqsPackedPolicy>();
   // The record keeps its own id; only the replace of version 0 records writes the argument into it.
-  if (!vqs::packVersionedPolicy(*record, size, packed)) return VQS_REQUEST_FAILED;
+  if (!vqs::packVersionedPolicy(*record, size, packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
   const vqsStatus deleted = vqs::deletePolicy(session->handle, id, driverResult, store);
   if (deleted != VQS_SUCCESS || *driverResult != 0) return deleted;
   return vqs::policyStoreRequest(session->handle, vqs::kStoreAdd, store,

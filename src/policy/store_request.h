@@ -6,8 +6,9 @@
 #include <span>
 
 #include "channel/windows_api.h"
-#include "policy/packed_policy.h"
+#include "format/policy/packed_policy.h"
 #include "policy/store_records.h"
+#include "vqs/policy.h"
 
 namespace vqs {
 

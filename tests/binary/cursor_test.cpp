@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/cursor.h"
+#include "format/cursor.h"
 
 #include <gtest/gtest.h>
 

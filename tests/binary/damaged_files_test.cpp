@@ -6,8 +6,8 @@
 #include <fstream>
 #include <memory>
 
-#include "binary/parser.h"
 #include "binary/reading.h"
+#include "format/binary/reader.h"
 
 // Valid files cut at every length and with every byte changed: a result always, and nothing out of bounds.
 
@@ -105,10 +105,10 @@ void parseExactly(const Bytes& content) {
   std::ranges::copy(std::as_bytes(std::span{content}), memory.get());
   const std::span<const std::byte> bytes{memory.get(), content.size()};
   const std::uint32_t count = vqs::announcedPolicyCount(bytes);
-  if (count == 0 || !vqs::mayHold(bytes, count)) return;
+  if (count == 0 || vqs::headerDefect(bytes).kind != vqs::DefectKind::kNone) return;
   std::vector<VqsPackedPolicy> policies(count);
   vqs::BinaryVersions versions{};
-  if (!vqs::parsePolicyBinary(bytes, policies, versions)) return;
+  if (!vqs::readBinary(bytes, policies, versions)) return;
   for (const auto& policy : policies) {
     EXPECT_TRUE(policy.conditionCount >= 1 && policy.conditionCount <= 15);
     EXPECT_LE(policy.textCount, 5U);

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-#include "policy/packed_policy.h"
+#include "format/policy/packed_policy.h"
 #include "support/bytes.h"
 
 namespace test {

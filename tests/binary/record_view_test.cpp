@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/record_view.h"
+#include "format/binary/record_view.h"
 
 #include <gtest/gtest.h>
 

@@ -6,6 +6,7 @@
 #include "binary/assembly.h"
 #include "binary/packed.h"
 #include "binary/writer.h"
+#include "format/binary/builder.h"
 #include "support/temporary_folder.h"
 
 // What the writer does at the limits of a policy's lists, and where a text leads beyond its field: it takes what

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "binary/writer.h"
+#include "format/binary/builder.h"
 
 #include <gtest/gtest.h>
 

@@ -18,17 +18,18 @@ may_include() {
   refuse "$1 may include only $2" "$found" "move the code to the folder it belongs to"
 }
 may_include include '(base|functions|status|(catalogue|features|platform|policy|policy_binary|session|telemetry)(_records)?)\.h"'
-may_include src/channel '(channel/|vqs/|host/windows_(api|devices)\.h)'
-may_include src/log '(log/|channel/|vqs/)'
+may_include format '(format/|vqs/(base|[a-z_]+_records)\.h)'
+may_include src/channel '(channel/|format/policy/text\.h|vqs/|host/windows_(api|devices)\.h)'
+may_include src/log '(log/|channel/|format/telemetry/|vqs/)'
 may_include src/platform '(platform/|channel/|vqs/)'
-may_include src/policy '(policy/|channel/|vqs/)'
-may_include src/binary '(binary/|policy/|channel/|vqs/)'
+may_include src/policy '(policy/|channel/|format/|vqs/)'
+may_include src/binary '(binary/|policy/|channel/|format/|vqs/)'
 may_include host 'host/'
 may_include simulator/model 'simulator/model/'
 may_include simulator/embedded '(simulator/|host/)'
 
-refuse "platform conditionals in src" \
-  "$(grep -rnE '^\s*#\s*(if|ifdef|ifndef|elif)\b.*(WIN32|WIN64|linux|MINGW|MSC_VER)' src | grep -v '^src/channel/windows_api.h:' || true)" \
+refuse "platform conditionals in src and format" \
+  "$(grep -rnE '^\s*#\s*(if|ifdef|ifndef|elif)\b.*(WIN32|WIN64|linux|MINGW|MSC_VER)' src format | grep -v '^src/channel/windows_api.h:' || true)" \
   "differences between systems are files, not conditionals"
 refuse "requests leave through one function only" \
   "$(grep -rlE '\bDeviceIoControl\(' src | grep -v '^src/channel/request.cpp$' || true)" "send them with channel/request.h"

@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "format/telemetry/keys.h"
 #include "log/logs.h"
 
 namespace test {
@@ -131,15 +132,15 @@ TEST(KeyOrder, keeps_the_two_places_that_are_out_of_order) {
 }
 
 TEST(ValueSizes, hold_0_for_the_end_marker) {
-  EXPECT_EQ(vqs::kvValueSizes()[0], 0);
-  EXPECT_EQ(vqs::exKVValueSizes()[0], 0);
+  EXPECT_EQ(vqs::kKVValueSizes[0], 0);
+  EXPECT_EQ(vqs::kExKVValueSizes[0], 0);
 }
 
 TEST(ValueSizes, are_those_of_the_keys) {
   for (const auto& row : keyRows("kv_keys.tsv"))
-    EXPECT_EQ(static_cast<std::uint32_t>(vqs::kvValueSizes()[row.id]), row.valueSize) << row.name;
+    EXPECT_EQ(static_cast<std::uint32_t>(vqs::kKVValueSizes[row.id]), row.valueSize) << row.name;
   for (const auto& row : keyRows("ex_kv_keys.tsv"))
-    EXPECT_EQ(static_cast<std::uint32_t>(vqs::exKVValueSizes()[row.id]), row.valueSize) << row.name;
+    EXPECT_EQ(static_cast<std::uint32_t>(vqs::kExKVValueSizes[row.id]), row.valueSize) << row.name;
 }
 
 }  // namespace

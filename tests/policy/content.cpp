@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "policy/content.h"
 
+#include "channel/text.h"
+
 namespace test {
 namespace {
 
@@ -148,8 +150,10 @@ PolicyContent numberedPolicy(std::uint32_t id) {
 
 int pack(std::uint32_t version, const Bytes& body, VqsPackedPolicy& packed) {
   EXPECT_EQ(body.size(), layoutOf(version).size);
-  if (version == 0) return vqs::packPolicyV0(reinterpret_cast<const VqsPolicyV0*>(body.data()), &packed);
-  if (version == 1) return vqs::packPolicyV1(reinterpret_cast<const VqsPolicyV1*>(body.data()), &packed);
+  if (version == 0)
+    return vqs::packPolicyV0(reinterpret_cast<const VqsPolicyV0*>(body.data()), &packed, vqs::kRuntimeText);
+  if (version == 1)
+    return vqs::packPolicyV1(reinterpret_cast<const VqsPolicyV1*>(body.data()), &packed, vqs::kRuntimeText);
   return vqs::packPolicyV2(reinterpret_cast<const VqsPolicyV2*>(body.data()), &packed);
 }
 
@@ -157,8 +161,8 @@ int unpack(std::uint32_t version, const Bytes& packed, Bytes& body) {
   EXPECT_EQ(packed.size(), 3972U);
   EXPECT_EQ(body.size(), layoutOf(version).size);
   const auto* source = reinterpret_cast<const VqsPackedPolicy*>(packed.data());
-  if (version == 0) return vqs::unpackPolicyV0(source, reinterpret_cast<VqsPolicyV0*>(body.data()));
-  if (version == 1) return vqs::unpackPolicyV1(source, reinterpret_cast<VqsPolicyV1*>(body.data()));
+  if (version == 0) return vqs::unpackPolicyV0(source, reinterpret_cast<VqsPolicyV0*>(body.data()), vqs::kRuntimeText);
+  if (version == 1) return vqs::unpackPolicyV1(source, reinterpret_cast<VqsPolicyV1*>(body.data()), vqs::kRuntimeText);
   return vqs::unpackPolicyV2(source, reinterpret_cast<VqsPolicyV2*>(body.data()));
 }
 

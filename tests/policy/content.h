@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "policy/conversion.h"
+#include "format/policy/conversion.h"
 #include "support/bytes.h"
 
 // What a policy holds, apart from any layout, and an assembler that lays it out by explicit offsets: the library's

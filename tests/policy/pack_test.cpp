@@ -3,6 +3,7 @@
 
 #include <cerrno>
 
+#include "channel/text.h"
 #include "policy/content.h"
 #include "support/faults.h"
 #include "support/locale.h"
@@ -238,10 +239,10 @@ TEST(PackNothing, is_a_null_pointer) {
   const auto v0 = poisoned<VqsPolicyV0>();
   const auto v1 = poisoned<VqsPolicyV1>();
   const auto v2 = poisoned<VqsPolicyV2>();
-  EXPECT_EQ(vqs::packPolicyV0(nullptr, &packed), 2);
-  EXPECT_EQ(vqs::packPolicyV0(&v0, nullptr), 2);
-  EXPECT_EQ(vqs::packPolicyV1(nullptr, &packed), 2);
-  EXPECT_EQ(vqs::packPolicyV1(&v1, nullptr), 2);
+  EXPECT_EQ(vqs::packPolicyV0(nullptr, &packed, vqs::kRuntimeText), 2);
+  EXPECT_EQ(vqs::packPolicyV0(&v0, nullptr, vqs::kRuntimeText), 2);
+  EXPECT_EQ(vqs::packPolicyV1(nullptr, &packed, vqs::kRuntimeText), 2);
+  EXPECT_EQ(vqs::packPolicyV1(&v1, nullptr, vqs::kRuntimeText), 2);
   EXPECT_EQ(vqs::packPolicyV2(nullptr, &packed), 2);
   EXPECT_EQ(vqs::packPolicyV2(&v2, nullptr), 2);
   EXPECT_EQ(difference(bytesOf(packed), Record{3972}.bytes()), "");

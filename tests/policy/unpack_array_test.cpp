@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include "channel/text.h"
 #include "policy/content.h"
 #include "support/faults.h"
 
@@ -24,7 +25,7 @@ class UnpackArray : public TestWithParam<std::uint32_t> {
 
   int unpackAll(std::uint64_t size, std::uint32_t count) { return unpackAs(version(), size, count); }
   int unpackAs(std::uint32_t as, std::uint64_t size, std::uint32_t count) {
-    return vqs::unpackPolicyArray(bodies.data(), size, as, policies(), count);
+    return vqs::unpackPolicyArray(bodies.data(), size, as, policies(), count, vqs::kRuntimeText);
   }
   [[nodiscard]] const VqsPackedPolicy* policies() const {
     return reinterpret_cast<const VqsPackedPolicy*>(packed.data());
@@ -51,8 +52,8 @@ TEST_P(UnpackArray, unpacks_as_many_as_asked_for) {
 }
 
 TEST_P(UnpackArray, refuses_a_null_destination_or_none_before_the_version) {
-  EXPECT_EQ(vqs::unpackPolicyArray(nullptr, 3 * stride(), version(), policies(), 3), 2);
-  EXPECT_EQ(vqs::unpackPolicyArray(nullptr, 3 * stride(), 9, policies(), 3), 2);
+  EXPECT_EQ(vqs::unpackPolicyArray(nullptr, 3 * stride(), version(), policies(), 3, vqs::kRuntimeText), 2);
+  EXPECT_EQ(vqs::unpackPolicyArray(nullptr, 3 * stride(), 9, policies(), 3, vqs::kRuntimeText), 2);
   EXPECT_EQ(unpackAll(0, 3), 2);
   EXPECT_EQ(unpackAs(9, 0, 0), 2);
   expectUntouched();
@@ -108,8 +109,8 @@ TEST(UnpackArrayOfTexts, passes_a_failed_conversion_on) {
   const auto packed = packedRecord(content).bytes();
   Bytes bodies(1448, kPoison);
   const auto* policy = reinterpret_cast<const VqsPackedPolicy*>(packed.data());
-  EXPECT_EQ(vqs::unpackPolicyArray(bodies.data(), 804, 0, policy, 1), -1);
-  EXPECT_EQ(vqs::unpackPolicyArray(bodies.data(), 1448, 1, policy, 1), -1);
+  EXPECT_EQ(vqs::unpackPolicyArray(bodies.data(), 804, 0, policy, 1, vqs::kRuntimeText), -1);
+  EXPECT_EQ(vqs::unpackPolicyArray(bodies.data(), 1448, 1, policy, 1, vqs::kRuntimeText), -1);
 }
 
 }  // namespace

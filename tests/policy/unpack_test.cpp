@@ -3,6 +3,7 @@
 
 #include <cerrno>
 
+#include "channel/text.h"
 #include "policy/content.h"
 #include "support/faults.h"
 #include "support/locale.h"
@@ -255,10 +256,10 @@ TEST(UnpackNothing, is_a_null_pointer) {
   auto v0 = poisoned<VqsPolicyV0>();
   auto v1 = poisoned<VqsPolicyV1>();
   auto v2 = poisoned<VqsPolicyV2>();
-  EXPECT_EQ(vqs::unpackPolicyV0(nullptr, &v0), 2);
-  EXPECT_EQ(vqs::unpackPolicyV0(&packed, nullptr), 2);
-  EXPECT_EQ(vqs::unpackPolicyV1(nullptr, &v1), 2);
-  EXPECT_EQ(vqs::unpackPolicyV1(&packed, nullptr), 2);
+  EXPECT_EQ(vqs::unpackPolicyV0(nullptr, &v0, vqs::kRuntimeText), 2);
+  EXPECT_EQ(vqs::unpackPolicyV0(&packed, nullptr, vqs::kRuntimeText), 2);
+  EXPECT_EQ(vqs::unpackPolicyV1(nullptr, &v1, vqs::kRuntimeText), 2);
+  EXPECT_EQ(vqs::unpackPolicyV1(&packed, nullptr, vqs::kRuntimeText), 2);
   EXPECT_EQ(vqs::unpackPolicyV2(nullptr, &v2), 2);
   EXPECT_EQ(vqs::unpackPolicyV2(&packed, nullptr), 2);
   EXPECT_EQ(bytesOf(v0), Bytes(804, kPoison));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include "channel/text.h"
 #include "policy/content.h"
 #include "support/faults.h"
 
@@ -66,7 +67,7 @@ TEST(VersionedPolicy, keeps_its_body_right_behind_the_version) {
     const auto content = fullPolicy(version);
     const Versioned record{version, callerRecord(version, content, 0xEE)};
     VqsPackedPolicy packed{};
-    EXPECT_TRUE(vqs::packVersionedPolicy(*record, record.size(), packed));
+    EXPECT_TRUE(vqs::packVersionedPolicy(*record, record.size(), packed, vqs::kRuntimeText));
     EXPECT_EQ(difference(bytesOf(packed), packedRecord(content).bytes()), "");
   }
 }
@@ -76,21 +77,21 @@ TEST(VersionedPolicy, that_is_short_or_malformed_is_not_packed) {
     auto body = callerRecord(version, fullPolicy(version));
     VqsPackedPolicy packed{};
     const Versioned whole{version, body};
-    EXPECT_FALSE(vqs::packVersionedPolicy(*whole, whole.size() - 1, packed));
+    EXPECT_FALSE(vqs::packVersionedPolicy(*whole, whole.size() - 1, packed, vqs::kRuntimeText));
     EXPECT_EQ(difference(bytesOf(packed), Record{3972}.bytes()), "");
     body.u32(layoutOf(version).conditions + 4, 5);
     const Versioned malformed{version, body};
-    EXPECT_FALSE(vqs::packVersionedPolicy(*malformed, malformed.size(), packed));
+    EXPECT_FALSE(vqs::packVersionedPolicy(*malformed, malformed.size(), packed, vqs::kRuntimeText));
   }
 }
 
 TEST(PolicyBody, of_an_unknown_version_is_malformed) {
   const auto body = callerRecord(2, fullPolicy(2));
   VqsPackedPolicy packed{};
-  EXPECT_EQ(vqs::packPolicyBody(3, body.bytes().data(), &packed), 1);
+  EXPECT_EQ(vqs::packPolicyBody(3, body.bytes().data(), &packed, vqs::kRuntimeText), 1);
   EXPECT_EQ(difference(bytesOf(packed), Record{3972}.bytes()), "");
   Bytes untouched(3916, kPoison);
-  EXPECT_EQ(vqs::unpackPolicyBody(3, &packed, untouched.data()), 1);
+  EXPECT_EQ(vqs::unpackPolicyBody(3, &packed, untouched.data(), vqs::kRuntimeText), 1);
   EXPECT_EQ(difference(untouched, Bytes(3916, kPoison)), "");
 }
 
@@ -98,10 +99,11 @@ TEST(PolicyBody, is_converted_by_its_version) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     const auto content = fullPolicy(version);
     VqsPackedPolicy packed{};
-    EXPECT_EQ(vqs::packPolicyBody(version, callerRecord(version, content).bytes().data(), &packed), 0);
+    EXPECT_EQ(vqs::packPolicyBody(version, callerRecord(version, content).bytes().data(), &packed, vqs::kRuntimeText),
+              0);
     EXPECT_EQ(difference(bytesOf(packed), packedRecord(content).bytes()), "");
     Bytes body(layoutOf(version).size, kPoison);
-    EXPECT_EQ(vqs::unpackPolicyBody(version, &packed, body.data()), 0);
+    EXPECT_EQ(vqs::unpackPolicyBody(version, &packed, body.data(), vqs::kRuntimeText), 0);
     EXPECT_EQ(difference(body, callerRecord(version, content, kPoison).bytes()), "");
   }
 }
@@ -109,8 +111,8 @@ TEST(PolicyBody, is_converted_by_its_version) {
 TEST(PolicyBody, that_is_null_is_a_null_pointer_in_every_version) {
   VqsPackedPolicy packed{};
   for (const std::uint32_t version : {0U, 1U, 2U}) {
-    EXPECT_EQ(vqs::packPolicyBody(version, nullptr, &packed), 2);
-    EXPECT_EQ(vqs::unpackPolicyBody(version, &packed, nullptr), 2);
+    EXPECT_EQ(vqs::packPolicyBody(version, nullptr, &packed, vqs::kRuntimeText), 2);
+    EXPECT_EQ(vqs::unpackPolicyBody(version, &packed, nullptr, vqs::kRuntimeText), 2);
   }
 }
 

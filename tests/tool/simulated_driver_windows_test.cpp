@@ -116,8 +116,14 @@ TEST(Library, that_is_missing_is_named_with_its_place) {
       << simulated.err;
 }
 
-TEST(Library, is_not_needed_for_help) {
+TEST(Library, is_not_needed_for_files_catalogues_and_help) {
   const Tool tool;
+  tool.write("small.bin", smallBinary());
+  EXPECT_EQ(runAlone(tool, {"binary", "show", "small.bin"}), tool.run({"binary", "show", "small.bin"}));
+  EXPECT_EQ(runAlone(tool, {"telemetry", "keys"}), tool.run({"telemetry", "keys"}));
+  EXPECT_EQ(runAlone(tool, {"catalogue", "conditions", "4"}),
+            done("ID  NAME       KIND         RANGE   UNITS  ENABLED  DRIVER  OPTIONS\n"
+                 " 4  Lid State  enumeration  0 to 1         -        -       0 Open, 1 Closed\n"));
   EXPECT_EQ(runAlone(tool, {"--version"}), done("vqs " VQS_VERSION "\n"));
   EXPECT_EQ(runAlone(tool, {"store", "--help"}).exitCode, 0);
 }

@@ -9,6 +9,8 @@
 #include <sstream>
 
 #include "errors.h"
+#include "format/catalogue/actions.h"
+#include "format/catalogue/conditions.h"
 #include "nearest.h"
 #include "numbers.h"
 #include "text.h"
@@ -25,72 +27,44 @@ std::int64_t limitOf(std::uint32_t type, std::uint32_t word) {
   return type == VQS_VALUE_SIGNED ? std::int64_t{static_cast<std::int32_t>(word)} : std::int64_t{word};
 }
 
-template <class Info>
-std::span<const QtfOptionInfo> optionsOf(const Info& info) {
-  return {info.Options, info.Options != nullptr ? info.OptionCount : 0};
-}
-
-nlohmann::ordered_json optionsJson(std::span<const QtfOptionInfo> options) {
+nlohmann::ordered_json optionsJson(const std::vector<std::pair<std::int32_t, std::string>>& options) {
   auto array = nlohmann::ordered_json::array();
-  for (const auto& option : options) array.push_back({{"Text", fromLatin1(option.Text)}, {"Value", option.Value}});
+  for (const auto& [value, text] : options) array.push_back({{"Text", text}, {"Value", value}});
   return array;
 }
 
-template <class Info>
-CatalogueEntry commonEntry(const Info& info) {
-  CatalogueEntry entry{.id = info.Id,
-                       .name = fromLatin1(info.Name),
-                       .type = info.Type,
-                       .lowest = limitOf(info.Type, info.MinValue),
-                       .highest = limitOf(info.Type, info.MaxValue),
-                       .units = fromLatin1(info.Units),
+template <class Row>
+CatalogueEntry toEntry(const Row& row) {
+  CatalogueEntry entry{.id = row.id,
+                       .name = std::string{row.name},
+                       .type = row.type,
+                       .lowest = limitOf(row.type, row.min),
+                       .highest = limitOf(row.type, row.max),
+                       .units = std::string{row.units},
                        .options = {},
-                       .enabled = info.Enabled != 0,
-                       .driverFlag = info.DriverFlag != 0,
-                       .json = {}};
-  for (const auto& option : optionsOf(info)) entry.options.emplace_back(option.Value, fromLatin1(option.Text));
+                       .support = {},
+                       .row = &row};
+  for (const auto& option : row.options) entry.options.emplace_back(option.Value, fromLatin1(option.Text));
   return entry;
 }
 
-CatalogueEntry toEntry(const QtfConditionInfo& info) {
-  auto entry = commonEntry(info);
-  entry.json = {{"Id", info.Id},
-                {"Enabled", info.Enabled},
-                {"Type", info.Type},
-                {"OperatorMask", info.OperatorMask},
-                {"MinValue", entry.lowest},
-                {"MaxValue", entry.highest},
-                {"Units", entry.units},
-                {"Name", entry.name},
-                {"Options", optionsJson(optionsOf(info))},
-                {"Attr1", info.Attr1},
-                {"DriverFlag", info.DriverFlag},
-                {"Attr2", info.Attr2},
-                {"Attr3", info.Attr3},
-                {"Attr4", info.Attr4}};
-  return entry;
-}
-
-CatalogueEntry toEntry(const QtfActionInfo& info) {
-  auto entry = commonEntry(info);
-  entry.json = {{"Id", info.Id},
-                {"Enabled", info.Enabled},
-                {"Type", info.Type},
-                {"MinValue", entry.lowest},
-                {"MaxValue", entry.highest},
-                {"Units", entry.units},
-                {"Name", entry.name},
-                {"Options", optionsJson(optionsOf(info))},
-                {"DriverFlag", info.DriverFlag},
-                {"Attr1", info.Attr1}};
-  return entry;
-}
-
-template <class Info>
-std::vector<CatalogueEntry> toEntries(const Info* table, std::uint32_t count) {
+template <class Row, std::size_t N>
+std::vector<CatalogueEntry> toEntries(const Row (&rows)[N]) {
   std::vector<CatalogueEntry> entries;
-  for (const auto& info : std::span{table, count}) entries.push_back(toEntry(info));
+  entries.reserve(N);
+  for (const auto& row : rows) entries.push_back(toEntry(row));
   return entries;
+}
+
+/// Asks the driver, by way of one of the library's catalogues.
+template <class Info>
+void addSupport(const Session& session, vqsStatus(VQS_CALL* read)(QtfSession*, const Info**, std::uint32_t*),
+                Catalogue& catalogue) {
+  const Info* table = nullptr;
+  std::uint32_t count = 0;
+  require(read(session.get(), &table, &count), fmt::format("the {}s cannot be read", catalogue.noun));
+  for (std::size_t i = 0; i < std::min<std::size_t>(count, catalogue.entries.size()); ++i)
+    catalogue.entries[i].support = {.enabled = table[i].Enabled, .driverFlag = table[i].DriverFlag};
 }
 
 std::vector<CatalogueEntry> selectById(const Catalogue& catalogue, const std::string& id) {
@@ -142,20 +116,56 @@ std::string describeOptions(const CatalogueEntry& entry) {
   return fmt::format("{}", fmt::join(options, ", "));
 }
 
+std::string supportText(const CatalogueEntry& entry, std::uint32_t Support::* flag) {
+  return entry.support ? yesOrNo((*entry.support).*flag != 0) : "-";
+}
+
+nlohmann::ordered_json supportJson(const CatalogueEntry& entry, std::uint32_t Support::* flag) {
+  return entry.support ? nlohmann::ordered_json((*entry.support).*flag) : nlohmann::ordered_json{};
+}
+
+nlohmann::ordered_json rowJson(const CatalogueEntry& entry, const vqs::ConditionRow& row) {
+  return {{"Id", entry.id},
+          {"Enabled", supportJson(entry, &Support::enabled)},
+          {"Type", entry.type},
+          {"OperatorMask", row.operators},
+          {"MinValue", entry.lowest},
+          {"MaxValue", entry.highest},
+          {"Units", entry.units},
+          {"Name", entry.name},
+          {"Options", optionsJson(entry.options)},
+          {"Attr1", row.attr1},
+          {"DriverFlag", supportJson(entry, &Support::driverFlag)},
+          {"Attr2", row.attr2},
+          {"Attr3", row.attr3},
+          {"Attr4", row.attr4}};
+}
+
+nlohmann::ordered_json rowJson(const CatalogueEntry& entry, const vqs::ActionRow& row) {
+  return {{"Id", entry.id},
+          {"Enabled", supportJson(entry, &Support::enabled)},
+          {"Type", entry.type},
+          {"MinValue", entry.lowest},
+          {"MaxValue", entry.highest},
+          {"Units", entry.units},
+          {"Name", entry.name},
+          {"Options", optionsJson(entry.options)},
+          {"DriverFlag", supportJson(entry, &Support::driverFlag)},
+          {"Attr1", row.attr1}};
+}
+
 }  // namespace
 
 Catalogue readConditions(const Session& session) {
-  const QtfConditionInfo* table = nullptr;
-  std::uint32_t count = 0;
-  require(vqsPbGetConditions(session.get(), &table, &count), "the conditions cannot be read");
-  return {.noun = "condition", .entries = toEntries(table, count)};
+  Catalogue catalogue{.noun = "condition", .entries = toEntries(vqs::kConditionRows)};
+  if (session) addSupport(session, vqsPbGetConditions, catalogue);
+  return catalogue;
 }
 
 Catalogue readActions(const Session& session) {
-  const QtfActionInfo* table = nullptr;
-  std::uint32_t count = 0;
-  require(vqsPbGetActions(session.get(), &table, &count), "the actions cannot be read");
-  return {.noun = "action", .entries = toEntries(table, count)};
+  Catalogue catalogue{.noun = "action", .entries = toEntries(vqs::kActionRows)};
+  if (session) addSupport(session, vqsPbGetActions, catalogue);
+  return catalogue;
 }
 
 std::vector<CatalogueEntry> select(const Catalogue& catalogue, const std::string& filter) {
@@ -179,8 +189,13 @@ std::string renderCatalogue(const std::vector<CatalogueEntry>& entries) {
                    {"OPTIONS", Align::left}}};
   for (const auto& entry : entries)
     table.add({std::to_string(entry.id), printable(entry.name), describeKind(entry.type), describeLimits(entry),
-               printable(entry.units), yesOrNo(entry.enabled), yesOrNo(entry.driverFlag), describeOptions(entry)});
+               printable(entry.units), supportText(entry, &Support::enabled), supportText(entry, &Support::driverFlag),
+               describeOptions(entry)});
   return table.render();
+}
+
+nlohmann::ordered_json toJson(const CatalogueEntry& entry) {
+  return std::visit([&](const auto* row) { return rowJson(entry, *row); }, entry.row);
 }
 
 }  // namespace tool

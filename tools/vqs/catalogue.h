@@ -3,15 +3,24 @@
 
 #include <cstdint>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
+#include "format/catalogue/row.h"
 #include "session.h"
 
 namespace tool {
 
-/// A condition or action type: what both have in common, and all of its fields as JSON.
+/// The driver's word on an entry.
+struct Support {
+  std::uint32_t enabled;
+  std::uint32_t driverFlag;
+};
+
+/// A condition or action type.
 struct CatalogueEntry {
   std::uint32_t id;
   std::string name;
@@ -20,9 +29,10 @@ struct CatalogueEntry {
   std::int64_t highest;
   std::string units;
   std::vector<std::pair<std::int32_t, std::string>> options;
-  bool enabled;
-  bool driverFlag;
-  nlohmann::ordered_json json;
+  /// nothing when no driver was asked
+  std::optional<Support> support;
+  /// where it is from, with the fields that only one of the kinds has
+  std::variant<const vqs::ConditionRow*, const vqs::ActionRow*> row;
 };
 
 /// Every condition or action type, by id.
@@ -32,7 +42,7 @@ struct Catalogue {
   std::vector<CatalogueEntry> entries;
 };
 
-/// The library's catalogues, marked with what the driver supports.
+/// The catalogues, with what the driver of a session supports when there is one.
 Catalogue readConditions(const Session& session);
 Catalogue readActions(const Session& session);
 
@@ -42,5 +52,8 @@ std::vector<CatalogueEntry> select(const Catalogue& catalogue, const std::string
 
 /// One line an entry, in columns, under a heading.
 std::string renderCatalogue(const std::vector<CatalogueEntry>& entries);
+
+/// All of an entry's fields.
+nlohmann::ordered_json toJson(const CatalogueEntry& entry);
 
 }  // namespace tool

@@ -4,31 +4,26 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "errors.h"
 #include "named_keys.h"
 
 namespace tool {
 
-KeyTable::KeyTable(LogGeneration generation) {
-  const auto metadata = generation == LogGeneration::ex ? vqsExGetQTFLogExKVMetadata_V2 : vqsGetQTFLogKVMetadata_V2;
-  std::uint32_t count = 0;
-  require(metadata(nullptr, &count), "the keys cannot be counted");
-  keys_.resize(count);
-  // What count says after copying is another generation's number for one of the two.
-  require(metadata(keys_.data(), &count), "the keys cannot be read");
-}
+KeyTable::KeyTable(LogGeneration generation)
+    : keys_{generation == LogGeneration::ex ? std::span<const vqs::KeyRow>{vqs::kExKVKeys} : vqs::kKVKeys} {}
 
-const QtfLogKeyInfo& KeyTable::withId(std::uint32_t id) const {
-  const auto found = std::ranges::find(keys_, id, &QtfLogKeyInfo::KeyId);
+const vqs::KeyRow& KeyTable::withId(std::uint32_t id) const {
+  const auto found = std::ranges::find(keys_, id, &vqs::KeyRow::id);
   if (found == keys_.end()) throw Failure{fmt::format("the library knows nothing of its key {}", id)};
   return *found;
 }
 
-const QtfLogKeyInfo& KeyTable::named(const std::string& idOrName) const {
+const vqs::KeyRow& KeyTable::named(const std::string& idOrName) const {
   std::vector<NamedKey> names;
   names.reserve(keys_.size());
-  for (const auto& key : keys_) names.push_back({.id = key.KeyId, .name = key.Name});
+  for (const auto& key : keys_) names.push_back({.id = key.id, .name = key.name});
   return keys_[findKey(names, idOrName, "a key of the log")];
 }
 

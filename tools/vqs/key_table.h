@@ -3,28 +3,27 @@
 
 #include <span>
 #include <string>
-#include <vector>
 
-#include "vqs/telemetry.h"
+#include "format/telemetry/keys.h"
 
 namespace tool {
 
 /// The two generations of key/value logs.
 enum class LogGeneration { plain, ex };
 
-/// What the library knows of a generation's keys.
+/// What is known of a generation's keys.
 class KeyTable {
  public:
   explicit KeyTable(LogGeneration generation);
 
-  [[nodiscard]] std::span<const QtfLogKeyInfo> keys() const { return keys_; }
+  [[nodiscard]] std::span<const vqs::KeyRow> keys() const { return keys_; }
   /// The key of an id that the library itself has handed out.
-  [[nodiscard]] const QtfLogKeyInfo& withId(std::uint32_t id) const;
+  [[nodiscard]] const vqs::KeyRow& withId(std::uint32_t id) const;
   /// The key of that id, or of that name whatever its case. Throws a UsageError that suggests the nearest name.
-  [[nodiscard]] const QtfLogKeyInfo& named(const std::string& idOrName) const;
+  [[nodiscard]] const vqs::KeyRow& named(const std::string& idOrName) const;
 
  private:
-  std::vector<QtfLogKeyInfo> keys_;
+  std::span<const vqs::KeyRow> keys_;
 };
 
 /// "uint32".

@@ -59,25 +59,25 @@ std::string joinNumbers(const std::vector<std::int64_t>& numbers) {
 
 }  // namespace
 
-KeyValue::KeyValue(const QtfLogKeyInfo& key, std::uint64_t address)
-    : key_{key}, bytes_(key.ElementCount * elementWidth(key.ElementType)) {
+KeyValue::KeyValue(const vqs::KeyRow& key, std::uint64_t address)
+    : key_{key}, bytes_(key.count * elementWidth(key.type)) {
   std::memcpy(bytes_.data(), reinterpret_cast<const void*>(address), bytes_.size());
 }
 
 std::string KeyValue::text() const {
-  return key_.ElementType == VQS_LOG_ELEMENT_BYTES ? bytesAsText() : joinNumbers(numbers());
+  return key_.type == VQS_LOG_ELEMENT_BYTES ? bytesAsText() : joinNumbers(numbers());
 }
 
 nlohmann::ordered_json KeyValue::json() const {
-  if (key_.ElementType == VQS_LOG_ELEMENT_BYTES) return bytesAsText();
+  if (key_.type == VQS_LOG_ELEMENT_BYTES) return bytesAsText();
   const auto all = numbers();
   return all.size() == 1 ? nlohmann::ordered_json(all.front()) : nlohmann::ordered_json(all);
 }
 
 std::vector<std::int64_t> KeyValue::numbers() const {
   std::vector<std::int64_t> numbers;
-  for (std::size_t offset = 0; offset < bytes_.size(); offset += elementWidth(key_.ElementType))
-    numbers.push_back(elementAt(bytes_, offset, key_.ElementType));
+  for (std::size_t offset = 0; offset < bytes_.size(); offset += elementWidth(key_.type))
+    numbers.push_back(elementAt(bytes_, offset, key_.type));
   return numbers;
 }
 

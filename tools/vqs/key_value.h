@@ -14,9 +14,9 @@ namespace tool {
 class KeyValue {
  public:
   /// Copies the value from where the log holds it.
-  KeyValue(const QtfLogKeyInfo& key, std::uint64_t address);
+  KeyValue(const vqs::KeyRow& key, std::uint64_t address);
 
-  [[nodiscard]] const QtfLogKeyInfo& key() const { return key_; }
+  [[nodiscard]] const vqs::KeyRow& key() const { return key_; }
   /// The first of its numbers; every key has one.
   [[nodiscard]] std::int64_t number() const { return numbers().front(); }
   /// Text as it is, or else hexadecimal; numbers with commas between them, and those that repeat as "97*0".
@@ -28,7 +28,7 @@ class KeyValue {
   [[nodiscard]] std::vector<std::int64_t> numbers() const;
   [[nodiscard]] std::string bytesAsText() const;
 
-  QtfLogKeyInfo key_;
+  vqs::KeyRow key_;
   std::vector<std::uint8_t> bytes_;
 };
 

@@ -3,17 +3,21 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstring>
-#include <memory>
+#include <limits>
 
+#include "defect_text.h"
 #include "errors.h"
 #include "files.h"
-#include "format_check.h"
+#include "format/binary/reader.h"
+#include "format/policy/conversion.h"
 #include "paths.h"
 
 namespace tool {
 namespace {
+
+constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
 
 [[noreturn]] void failToRead(const std::string& path, int error) {
   throw Failure{fmt::format("{} cannot be read: {}", path, systemMessage(error))};
@@ -27,51 +31,88 @@ void requireRegularFile(const std::string& path) {
     throw Failure{fmt::format("{} cannot be read: it is not a regular file", path)};
 }
 
-/// Most policies that a file of this size has room for.
-std::size_t mostPolicies(std::size_t fileSize) { return fileSize / kSmallestFileEntry; }
+/// A file that is read from its start.
+class Source {
+ public:
+  explicit Source(const std::string& path) : path_{path} {
+    if (path.empty()) throw UsageError{"FILE: the file's name is empty"};
+    requireRegularFile(path);
+    file_.reset(platform::openFile(path, "rb"));
+    if (!file_) failToRead(path, errno);
+  }
+
+  /// Adds what follows, until there are so many bytes or the file ends.
+  void readUpTo(std::uint64_t size, std::vector<std::byte>& bytes) {
+    constexpr std::uint64_t kPiece = 65536;
+    while (bytes.size() < size) {
+      const std::size_t had = bytes.size();
+      bytes.resize(had + static_cast<std::size_t>(std::min(size - had, std::max<std::uint64_t>(had, kPiece))));
+      errno = 0;
+      const std::size_t read = std::fread(bytes.data() + had, 1, bytes.size() - had, file_.get());
+      const bool isWhole = had + read == bytes.size();
+      bytes.resize(had + read);
+      if (std::ferror(file_.get()) != 0) failToRead(path_, errno != 0 ? errno : EIO);
+      if (!isWhole) return;
+    }
+  }
+
+ private:
+  const std::string& path_;
+  File file_;
+};
+
+void requireContent(const std::vector<std::byte>& bytes, const std::string& path) {
+  if (bytes.empty()) throw Failure{fmt::format("{} is empty, a policy binary is not", path)};
+}
+
+/// As much of a policy binary as its head can need.
+std::vector<std::byte> readBinaryBytes(const std::string& path) {
+  Source source{path};
+  std::vector<std::byte> bytes;
+  source.readUpTo(vqs::kOldHeaderSize, bytes);
+  requireContent(bytes, path);
+  source.readUpTo(vqs::mostUsefulBytes(bytes), bytes);
+  return bytes;
+}
+
+std::vector<VqsPolicyV2> unpacked(const std::vector<VqsPackedPolicy>& packed) {
+  std::vector<VqsPolicyV2> policies(packed.size());
+  for (std::size_t i = 0; i < packed.size(); ++i) vqs::unpackPolicyV2(&packed[i], &policies[i]);
+  return policies;
+}
+
+/// The defect tells whether the file is good.
+PolicyFile parse(const std::vector<std::byte>& bytes, vqs::Defect& defect) {
+  defect = vqs::headerDefect(bytes);
+  if (defect.kind != vqs::DefectKind::kNone) return {};
+  std::vector<VqsPackedPolicy> packed(vqs::announcedPolicyCount(bytes));
+  vqs::BinaryVersions versions{};
+  static_cast<void>(vqs::readBinary(bytes, packed, versions, &defect));
+  return {.version1 = versions.first, .version2 = versions.second, .policies = unpacked(packed)};
+}
 
 }  // namespace
 
 std::vector<std::byte> readBytes(const std::string& path) {
-  if (path.empty()) throw UsageError{"FILE: the file's name is empty"};
-  requireRegularFile(path);
-  const File file{platform::openFile(path, "rb")};
-  if (!file) failToRead(path, errno);
-  const auto size = platform::fileSize(path);
-  if (!size) failToRead(path, errno);
-  std::vector<std::byte> bytes(*size);
-  errno = 0;
-  if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) failToRead(path, errno != 0 ? errno : EIO);
-  if (bytes.empty()) throw Failure{fmt::format("{} is empty, a policy binary is not", path)};
+  std::vector<std::byte> bytes;
+  Source{path}.readUpTo(kAll, bytes);
+  requireContent(bytes, path);
   return bytes;
 }
 
-std::optional<PolicyFile> tryReadPolicyFile(const Session& session, const std::string& path, std::size_t fileSize) {
-  const std::string libraryPath = platform::libraryPath(path);
-  VqsPolicyBinary head{};
-  std::uint64_t size = 0;
-  if (vqsPbReadBinaryV2(session.get(), libraryPath.c_str(), &head, &size, 2) != VQS_SUCCESS) return std::nullopt;
-  // The size comes from what the file announces.
-  if ((size - sizeof(VqsPolicyBinary)) / sizeof(VqsPolicyV2) > mostPolicies(fileSize)) return std::nullopt;
-
-  std::vector<std::byte> buffer(size);
-  auto* binary = new (buffer.data()) VqsPolicyBinary{};
-  if (vqsPbReadBinaryV2(session.get(), libraryPath.c_str(), binary, &size, 2) != VQS_SUCCESS) return std::nullopt;
-  PolicyFile file{.version1 = binary->binaryVersion1, .version2 = binary->binaryVersion2, .policies = {}};
-  file.policies.resize(binary->policyCount);
-  std::memcpy(file.policies.data(), buffer.data() + sizeof(VqsPolicyBinary), buffer.size() - sizeof(VqsPolicyBinary));
-  return file;
+std::optional<PolicyFile> parsePolicies(const std::vector<std::byte>& bytes) {
+  vqs::Defect defect{};
+  auto file = parse(bytes, defect);
+  return defect.kind == vqs::DefectKind::kNone ? std::optional{std::move(file)} : std::nullopt;
 }
 
-void requireReadable(const std::string& path) { static_cast<void>(readBytes(path)); }
-
-PolicyFile readPolicyFile(const Session& session, const std::string& path) {
-  const auto bytes = readBytes(path);
-  auto file = tryReadPolicyFile(session, path, bytes.size());
-  const auto defect = findFormatDefect(bytes);
-  // The library reads a file whose comparisons and flags do not exist, but leaves out what follows the first of them.
-  if (file && !defect) return std::move(*file);
-  throw Failure{fmt::format("{} is not a valid policy binary: {}", path, defect.value_or("damaged or cut short"))};
+PolicyFile readPolicyFile(const std::string& path) {
+  const auto bytes = readBinaryBytes(path);
+  vqs::Defect defect{};
+  auto file = parse(bytes, defect);
+  if (defect.kind == vqs::DefectKind::kNone) return file;
+  throw Failure{
+      fmt::format("{} is not a valid policy binary: {}", path, describe(defect, vqs::announcedPolicyCount(bytes)))};
 }
 
 std::string fileName(const std::string& path) { return fromPath(toPath(path).filename()); }

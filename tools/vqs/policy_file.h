@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "session.h"
-#include "vqs/policy_binary.h"
+#include "vqs/policy_records.h"
 
 namespace tool {
 
@@ -22,14 +21,11 @@ struct PolicyFile {
 /// The bytes of a regular file that is not empty. Throws a Failure with the reason.
 std::vector<std::byte> readBytes(const std::string& path);
 
-/// Throws the Failure of a file that cannot be read at all, before a driver is needed.
-void requireReadable(const std::string& path);
-
 /// Reads a policy binary. Throws a Failure that names the file and what is wrong with it.
-PolicyFile readPolicyFile(const Session& session, const std::string& path);
+PolicyFile readPolicyFile(const std::string& path);
 
-/// Reads a policy binary as the library does, without looking for the reason when it refuses the file.
-std::optional<PolicyFile> tryReadPolicyFile(const Session& session, const std::string& path, std::size_t fileSize);
+/// The policies in bytes that are a policy binary; nothing when they are none.
+std::optional<PolicyFile> parsePolicies(const std::vector<std::byte>& bytes);
 
 /// The last part of a path.
 std::string fileName(const std::string& path);

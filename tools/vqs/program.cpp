@@ -5,7 +5,6 @@
 
 #include "commands/command.h"
 #include "nearest.h"
-#include "simulated_driver.h"
 #include "text.h"
 
 namespace tool {
@@ -97,7 +96,6 @@ void addDriverOptions(CLI::App& program, Context& context) {
   program.add_flag("--simulated", context.isDriverSimulated,
                    "Use the driver that is simulated in the tool's process; elsewhere than on Windows it always is");
   program.add_option("--driver-state", context.driverState, "The simulated driver's state file")->type_name("FILE");
-  program.parse_complete_callback([&context] { platform::loadLibrary(context.isDriverSimulated); });
 }
 
 }  // namespace

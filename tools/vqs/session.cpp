@@ -13,7 +13,9 @@ std::string describeRefusal(vqsStatus status, const std::string& messages) {
   return "the driver's device cannot be found or opened: " + (messages.empty() ? platform::deviceHint() : messages);
 }
 
-Session open() {
+Session open(const Context& context) {
+  useLibrary(context);
+  platform::useDriverState(context.driverState);
   QtfSession* session = nullptr;
   vqsStatus status = VQS_SUCCESS;
   const auto messages = platform::driverMessagesDuring([&] { status = vqsInitialize(&session); });
@@ -25,14 +27,18 @@ Session open() {
 
 void SessionCloser::operator()(QtfSession* session) const { static_cast<void>(vqsUninitialize(session)); }
 
-void withDriver(const Context& context, const std::function<void(const Session&)>& work) {
-  platform::useDriverState(context.driverState);
-  work(open());
-}
+void useLibrary(const Context& context) { platform::loadLibrary(context.isDriverSimulated); }
 
-Session openForFiles(const Context& context) {
-  if (context.driverState) platform::useDriverState(context.driverState);
-  return open();
+void withDriver(const Context& context, const std::function<void(const Session&)>& work) { work(open(context)); }
+
+Session openIfThere(const Context& context) {
+  const bool isNamed = context.isDriverSimulated || context.driverState;
+  try {
+    return open(context);
+  } catch (const Failure&) {
+    if (isNamed) throw;
+    return nullptr;
+  }
 }
 
 }  // namespace tool

@@ -47,7 +47,7 @@ const LogCalls& callsOf(LogGeneration generation) {
   return generation == LogGeneration::ex ? kExLogCalls : kPlainLogCalls;
 }
 
-std::string describeKey(const QtfLogKeyInfo& key) { return fmt::format("{} ({})", key.Name, key.KeyId); }
+std::string describeKey(const vqs::KeyRow& key) { return fmt::format("{} ({})", key.name, key.id); }
 
 /// A log is walked as far as each key occurs once: its area is as large as that at least, but the iterator does not
 /// know where it ends.
@@ -96,12 +96,12 @@ class LogWalk {
 }  // namespace
 
 const KeyValue* Reading::find(std::uint32_t key) const {
-  const auto found = std::ranges::find_if(values, [&](const auto& value) { return value.key().KeyId == key; });
+  const auto found = std::ranges::find_if(values, [&](const auto& value) { return value.key().id == key; });
   return found != values.end() ? &*found : nullptr;
 }
 
-std::int64_t Reading::number(const QtfLogKeyInfo& key) const {
-  const auto* value = find(key.KeyId);
+std::int64_t Reading::number(const vqs::KeyRow& key) const {
+  const auto* value = find(key.id);
   if (value != nullptr) return value->number();
   requireWhole();
   throw Failure{fmt::format("the driver's log does not hold key {}", describeKey(key))};

@@ -21,7 +21,7 @@ struct Reading {
   /// Null when the log does not hold the key.
   [[nodiscard]] const KeyValue* find(std::uint32_t key) const;
   /// The number that a key holds. Throws a Failure when the log does not hold the key.
-  [[nodiscard]] std::int64_t number(const QtfLogKeyInfo& key) const;
+  [[nodiscard]] std::int64_t number(const vqs::KeyRow& key) const;
   /// Throws a Failure when the log was not read to its end.
   void requireWhole() const;
 };

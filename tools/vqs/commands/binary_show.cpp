@@ -28,8 +28,7 @@ std::string asText(const PolicyFile& file, const std::string& name) {
 }
 
 void show(Context& context, const BinaryShowArguments& arguments) {
-  requireReadable(arguments.file);
-  const auto file = readPolicyFile(openForFiles(context), arguments.file);
+  const auto file = readPolicyFile(arguments.file);
   context.out = arguments.json ? asJson(file) : asText(file, fileName(arguments.file));
 }
 

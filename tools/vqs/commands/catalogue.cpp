@@ -18,13 +18,12 @@ using CatalogueReader = Catalogue(const Session& session);
 
 std::string catalogueAsJson(const Catalogue& catalogue, const std::vector<CatalogueEntry>& entries) {
   auto array = nlohmann::ordered_json::array();
-  for (const auto& entry : entries) array.push_back(entry.json);
+  for (const auto& entry : entries) array.push_back(toJson(entry));
   return renderJson({{fmt::format("{}s", catalogue.noun), array}});
 }
 
 void listCatalogue(Context& context, const CatalogueArguments& arguments, CatalogueReader read) {
-  Catalogue catalogue{};
-  withDriver(context, [&](const Session& session) { catalogue = read(session); });
+  const auto catalogue = read(openIfThere(context));
   const auto entries = select(catalogue, arguments.filter);
   context.out = arguments.json ? catalogueAsJson(catalogue, entries) : renderCatalogue(entries);
 }
@@ -38,7 +37,7 @@ void addCatalogueCommand(CLI::App& command, Context& context, CatalogueReader re
   addOutputOption(command, context);
   command.footer(
       "ENABLED and DRIVER are the driver's two flags: an entry that this platform does not support\n"
-      "has none. A filter that nothing matches is an error.\n\n"
+      "has none; without a driver they are not known. A filter that nothing matches is an error.\n\n"
       "Examples:\n" +
       example);
   command.callback([&context, arguments, read] { listCatalogue(context, *arguments, read); });

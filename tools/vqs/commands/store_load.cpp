@@ -100,8 +100,8 @@ std::set<std::uint32_t> prepareStore(const Session& session, const Store& store,
   return present;
 }
 
-std::string load(const Session& session, const Store& store, const StoreLoadArguments& arguments) {
-  const auto file = readPolicyFile(session, arguments.file);
+std::string load(const Session& session, const Store& store, const StoreLoadArguments& arguments,
+                 const PolicyFile& file) {
   const auto present = prepareStore(session, store, arguments, file);
   sendAll(session, store, file.policies, present);
   if (store.id == VQS_POLICY_STORE_ASM) setVersions(session, file);
@@ -113,8 +113,8 @@ std::string load(const Session& session, const Store& store, const StoreLoadArgu
 
 void runLoad(Context& context, const StoreLoadArguments& arguments) {
   const auto& store = storeNamed(arguments.store);
-  requireReadable(arguments.file);
-  withDriver(context, [&](const Session& session) { context.out = load(session, store, arguments); });
+  const auto file = readPolicyFile(arguments.file);
+  withDriver(context, [&](const Session& session) { context.out = load(session, store, arguments, file); });
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "../stores.h"
 #include "../text.h"
 #include "command.h"
+#include "vqs/policy_binary.h"
 
 namespace tool {
 namespace {
@@ -76,7 +77,7 @@ void writeWhole(const Session& session, const Store& store, Versions versions, c
 PolicyFile writeBinary(const Session& session, const Store& store, Versions versions, const OutputFile& file,
                        std::span<const VqsPolicyV2> policies) {
   writeWhole(session, store, versions, file, false);
-  const auto written = tryReadPolicyFile(session, file.path(), platform::fileSize(file.path()).value_or(0));
+  const auto written = parsePolicies(readBytes(file.path()));
   if (written && written->policies.size() == policies.size()) return *written;
   throw Failure{fmt::format("the {} store was not saved: {}", store.title, reasonForRefusal(policies))};
 }

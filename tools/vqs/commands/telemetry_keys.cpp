@@ -15,11 +15,11 @@ struct TelemetryKeysArguments {
 std::string keysAsJson(const KeyTable& table) {
   auto keys = nlohmann::ordered_json::array();
   for (const auto& key : table.keys())
-    keys.push_back({{"KeyId", key.KeyId},
-                    {"ElementType", key.ElementType},
-                    {"ElementCount", key.ElementCount},
-                    {"Param", key.Param},
-                    {"Name", key.Name}});
+    keys.push_back({{"KeyId", key.id},
+                    {"ElementType", key.type},
+                    {"ElementCount", key.count},
+                    {"Param", key.param},
+                    {"Name", key.name}});
   return renderJson({{"keys", keys}});
 }
 
@@ -30,8 +30,8 @@ std::string keysAsText(const KeyTable& table) {
                   {"COUNT", Align::right},
                   {"PARAM", Align::right}}};
   for (const auto& key : table.keys())
-    text.add({std::to_string(key.KeyId), key.Name, describeElementType(key.ElementType),
-              std::to_string(key.ElementCount), std::to_string(key.Param)});
+    text.add({std::to_string(key.id), key.name, describeElementType(key.type), std::to_string(key.count),
+              std::to_string(key.param)});
   return text.render();
 }
 

@@ -14,15 +14,14 @@ struct TelemetryShowArguments {
 
 std::string readingAsJson(const Reading& reading) {
   auto values = nlohmann::ordered_json::object();
-  for (const auto& value : reading.values) values[value.key().Name] = value.json();
+  for (const auto& value : reading.values) values[value.key().name] = value.json();
   return renderJson({{"values", values}});
 }
 
 std::string readingAsText(const Reading& reading) {
   if (reading.values.empty()) return reading.fault.empty() ? "The driver's log holds no keys.\n" : "";
   TextTable table{{{"ID", Align::right}, {"NAME", Align::left}, {"VALUE", Align::left}}};
-  for (const auto& value : reading.values)
-    table.add({std::to_string(value.key().KeyId), value.key().Name, value.text()});
+  for (const auto& value : reading.values) table.add({std::to_string(value.key().id), value.key().name, value.text()});
   return table.render();
 }
 

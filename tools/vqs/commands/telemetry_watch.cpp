@@ -25,7 +25,7 @@ struct TelemetryWatchArguments {
 
 struct WatchPlan {
   KeyTable table;
-  std::vector<QtfLogKeyInfo> keys;
+  std::vector<vqs::KeyRow> keys;
   std::chrono::milliseconds interval;
   /// 0 for no end
   std::uint32_t readings;
@@ -55,11 +55,11 @@ WatchPlan planWatch(const TelemetryWatchArguments& arguments) {
   return plan;
 }
 
-std::vector<ShownValue> shownValues(const Reading& reading, const std::vector<QtfLogKeyInfo>& keys) {
+std::vector<ShownValue> shownValues(const Reading& reading, const std::vector<vqs::KeyRow>& keys) {
   std::vector<ShownValue> values;
   for (const auto& key : keys) {
-    const auto* found = reading.find(key.KeyId);
-    values.push_back({.name = key.Name, .value = found != nullptr ? std::optional{found->text()} : std::nullopt});
+    const auto* found = reading.find(key.id);
+    values.push_back({.name = key.name, .value = found != nullptr ? std::optional{found->text()} : std::nullopt});
   }
   return values;
 }

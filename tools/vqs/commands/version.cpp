@@ -20,6 +20,7 @@ std::string describeFile(vqsStatus status, const Words& words, const char* file)
 }
 
 void showVersions(Context& context) {
+  useLibrary(context);
   Words library{};
   const vqsStatus libraryStatus = vqsGetVersion(library.data());
   Words driver{};

@@ -1,28 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
-#include "channel/text.h"
-#include "policy/conversion.h"
+#include "format/policy/conversion.h"
 
 namespace vqs {
 namespace {
 
-bool packName(std::span<VqsChar16> destination, std::span<const char> name) {
-  return widenTerminated(destination, name);
+bool packName(std::span<VqsChar16> destination, std::span<const char> name, const TextConversion& text) {
+  return text.widenTerminated(destination, name);
+}
+bool packUnits(std::span<VqsChar16> destination, std::span<const char> field, const TextConversion& text) {
+  return text.widenField(destination, field);
 }
 
-bool packName(std::span<VqsChar16> destination, std::span<const VqsChar16> name) {
-  std::ranges::copy(name, destination.begin());
+bool packUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> field, NoConversion /*text*/) {
+  std::ranges::copy(field, destination.begin());
   return true;
 }
-
-bool packTextUnits(std::span<VqsChar16> destination, std::span<const char> text) {
-  return widenField(destination, text);
-}
-
-bool packTextUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> text) {
-  std::ranges::copy(text, destination.begin());
-  return true;
+bool packName(std::span<VqsChar16> destination, std::span<const VqsChar16> name, NoConversion text) {
+  return packUnits(destination, name, text);
 }
 
 int packCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destination) {
@@ -31,11 +27,11 @@ int packCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destinat
   return kConverted;
 }
 
-template <class Text>
-int packText(const Text& source, VqsPackedText& destination) {
+template <class Text, class Conversion>
+int packText(const Text& source, VqsPackedText& destination, const Conversion& text) {
   if (source.flag > VQS_POLICY_MAX_TEXT_FLAG) return kMalformed;
   destination.flag = source.flag;
-  if (!packTextUnits(destination.text, source.text)) return kNotConverted;
+  if (!packUnits(destination.text, source.text, text)) return kNotConverted;
   const std::size_t length = unitsBeforeZero(std::span<const VqsChar16>{destination.text}) + 1;
   if (length > VQS_POLICY_TEXT_UNITS) return kMalformed;
   destination.length = static_cast<std::uint16_t>(length);
@@ -73,15 +69,15 @@ void packScalars(const Policy& source, VqsPackedPolicy& destination) {
   destination.textCount = source.textCount;
 }
 
-template <class Policy>
-int packPolicy(const Policy* source, VqsPackedPolicy* destination) {
+template <class Policy, class Conversion>
+int packPolicy(const Policy* source, VqsPackedPolicy* destination, const Conversion& text) {
   if (source == nullptr || destination == nullptr) return kNullPointer;
-  if (!packName(destination->name, source->name)) return kNotConverted;
+  if (!packName(destination->name, source->name, text)) return kNotConverted;
   packScalars(*source, *destination);
   for (std::size_t i = 0; i < std::min<std::size_t>(source->conditionCount, VQS_POLICY_MAX_CONDITIONS); ++i)
     if (const int result = packCondition(source->conditions[i], destination->conditions[i])) return result;
   for (std::size_t i = 0; i < std::min<std::size_t>(source->textCount, VQS_POLICY_MAX_TEXTS); ++i)
-    if (const int result = packText(source->texts[i], destination->texts[i])) return result;
+    if (const int result = packText(source->texts[i], destination->texts[i], text)) return result;
   for (std::size_t i = 0; i < std::min<std::size_t>(source->actionCount, VQS_POLICY_MAX_ACTIONS); ++i)
     packAction(source->actions[i], destination->actions[i]);
   return kConverted;
@@ -89,16 +85,23 @@ int packPolicy(const Policy* source, VqsPackedPolicy* destination) {
 
 }  // namespace
 
-int packPolicyV0(const VqsPolicyV0* source, VqsPackedPolicy* destination) { return packPolicy(source, destination); }
-int packPolicyV1(const VqsPolicyV1* source, VqsPackedPolicy* destination) { return packPolicy(source, destination); }
-int packPolicyV2(const VqsPolicyV2* source, VqsPackedPolicy* destination) { return packPolicy(source, destination); }
+int packPolicyV0(const VqsPolicyV0* source, VqsPackedPolicy* destination, const TextConversion& text) {
+  return packPolicy(source, destination, text);
+}
+int packPolicyV1(const VqsPolicyV1* source, VqsPackedPolicy* destination, const TextConversion& text) {
+  return packPolicy(source, destination, text);
+}
+int packPolicyV2(const VqsPolicyV2* source, VqsPackedPolicy* destination) {
+  return packPolicy(source, destination, NoConversion{});
+}
 
-int packPolicyBody(std::uint32_t structureVersion, const void* body, VqsPackedPolicy* destination) {
+int packPolicyBody(std::uint32_t structureVersion, const void* body, VqsPackedPolicy* destination,
+                   const TextConversion& text) {
   switch (structureVersion) {
     case 0:
-      return packPolicyV0(static_cast<const VqsPolicyV0*>(body), destination);
+      return packPolicyV0(static_cast<const VqsPolicyV0*>(body), destination, text);
     case 1:
-      return packPolicyV1(static_cast<const VqsPolicyV1*>(body), destination);
+      return packPolicyV1(static_cast<const VqsPolicyV1*>(body), destination, text);
     case 2:
       return packPolicyV2(static_cast<const VqsPolicyV2*>(body), destination);
     default:

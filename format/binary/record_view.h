@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <span>
 
-#include "policy/packed_policy.h"
+#include "format/policy/packed_policy.h"
 
 namespace vqs {
 

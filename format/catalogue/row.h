@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <span>
 #include <string_view>
 
-#include "vqs/catalogue.h"
+#include "vqs/catalogue_records.h"
 
 namespace vqs {
 
@@ -26,34 +23,34 @@ inline constexpr std::uint32_t kAllOperators = 31;
 inline constexpr std::uint32_t kUnbounded = VQS_VALUE_UNBOUNDED;
 inline constexpr std::uint32_t kLowestSigned = 0x80000000;
 
-/// A row of a catalogue as it is written down; what is not named is zero or empty.
+/// A row of a catalogue as it is written down; what is not named is usual.
 struct ConditionRow {
-  std::uint32_t id = 0;
+  std::uint32_t id;
   std::string_view name;
-  std::uint32_t type = 0;
-  std::uint32_t operators = 0;
+  std::uint32_t type = kUnsigned;
+  std::uint32_t operators = kAllOperators;
   std::uint32_t min = 0;
-  std::uint32_t max = 0;
+  std::uint32_t max = kUnbounded;
   std::string_view units = {};
-  std::uint32_t enabled = 0;
-  std::uint32_t attr1 = 0;
-  std::uint32_t driverFlag = 0;
-  std::uint32_t attr2 = 0;
-  std::uint32_t attr3 = 0;
+  std::uint32_t enabled = 1;
+  std::uint32_t attr1 = 1;
+  std::uint32_t driverFlag = 1;
+  std::uint32_t attr2 = 2;
+  std::uint32_t attr3 = 1;
   std::uint32_t attr4 = 0;
   std::span<const QtfOptionInfo> options = {};
 };
 
 struct ActionRow {
-  std::uint32_t id = 0;
+  std::uint32_t id;
   std::string_view name;
-  std::uint32_t type = 0;
+  std::uint32_t type = kUnsigned;
   std::uint32_t min = 0;
-  std::uint32_t max = 0;
+  std::uint32_t max = kUnbounded;
   std::string_view units = {};
-  std::uint32_t enabled = 0;
-  std::uint32_t driverFlag = 0;
-  std::uint32_t attr1 = 0;
+  std::uint32_t enabled = 1;
+  std::uint32_t driverFlag = 1;
+  std::uint32_t attr1 = 1;
   std::span<const QtfOptionInfo> options = {};
 };
 
@@ -62,21 +59,6 @@ constexpr bool idsAreIndexes(const Row (&rows)[N]) {
   for (std::size_t i = 0; i < N; ++i)
     if (rows[i].id != i) return false;
   return true;
-}
-
-/// A text that leaves no room for its NUL does not compile: the write past the field's end is no constant expression.
-template <std::size_t N>
-constexpr void copyText(char (&field)[N], std::string_view text) {
-  for (std::size_t i = 0; i < text.size(); ++i) field[i] = text[i];
-  field[text.size()] = '\0';
-}
-
-/// Every row's record, made while compiling.
-template <class Record, class Row, std::size_t N>
-consteval std::array<Record, N> records(const Row (&rows)[N], Record (*make)(const Row&)) {
-  std::array<Record, N> made{};
-  std::ranges::transform(rows, made.begin(), make);
-  return made;
 }
 
 }  // namespace vqs

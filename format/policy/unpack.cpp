@@ -1,30 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
-#include "channel/text.h"
-#include "policy/conversion.h"
+#include "format/policy/conversion.h"
 
 namespace vqs {
 namespace {
 
-bool unpackName(std::span<char> destination, std::span<const VqsChar16> name) {
-  if (!narrowField(destination, name)) return false;
+bool unpackUnits(std::span<char> destination, std::span<const VqsChar16> units, const TextConversion& text) {
+  return text.narrowField(destination, units);
+}
+bool unpackName(std::span<char> destination, std::span<const VqsChar16> name, const TextConversion& text) {
+  if (!unpackUnits(destination, name, text)) return false;
   destination.back() = '\0';
   return true;
 }
 
-bool unpackName(std::span<VqsChar16> destination, std::span<const VqsChar16> name) {
-  std::ranges::copy(name, destination.begin());
+bool unpackUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> units, NoConversion /*text*/) {
+  std::ranges::copy(units, destination.begin());
   return true;
 }
-
-bool unpackTextUnits(std::span<char> destination, std::span<const VqsChar16> text) {
-  return narrowField(destination, text);
-}
-
-bool unpackTextUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> text) {
-  std::ranges::copy(text, destination.begin());
-  return true;
+bool unpackName(std::span<VqsChar16> destination, std::span<const VqsChar16> name, NoConversion text) {
+  return unpackUnits(destination, name, text);
 }
 
 /// Version 0 refuses a text that version 1 cuts. One without any zero unit slips through and is cut in both.
@@ -33,11 +29,11 @@ bool fitsVersion0(std::span<const VqsChar16> text) {
   return length == text.size() || length < VQS_POLICY_TEXT_SIZE;
 }
 
-template <class Text>
-int unpackText(const VqsPackedText& source, Text& destination) {
+template <class Text, class Conversion>
+int unpackText(const VqsPackedText& source, Text& destination, const Conversion& text) {
   if (source.flag > VQS_POLICY_MAX_TEXT_FLAG) return kMalformed;
   destination.flag = source.flag;
-  return unpackTextUnits(destination.text, source.text) ? kConverted : kNotConverted;
+  return unpackUnits(destination.text, source.text, text) ? kConverted : kNotConverted;
 }
 
 int unpackCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destination) {
@@ -80,27 +76,26 @@ void unpackScalars(const VqsPackedPolicy& source, Policy& destination) {
   destination.textCount = source.textCount;
 }
 
-template <class Policy>
-int unpackTexts(const VqsPackedPolicy& source, Policy& destination) {
+template <class Policy, class Conversion>
+int unpackTexts(const VqsPackedPolicy& source, Policy& destination, const Conversion& text) {
   for (std::size_t i = 0; i < source.textCount; ++i) {
-    const auto& text = source.texts[i];
     if constexpr (std::is_same_v<Policy, VqsPolicyV0>)
-      if (!fitsVersion0(text.text)) return kMalformed;
-    if (const int result = unpackText(text, destination.texts[i])) return result;
+      if (!fitsVersion0(source.texts[i].text)) return kMalformed;
+    if (const int result = unpackText(source.texts[i], destination.texts[i], text)) return result;
   }
   return kConverted;
 }
 
-template <class Policy>
-int unpackPolicy(const VqsPackedPolicy* source, Policy* destination) {
+template <class Policy, class Conversion>
+int unpackPolicy(const VqsPackedPolicy* source, Policy* destination, const Conversion& text) {
   if (source == nullptr || destination == nullptr) return kNullPointer;
-  if (!unpackName(destination->name, source->name)) return kNotConverted;
+  if (!unpackName(destination->name, source->name, text)) return kNotConverted;
   unpackScalars(*source, *destination);
   if (source->conditionCount > VQS_POLICY_MAX_CONDITIONS) return kMalformed;
   for (std::size_t i = 0; i < source->conditionCount; ++i)
     if (const int result = unpackCondition(source->conditions[i], destination->conditions[i])) return result;
   if (source->textCount > VQS_POLICY_MAX_TEXTS) return kMalformed;
-  if (const int result = unpackTexts(*source, *destination)) return result;
+  if (const int result = unpackTexts(*source, *destination, text)) return result;
   if (source->actionCount > VQS_POLICY_MAX_ACTIONS) return kMalformed;
   for (std::size_t i = 0; i < source->actionCount; ++i)
     if (const int result = unpackAction(source->actions[i], destination->actions[i])) return result;
@@ -109,22 +104,23 @@ int unpackPolicy(const VqsPackedPolicy* source, Policy* destination) {
 
 }  // namespace
 
-int unpackPolicyV0(const VqsPackedPolicy* source, VqsPolicyV0* destination) {
-  return unpackPolicy(source, destination);
+int unpackPolicyV0(const VqsPackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text) {
+  return unpackPolicy(source, destination, text);
 }
-int unpackPolicyV1(const VqsPackedPolicy* source, VqsPolicyV1* destination) {
-  return unpackPolicy(source, destination);
+int unpackPolicyV1(const VqsPackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text) {
+  return unpackPolicy(source, destination, text);
 }
 int unpackPolicyV2(const VqsPackedPolicy* source, VqsPolicyV2* destination) {
-  return unpackPolicy(source, destination);
+  return unpackPolicy(source, destination, NoConversion{});
 }
 
-int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* source, void* body) {
+int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* source, void* body,
+                     const TextConversion& text) {
   switch (structureVersion) {
     case 0:
-      return unpackPolicyV0(source, static_cast<VqsPolicyV0*>(body));
+      return unpackPolicyV0(source, static_cast<VqsPolicyV0*>(body), text);
     case 1:
-      return unpackPolicyV1(source, static_cast<VqsPolicyV1*>(body));
+      return unpackPolicyV1(source, static_cast<VqsPolicyV1*>(body), text);
     case 2:
       return unpackPolicyV2(source, static_cast<VqsPolicyV2*>(body));
     default:
@@ -133,7 +129,7 @@ int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* sour
 }
 
 int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
-                      const VqsPackedPolicy* policies, std::uint32_t count) {
+                      const VqsPackedPolicy* policies, std::uint32_t count, const TextConversion& text) {
   if (destination == nullptr || destinationSize == 0) return kNullPointer;
   const auto bodySize = policyBodySize(structureVersion);
   if (!bodySize) return kMalformed;
@@ -141,7 +137,7 @@ int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uin
   if (count == 0) return kNotConverted;
   auto* body = static_cast<std::byte*>(destination);
   for (std::size_t i = 0; i < count; ++i)
-    if (const int result = unpackPolicyBody(structureVersion, policies + i, body + i * *bodySize)) return result;
+    if (const int result = unpackPolicyBody(structureVersion, policies + i, body + i * *bodySize, text)) return result;
   return kConverted;
 }
 

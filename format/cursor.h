@@ -30,6 +30,9 @@ class ByteReader {
     return true;
   }
 
+  /// Bytes that are left.
+  [[nodiscard]] std::size_t size() const { return rest_.size(); }
+
   /// Fills the front of an array; false when the field is longer than the array or the rest of the file.
   template <class T, std::size_t N>
   bool take(std::size_t size, T (&array)[N]) {

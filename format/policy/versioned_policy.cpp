@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "policy/conversion.h"
+#include "format/policy/conversion.h"
 
 namespace vqs {
 
@@ -24,9 +24,10 @@ std::optional<std::uint32_t> wholeBodyVersion(const VqsVersionedPolicy& record, 
   return bodySize && size - kHead >= *bodySize ? std::optional{version} : std::nullopt;
 }
 
-bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, VqsPackedPolicy& destination) {
+bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, VqsPackedPolicy& destination,
+                         const TextConversion& text) {
   const auto version = wholeBodyVersion(record, size);
-  return version && packPolicyBody(*version, &record.policy, &destination) == kConverted;
+  return version && packPolicyBody(*version, &record.policy, &destination, text) == kConverted;
 }
 
 }  // namespace vqs

@@ -14,6 +14,16 @@ inline constexpr std::uint16_t kRevision5 = 5;
 
 inline constexpr std::array<char, 4> kMagic = {'$', 'Q', 'T', 'F'};
 
+/// Where the fields of a header begin. The number of policies has another place in the older revisions.
+inline constexpr std::size_t kRevisionOffset = 2;
+inline constexpr std::size_t kVersionsOffset = 4;
+inline constexpr std::size_t kMagicOffset = 8;
+inline constexpr std::size_t kCountOffset = 12;
+inline constexpr std::size_t kOldCountOffset = 8;
+
+/// What every revision's header has.
+inline constexpr std::size_t kSmallestHead = 12;
+
 /// Header sizes: revision 5, and the older ones.
 inline constexpr std::size_t kHeaderSize = 16;
 inline constexpr std::size_t kOldHeaderSize = 64;

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+namespace vqs {
+
+/// Takes the next piece of a text.
+struct TextSink {
+  void (*take)(void* target, std::string_view piece);
+  void* target;
+
+  void put(std::string_view piece) const { take(target, piece); }
+};
+
+/// Writes a binary as registry export text, piece by piece: one value of the driver's key, on one line. Without a name
+/// it is the key's default value.
+void writeRegistryText(const TextSink& sink, std::string_view valueName, std::span<const std::byte> binary);
+
+}  // namespace vqs
