@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "binary/file.h"
-#include "binary/registry_export.h"
-#include "channel/text.h"
 #include "format/binary/builder.h"
 #include "format/binary/reader.h"
 #include "format/policy/conversion.h"
+#include "src/binary/file.h"
+#include "src/binary/registry_export.h"
+#include "src/channel/text.h"
 
 // Compare ratios within one run, not times between runs: parsing against a copy of the same bytes, for example.
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 // Against the simulated driver in process. Compare ratios within one run: a walk against a copy of the area that it
 // goes through, a request of the library against the smallest one.

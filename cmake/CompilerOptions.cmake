@@ -1,6 +1,8 @@
 # Warnings and code generation for everything that is ours: link vqs_options privately.
 
 add_library(vqs_options INTERFACE)
+# The one root of the rooms' own headers. Public ones are below include/.
+target_include_directories(vqs_options INTERFACE ${PROJECT_SOURCE_DIR})
 if(MSVC)
   # What throws says so itself: taking back CMake's own /EHsc would be a warning (D9025).
   string(REPLACE "/EHsc" "" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")

@@ -4,7 +4,7 @@
 find_program(VQS_CLANG_FORMAT NAMES clang-format-19 REQUIRED)
 find_program(VQS_CLANG_TIDY NAMES clang-tidy-19 REQUIRED)
 
-set(code_folders bench examples fuzz host include simulator src tests tools)
+set(code_folders bench examples format fuzz host include simulator src tests tool)
 list(TRANSFORM code_folders PREPEND ${PROJECT_SOURCE_DIR}/)
 list(TRANSFORM code_folders APPEND "/*.h" OUTPUT_VARIABLE header_patterns)
 list(TRANSFORM code_folders APPEND "/*.cpp" OUTPUT_VARIABLE source_patterns)
@@ -18,12 +18,12 @@ add_custom_target(format
   COMMENT "Formatting all code")
 
 set(tidy_headers ${code_headers})
-list(FILTER tidy_headers INCLUDE REGEX "^(include|src|host|simulator|tools)/")
+list(FILTER tidy_headers INCLUDE REGEX "^(include|format|src|host|simulator|tool)/")
 list(TRANSFORM tidy_headers PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE tidy_headers_full)
 set(tidy_sources ${code_sources})
-list(FILTER tidy_sources INCLUDE REGEX "^(src|host|simulator|tools)/")
+list(FILTER tidy_sources INCLUDE REGEX "^(format|src|host|simulator|tool)/")
 # What is for Windows needs its headers.
-list(FILTER tidy_sources EXCLUDE REGEX "^simulator/device/|^tools/(simulator|vqs)/|^host/windows_|_windows\\.cpp$")
+list(FILTER tidy_sources EXCLUDE REGEX "^simulator/(device|installer)/|^tool/|^host/windows_|_windows\\.cpp$")
 if(NOT tidy_sources OR NOT tidy_headers)
   message(FATAL_ERROR "no code was found to look at")
 endif()
@@ -32,7 +32,7 @@ endif()
 set(database ${PROJECT_BINARY_DIR}/tidy/database)
 file(GLOB_RECURSE build_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/CMakeLists.txt
   ${PROJECT_SOURCE_DIR}/host/CMakeLists.txt ${PROJECT_SOURCE_DIR}/simulator/CMakeLists.txt
-  ${PROJECT_SOURCE_DIR}/tools/*/CMakeLists.txt ${PROJECT_SOURCE_DIR}/cmake/*.cmake)
+  ${PROJECT_SOURCE_DIR}/format/CMakeLists.txt ${PROJECT_SOURCE_DIR}/tool/CMakeLists.txt ${PROJECT_SOURCE_DIR}/cmake/*.cmake)
 add_custom_command(OUTPUT ${database}/compile_commands.json
   COMMAND ${CMAKE_COMMAND} -S ${PROJECT_SOURCE_DIR} -B ${database} -G ${CMAKE_GENERATOR} -D VQS_TESTS=OFF
     -D CMAKE_DISABLE_PRECOMPILE_HEADERS=ON -D CMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER} >/dev/null
@@ -56,9 +56,9 @@ foreach(source IN LISTS tidy_sources)
 endforeach()
 # The tool is looked at in the piece that it is compiled in.
 set(tool_sources ${code_sources})
-list(FILTER tool_sources INCLUDE REGEX "^tools/vqs/")
+list(FILTER tool_sources INCLUDE REGEX "^tool/")
 list(TRANSFORM tool_sources PREPEND ${PROJECT_SOURCE_DIR}/)
-vqs_tidy(tools_vqs ${database}/tools/vqs/CMakeFiles/vqs.dir/Unity/unity_0_cxx.cxx ${tool_sources})
+vqs_tidy(tool ${database}/tool/CMakeFiles/vqs.dir/Unity/unity_0_cxx.cxx ${tool_sources})
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/tidy)
 add_custom_target(tidy DEPENDS ${stamps})
 

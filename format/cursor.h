@@ -9,6 +9,21 @@
 
 namespace vqs {
 
+/// Bytes of a known number, which values are read from at known places.
+template <std::size_t N>
+class FixedBytes {
+ public:
+  template <std::size_t offset, std::integral T>
+  void read(T& value) const {
+    static_assert(offset + sizeof(T) <= N);
+    std::memcpy(&value, bytes_.data() + offset, sizeof(T));
+  }
+
+ private:
+  friend class ByteReader;
+  std::span<const std::byte> bytes_;
+};
+
 /// Takes fields off the front of a file, each only when it lies wholly inside.
 class ByteReader {
  public:
@@ -30,6 +45,11 @@ class ByteReader {
     return true;
   }
 
+  template <std::size_t N>
+  bool take(FixedBytes<N>& bytes) {
+    return take(N, bytes.bytes_);
+  }
+
   /// Bytes that are left.
   [[nodiscard]] std::size_t size() const { return rest_.size(); }
 
@@ -38,7 +58,7 @@ class ByteReader {
   bool take(std::size_t size, T (&array)[N]) {
     std::span<const std::byte> field;
     if (size > sizeof(array) || !take(size, field)) return false;
-    std::ranges::copy(field, std::as_writable_bytes(std::span{array}).begin());
+    std::memcpy(array, field.data(), size);
     return true;
   }
 
@@ -53,7 +73,7 @@ class ByteWriter {
 
   bool put(std::span<const std::byte> field) {
     if (rest_.size() < field.size()) return false;
-    std::ranges::copy(field, rest_.begin());
+    std::memcpy(rest_.data(), field.data(), field.size());
     rest_ = rest_.subspan(field.size());
     return true;
   }

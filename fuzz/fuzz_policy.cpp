@@ -4,11 +4,11 @@
 #include <memory>
 #include <vector>
 
-#include "channel/text.h"
 #include "format/binary/builder.h"
 #include "format/binary/reader.h"
 #include "format/policy/conversion.h"
 #include "fuzz/check.h"
+#include "src/channel/text.h"
 
 namespace {
 

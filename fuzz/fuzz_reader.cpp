@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "channel/session.h"
+#include <vqs/policy_binary.h>
 #include "fuzz/check.h"
-#include "vqs/policy_binary.h"
+#include "src/channel/session_record.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 static uint32_t number(int count, char** arguments, int index, uint32_t otherwise) {
   return index < count ? (uint32_t)strtoul(arguments[index], NULL, 0) : otherwise;

@@ -7,7 +7,7 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 enum { POLICY_ID = 4711 };
 

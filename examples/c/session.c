@@ -3,7 +3,7 @@
 #include <inttypes.h>
 #include <stdio.h>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 static void printVersion(const char* of, vqsStatus status, const VqsVersion* version) {
   const VqsVersionNumbers* numbers = &version->numbers;

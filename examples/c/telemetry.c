@@ -4,7 +4,7 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 /* The records do not stand in the order of the ids, so they are put there: a key's is at its id. */
 static QtfLogKeyInfo keys[VQS_LOG_KV_KEYS + 1];

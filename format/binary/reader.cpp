@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <optional>
 
+#include <vqs/policy_binary_records.h>
 #include "format/cursor.h"
-#include "vqs/policy_binary_records.h"
 
 namespace vqs {
 namespace {
@@ -115,10 +115,6 @@ EntryFormat formatOf(std::span<const std::byte> file) {
   }
 }
 
-void widen(std::span<const std::byte> characters, std::span<VqsChar16> units) {
-  std::ranges::transform(characters, units.begin(), [](std::byte character) { return VqsChar16(character); });
-}
-
 /// Reads the entries of a file one by one, and keeps the first defect.
 class EntryReader {
  public:
@@ -180,10 +176,15 @@ class EntryReader {
   bool takeName(VqsPackedPolicy& policy) {
     std::uint32_t size = 0;
     if (!takeWithin(size, 1, format_.limits.name, DefectKind::kNameLength)) return false;
-    if (format_.isWide) return take(size, policy.name);
+    return format_.isWide ? take(size, policy.name) : takeCharacters(size, size, policy.name);
+  }
+
+  /// Of the older revisions. The last ones may be dropped, whatever they are.
+  bool takeCharacters(std::uint32_t size, std::uint32_t kept, std::span<VqsChar16> units) {
     std::span<const std::byte> characters;
     if (!take(size, characters)) return false;
-    widen(characters, policy.name);
+    std::ranges::transform(characters.first(kept), units.begin(),
+                           [](std::byte character) { return VqsChar16(character); });
     return true;
   }
 
@@ -194,8 +195,16 @@ class EntryReader {
   }
 
   bool takeScalars(VqsPackedPolicy& policy) {
-    return take(policy.flag0) && take(policy.id) && take(policy.param0) && take(policy.flag1) && take(policy.flag2) &&
-           take(policy.param1) && take(policy.param2);
+    FixedBytes<19> scalars;
+    if (!take(scalars)) return false;
+    scalars.read<0>(policy.flag0);
+    scalars.read<1>(policy.id);
+    scalars.read<5>(policy.param0);
+    scalars.read<9>(policy.flag1);
+    scalars.read<10>(policy.flag2);
+    scalars.read<11>(policy.param1);
+    scalars.read<15>(policy.param2);
+    return true;
   }
 
   bool takeConditions(VqsPackedPolicy& policy) {
@@ -214,23 +223,19 @@ class EntryReader {
            VQS_POLICY_MAX_OPERATOR);
   }
 
-  /// Of the older revisions. The stored last character is dropped, whatever it is.
-  bool takeCharacters(std::uint32_t size, VqsPackedText& text) {
-    if (size < 2) {
-      note(DefectKind::kTextWithoutCharacters, offset() - sizeof(size), size, 0, format_.limits.textSize);
-      return false;
-    }
-    std::span<const std::byte> characters;
-    if (!take(size, characters)) return false;
-    widen(characters.first(size - 1), text.text);
-    return true;
+  /// In the older revisions the last character stored is the terminator.
+  bool takeUnits(std::uint32_t size, VqsPackedText& text) {
+    if (format_.isWide) return take(size, text.text);
+    if (size >= 2) return takeCharacters(size, size - 1, text.text);
+    note(DefectKind::kTextWithoutCharacters, offset() - sizeof(size), size, 0, format_.limits.textSize);
+    return false;
   }
 
   bool takeText(VqsPackedText& text) {
     std::uint32_t size = 0;
     if (!takeWithin(size, 0, format_.limits.textSize, DefectKind::kTextLength)) return false;
     if (size == 0 && !format_.hasEmptyTextFlag) return true;
-    if (size != 0 && !(format_.isWide ? take(size, text.text) : takeCharacters(size, text))) return false;
+    if (size != 0 && !takeUnits(size, text)) return false;
     if (!take(text.flag)) return false;
     if (text.flag > VQS_POLICY_MAX_TEXT_FLAG)
       note(DefectKind::kUnknownTextFlag, offset() - sizeof(text.flag), text.flag, 0, VQS_POLICY_MAX_TEXT_FLAG);
@@ -244,16 +249,33 @@ class EntryReader {
     return true;
   }
 
-  bool takeAction(VqsPolicyAction& action) {
-    if (!take(action.actionId) || !take(action.value)) return false;
-    return !format_.hasFullActions || (take(action.value2) && take(action.option1) && take(action.option2) &&
-                                       take(action.value3) && take(action.option3) && take(action.value4));
+  bool takeShortAction(VqsPolicyAction& action) {
+    FixedBytes<8> fields;
+    if (!take(fields)) return false;
+    fields.read<0>(action.actionId);
+    fields.read<4>(action.value);
+    return true;
+  }
+
+  bool takeFullAction(VqsPolicyAction& action) {
+    FixedBytes<23> fields;
+    if (!take(fields)) return false;
+    fields.read<0>(action.actionId);
+    fields.read<4>(action.value);
+    fields.read<8>(action.value2);
+    fields.read<12>(action.option1);
+    fields.read<13>(action.option2);
+    fields.read<14>(action.value3);
+    fields.read<18>(action.option3);
+    fields.read<19>(action.value4);
+    return true;
   }
 
   bool takeActions(VqsPackedPolicy& policy) {
     if (!takeWithin(policy.actionCount, 0, format_.limits.actions, DefectKind::kActionCount)) return false;
     for (entry_ = 0; entry_ < policy.actionCount; ++entry_)
-      if (!takeAction(policy.actions[entry_])) return false;
+      if (!(format_.hasFullActions ? takeFullAction(policy.actions[entry_]) : takeShortAction(policy.actions[entry_])))
+        return false;
     entry_ = 0;
     return true;
   }

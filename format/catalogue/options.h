@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "vqs/catalogue_records.h"
+#include <vqs/catalogue_records.h>
 
 // Options that condition and action types have alike.
 

@@ -6,7 +6,7 @@
 #include <span>
 #include <string_view>
 
-#include "vqs/catalogue_records.h"
+#include <vqs/catalogue_records.h>
 
 namespace vqs {
 

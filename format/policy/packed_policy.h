@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "vqs/policy_records.h"
+#include <vqs/policy_records.h>
 
 /// A text in the driver's form.
 struct VqsPackedText {

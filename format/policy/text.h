@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-#include "vqs/base.h"
+#include <vqs/base.h>
 
 namespace vqs {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "vqs/telemetry_records.h"
+#include <vqs/telemetry_records.h>
 
 namespace vqs {
 

@@ -2,7 +2,7 @@
 #include "simulator/model/battery.h"
 
 #include "simulator/model/context.h"
-#include "simulator/model/platform.h"
+#include "simulator/model/simulated_platform.h"
 
 namespace simulator {
 namespace {

@@ -6,7 +6,7 @@
 #include "simulator/model/app_io.h"
 #include "simulator/model/battery.h"
 #include "simulator/model/controls.h"
-#include "simulator/model/features.h"
+#include "simulator/model/feature_tables.h"
 #include "simulator/model/overrides.h"
 #include "simulator/model/sensors.h"
 

@@ -6,7 +6,7 @@
 #include "simulator/model/catalogue_support.h"
 #include "simulator/model/context.h"
 #include "simulator/model/controls.h"
-#include "simulator/model/features.h"
+#include "simulator/model/feature_tables.h"
 #include "simulator/model/override_value.h"
 #include "simulator/model/overrides.h"
 #include "simulator/model/sensors.h"

@@ -5,7 +5,7 @@
 
 #include "simulator/model/app_io.h"
 #include "simulator/model/binary_component.h"
-#include "simulator/model/features.h"
+#include "simulator/model/feature_tables.h"
 #include "simulator/model/overrides.h"
 #include "simulator/model/sensors.h"
 

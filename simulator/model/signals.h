@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "simulator/model/platform.h"
 #include "simulator/model/policy_component.h"
+#include "simulator/model/simulated_platform.h"
 
 namespace simulator {
 

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/file.h"
-#include "binary/registry_export.h"
-#include "binary/writer.h"
-#include "channel/request.h"
-#include "channel/session.h"
-#include "channel/text.h"
-#include "channel/work_buffer.h"
+#include <vqs/policy_binary.h>
 #include "format/binary/builder.h"
 #include "format/policy/conversion.h"
-#include "policy/store_request.h"
-#include "vqs/policy_binary.h"
+#include "src/binary/file.h"
+#include "src/binary/registry_export.h"
+#include "src/binary/writer.h"
+#include "src/channel/request.h"
+#include "src/channel/session_record.h"
+#include "src/channel/text.h"
+#include "src/channel/work_buffer.h"
+#include "src/policy/store_request.h"
 
 namespace vqs {
 namespace {

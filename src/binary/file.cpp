@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/file.h"
+#include "src/binary/file.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
 
-#include "channel/windows_api.h"
+#include "src/channel/windows_api.h"
 
 namespace vqs {
 namespace {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <span>
 
-#include "channel/work_buffer.h"
+#include "src/channel/work_buffer.h"
 
 namespace vqs {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
-#include "binary/file.h"
-#include "channel/session.h"
-#include "channel/text.h"
-#include "channel/work_buffer.h"
+#include <vqs/policy_binary.h>
 #include "format/binary/reader.h"
 #include "format/policy/conversion.h"
-#include "vqs/policy_binary.h"
+#include "src/binary/file.h"
+#include "src/channel/session_record.h"
+#include "src/channel/text.h"
+#include "src/channel/work_buffer.h"
 
 namespace vqs {
 namespace {

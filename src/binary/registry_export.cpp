@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/registry_export.h"
+#include "src/binary/registry_export.h"
 
-#include "binary/file.h"
 #include "format/binary/registry_text.h"
+#include "src/binary/file.h"
 
 namespace vqs {
 namespace {

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <span>
 
-#include "vqs/status.h"
+#include <vqs/status.h>
 
 namespace vqs {
 

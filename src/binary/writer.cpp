@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/writer.h"
+#include "src/binary/writer.h"
 
-#include "binary/file.h"
-#include "channel/work_buffer.h"
 #include "format/binary/builder.h"
+#include "src/binary/file.h"
+#include "src/channel/work_buffer.h"
 
 namespace vqs {
 

@@ -3,9 +3,9 @@
 
 #include <span>
 
+#include <vqs/status.h>
 #include "format/binary/layout.h"
 #include "format/policy/packed_policy.h"
-#include "vqs/status.h"
 
 namespace vqs {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/driver_handle.h"
+#include "src/channel/driver_handle.h"
 
-#include "channel/work_buffer.h"
+#include "src/channel/work_buffer.h"
 
 namespace vqs {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "channel/windows_api.h"
-#include "vqs/status.h"
+#include <vqs/status.h>
+#include "src/channel/windows_api.h"
 
 namespace vqs {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/invalid_parameter.h"
+#include "src/channel/invalid_parameter.h"
 
 #include <cstdlib>
 
-#include "channel/windows_api.h"
+#include "src/channel/windows_api.h"
 
 namespace vqs {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/request.h"
+#include "src/channel/request.h"
 
 #include <limits>
 

@@ -6,8 +6,8 @@
 #include <span>
 #include <type_traits>
 
-#include "channel/windows_api.h"
-#include "vqs/status.h"
+#include <vqs/status.h>
+#include "src/channel/windows_api.h"
 
 namespace vqs {
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/session.h"
+#include "src/channel/session_record.h"
 
-#include "channel/control_codes.h"
-#include "channel/driver_handle.h"
-#include "channel/request.h"
-#include "channel/status.h"
-#include "channel/wire_records.h"
-#include "channel/work_buffer.h"
+#include "src/channel/control_codes.h"
+#include "src/channel/driver_handle.h"
+#include "src/channel/map_status.h"
+#include "src/channel/request.h"
+#include "src/channel/wire_records.h"
+#include "src/channel/work_buffer.h"
 
 namespace vqs {
 namespace {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/text.h"
+#include "src/channel/text.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
-#include "channel/windows_api.h"
-#include "vqs/policy.h"
+#include <vqs/policy.h>
+#include "src/channel/windows_api.h"
 
 namespace vqs {
 namespace {

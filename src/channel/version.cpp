@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "channel/windows_api.h"
-#include "channel/work_buffer.h"
-#include "vqs/session.h"
+#include <vqs/session.h>
+#include "src/channel/windows_api.h"
+#include "src/channel/work_buffer.h"
 
 namespace vqs {
 namespace {

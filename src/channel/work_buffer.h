@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "channel/windows_api.h"
+#include "src/channel/windows_api.h"
 
 namespace vqs {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "log/key_tables.h"
+#include "src/log/key_tables.h"
 
 #include "format/telemetry/keys.h"
 

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "vqs/telemetry.h"
+#include <vqs/telemetry.h>
 
 namespace vqs {
 

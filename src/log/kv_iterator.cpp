@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <cstring>
 
-#include "channel/work_buffer.h"
 #include "format/telemetry/keys.h"
-#include "log/key_tables.h"
-#include "log/log_kv.h"
+#include "src/channel/work_buffer.h"
+#include "src/log/key_tables.h"
+#include "src/log/log_kv.h"
 
 namespace vqs {
 namespace {

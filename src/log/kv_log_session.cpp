@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/session.h"
-#include "channel/status.h"
-#include "channel/work_buffer.h"
-#include "log/log_kv.h"
-#include "log/log_request.h"
+#include "src/channel/map_status.h"
+#include "src/channel/session_record.h"
+#include "src/channel/work_buffer.h"
+#include "src/log/log_kv.h"
+#include "src/log/log_request.h"
 
 namespace vqs {
 namespace {

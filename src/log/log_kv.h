@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "vqs/telemetry.h"
+#include <vqs/telemetry.h>
 
 /// What a key/value log's handle points to.
 struct QtfLogKV {

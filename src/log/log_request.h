@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "channel/control_codes.h"
-#include "channel/request.h"
-#include "channel/wire_records.h"
+#include "src/channel/control_codes.h"
+#include "src/channel/request.h"
+#include "src/channel/wire_records.h"
 
 namespace vqs {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/session.h"
-#include "channel/status.h"
-#include "log/log_request.h"
-#include "vqs/telemetry.h"
+#include <vqs/telemetry.h>
+#include "src/channel/map_status.h"
+#include "src/channel/session_record.h"
+#include "src/log/log_request.h"
 
 namespace vqs {
 namespace {

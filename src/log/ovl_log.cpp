@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/driver_handle.h"
-#include "log/log_request.h"
-#include "vqs/telemetry.h"
+#include <vqs/telemetry.h>
+#include "src/channel/driver_handle.h"
+#include "src/log/log_request.h"
 
 // Every call opens the driver for itself and deliberately never closes that handle: what it mapped lives with it.
 

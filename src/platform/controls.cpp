@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstddef>
 
-#include "channel/control_codes.h"
-#include "channel/request.h"
-#include "channel/session.h"
-#include "channel/status.h"
-#include "channel/wire_records.h"
-#include "vqs/platform.h"
+#include <vqs/platform.h>
+#include "src/channel/control_codes.h"
+#include "src/channel/map_status.h"
+#include "src/channel/request.h"
+#include "src/channel/session_record.h"
+#include "src/channel/wire_records.h"
 
 namespace vqs {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/control_codes.h"
-#include "platform/table_control.h"
-#include "vqs/features.h"
+#include <vqs/features.h>
+#include "src/channel/control_codes.h"
+#include "src/platform/table_control.h"
 
 namespace vqs {
 namespace {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstddef>
 
-#include "channel/control_codes.h"
-#include "channel/request.h"
-#include "channel/session.h"
-#include "vqs/platform.h"
+#include <vqs/platform.h>
+#include "src/channel/control_codes.h"
+#include "src/channel/request.h"
+#include "src/channel/session_record.h"
 
 namespace vqs {
 namespace {

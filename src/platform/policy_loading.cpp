@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstddef>
 
-#include "channel/control_codes.h"
-#include "channel/request.h"
-#include "channel/session.h"
-#include "channel/status.h"
-#include "vqs/platform.h"
+#include <vqs/platform.h>
+#include "src/channel/control_codes.h"
+#include "src/channel/map_status.h"
+#include "src/channel/request.h"
+#include "src/channel/session_record.h"
 
 namespace vqs {
 namespace {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/control_codes.h"
-#include "channel/invalid_parameter.h"
-#include "channel/request.h"
-#include "channel/session.h"
-#include "channel/text.h"
-#include "vqs/platform.h"
+#include <vqs/platform.h>
+#include "src/channel/control_codes.h"
+#include "src/channel/invalid_parameter.h"
+#include "src/channel/request.h"
+#include "src/channel/session_record.h"
+#include "src/channel/text.h"
 
 vqsStatus VQS_CALL vqsAtstSimulateSensorUpdate(QtfSession* session, const VqsSensorUpdate* update) {
   if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;

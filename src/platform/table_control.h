@@ -7,9 +7,9 @@
 #include <cstring>
 #include <span>
 
-#include "channel/request.h"
-#include "channel/session.h"
-#include "vqs/features_records.h"
+#include <vqs/features_records.h>
+#include "src/channel/request.h"
+#include "src/channel/session_record.h"
 
 namespace vqs {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "policy/action_table.h"
+#include "src/policy/action_table.h"
 
 #include "format/catalogue/actions.h"
-#include "policy/catalogue_record.h"
+#include "src/policy/catalogue_record.h"
 
 namespace vqs {
 namespace {

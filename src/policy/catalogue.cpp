@@ -2,12 +2,12 @@
 #include <algorithm>
 #include <cstring>
 
-#include "channel/control_codes.h"
-#include "channel/request.h"
-#include "channel/session.h"
-#include "channel/work_buffer.h"
-#include "policy/action_table.h"
-#include "policy/condition_table.h"
+#include "src/channel/control_codes.h"
+#include "src/channel/request.h"
+#include "src/channel/session_record.h"
+#include "src/channel/work_buffer.h"
+#include "src/policy/action_table.h"
+#include "src/policy/condition_table.h"
 
 namespace vqs {
 namespace {

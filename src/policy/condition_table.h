@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "vqs/catalogue.h"
+#include <vqs/catalogue.h>
 
 namespace vqs {
 

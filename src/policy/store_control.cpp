@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/session.h"
-#include "policy/store_request.h"
-#include "vqs/policy.h"
+#include <vqs/policy.h>
+#include "src/channel/session_record.h"
+#include "src/policy/store_request.h"
 
 namespace vqs {
 namespace {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/session.h"
-#include "channel/text.h"
-#include "channel/work_buffer.h"
+#include <vqs/policy.h>
 #include "format/policy/conversion.h"
-#include "policy/store_request.h"
-#include "vqs/policy.h"
+#include "src/channel/session_record.h"
+#include "src/channel/text.h"
+#include "src/channel/work_buffer.h"
+#include "src/policy/store_request.h"
 
 namespace vqs {
 namespace {

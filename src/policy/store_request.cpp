@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "policy/store_request.h"
+#include "src/policy/store_request.h"
 
 #include <algorithm>
 #include <array>
 
-#include "channel/control_codes.h"
-#include "channel/request.h"
-#include "channel/text.h"
-#include "channel/work_buffer.h"
+#include "src/channel/control_codes.h"
+#include "src/channel/request.h"
+#include "src/channel/text.h"
+#include "src/channel/work_buffer.h"
 
 namespace vqs {
 namespace {

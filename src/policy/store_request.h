@@ -5,10 +5,10 @@
 #include <optional>
 #include <span>
 
-#include "channel/windows_api.h"
+#include <vqs/policy.h>
 #include "format/policy/packed_policy.h"
-#include "policy/store_records.h"
-#include "vqs/policy.h"
+#include "src/channel/windows_api.h"
+#include "src/policy/store_records.h"
 
 namespace vqs {
 

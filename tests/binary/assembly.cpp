@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/assembly.h"
+#include "tests/binary/assembly.h"
 
 namespace test {
 namespace {

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "binary/policy_model.h"
-#include "support/bytes.h"
+#include "tests/binary/policy_model.h"
+#include "tests/support/bytes.h"
 
 namespace test {
 

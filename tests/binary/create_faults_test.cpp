@@ -3,12 +3,12 @@
 
 #include <functional>
 
-#include "binary/assembly.h"
-#include "binary/captured_output.h"
-#include "binary/stub_store.h"
-#include "support/faults.h"
-#include "support/temporary_folder.h"
-#include "vqs/policy_binary.h"
+#include <vqs/policy_binary.h>
+#include "tests/binary/assembly.h"
+#include "tests/binary/captured_output.h"
+#include "tests/binary/stub_store.h"
+#include "tests/support/faults.h"
+#include "tests/support/temporary_folder.h"
 
 // Every allocation, open and write of the exports that create files, failing in turn.
 

@@ -3,13 +3,13 @@
 
 #include <algorithm>
 
-#include "binary/assembly.h"
-#include "binary/samples.h"
-#include "binary/stub_store.h"
-#include "channel/windows_calls.h"
-#include "support/scripted_driver.h"
-#include "support/temporary_folder.h"
-#include "vqs/policy_binary.h"
+#include <vqs/policy_binary.h>
+#include "tests/binary/assembly.h"
+#include "tests/binary/samples.h"
+#include "tests/binary/stub_store.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/support/scripted_driver.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

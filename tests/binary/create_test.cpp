@@ -3,12 +3,12 @@
 
 #include <cstring>
 
-#include "binary/assembly.h"
-#include "binary/samples.h"
-#include "support/faults.h"
-#include "support/scripted_driver.h"
-#include "support/temporary_folder.h"
-#include "vqs/policy_binary.h"
+#include <vqs/policy_binary.h>
+#include "tests/binary/assembly.h"
+#include "tests/binary/samples.h"
+#include "tests/support/faults.h"
+#include "tests/support/scripted_driver.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

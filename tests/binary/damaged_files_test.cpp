@@ -6,8 +6,8 @@
 #include <fstream>
 #include <memory>
 
-#include "binary/reading.h"
 #include "format/binary/reader.h"
+#include "tests/binary/reading.h"
 
 // Valid files cut at every length and with every byte changed: a result always, and nothing out of bounds.
 

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <string>
 
-#include "binary/reading.h"
+#include "tests/binary/reading.h"
 
 // The example of docs/policy-binary.md: one policy in 79 bytes, typed by hand into tests/data/one-policy.bin.
 

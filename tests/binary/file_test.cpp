@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/file.h"
+#include "src/binary/file.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <numeric>
 
-#include "binary/captured_output.h"
-#include "support/faults.h"
-#include "support/temporary_folder.h"
+#include "tests/binary/captured_output.h"
+#include "tests/support/faults.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "format/policy/packed_policy.h"
-#include "support/bytes.h"
+#include "tests/support/bytes.h"
 
 namespace test {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "binary/reading.h"
+#include "tests/binary/reading.h"
 
 // What both readers take and refuse in a file of revision 5, field by field.
 

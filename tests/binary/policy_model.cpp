@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/policy_model.h"
+#include "tests/binary/policy_model.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/bytes.h"
+#include "tests/support/bytes.h"
 
 namespace test {
 

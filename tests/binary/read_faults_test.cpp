@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "binary/captured_output.h"
-#include "binary/reading.h"
-#include "support/faults.h"
+#include "tests/binary/captured_output.h"
+#include "tests/binary/reading.h"
+#include "tests/support/faults.h"
 
 // Every allocation, open, seek, tell and read of the readers, failing in turn; and how much memory they take.
 

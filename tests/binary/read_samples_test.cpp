@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "binary/reading.h"
-#include "binary/samples.h"
+#include "tests/binary/reading.h"
+#include "tests/binary/samples.h"
 
 // The files of examples/policies against the descriptions beside them. Neither was made with this library.
 

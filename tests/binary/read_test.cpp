@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "binary/captured_output.h"
-#include "binary/reading.h"
+#include "tests/binary/captured_output.h"
+#include "tests/binary/reading.h"
 
 namespace test {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/reading.h"
+#include "tests/binary/reading.h"
 
 namespace test {
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "binary/assembly.h"
-#include "support/scripted_driver.h"
-#include "support/temporary_folder.h"
-#include "vqs/policy_binary.h"
+#include <vqs/policy_binary.h>
+#include "tests/binary/assembly.h"
+#include "tests/support/scripted_driver.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 

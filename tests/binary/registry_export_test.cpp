@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/registry_export.h"
+#include "src/binary/registry_export.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <memory>
 
-#include "support/faults.h"
-#include "support/temporary_folder.h"
+#include "tests/support/faults.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/samples.h"
+#include "tests/binary/samples.h"
 
 #include <nlohmann/json.hpp>
 
-#include "support/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

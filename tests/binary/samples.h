@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "binary/policy_model.h"
+#include "tests/binary/policy_model.h"
 
 namespace test {
 

@@ -3,11 +3,11 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "binary/assembly.h"
-#include "binary/packed.h"
-#include "binary/writer.h"
 #include "format/binary/builder.h"
-#include "support/temporary_folder.h"
+#include "src/binary/writer.h"
+#include "tests/binary/assembly.h"
+#include "tests/binary/packed.h"
+#include "tests/support/temporary_folder.h"
 
 // What the writer does at the limits of a policy's lists, and where a text leads beyond its field: it takes what
 // follows in the driver's record, and nothing behind it.

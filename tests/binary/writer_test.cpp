@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "binary/writer.h"
+#include "src/binary/writer.h"
 #include "format/binary/builder.h"
 
 #include <gtest/gtest.h>
 
-#include "binary/assembly.h"
-#include "binary/packed.h"
-#include "support/faults.h"
-#include "support/temporary_folder.h"
+#include "tests/binary/assembly.h"
+#include "tests/binary/packed.h"
+#include "tests/support/faults.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

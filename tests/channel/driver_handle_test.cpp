@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/driver_handle.h"
+#include "src/channel/driver_handle.h"
 
 #include <gtest/gtest.h>
 
 #include <optional>
 
-#include "channel/windows_calls.h"
-#include "channel/witness_device.h"
-#include "support/faults.h"
-#include "support/scripted_driver.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/channel/witness_device.h"
+#include "tests/support/faults.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 namespace {

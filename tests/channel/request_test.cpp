@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/request.h"
+#include "src/channel/request.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 
-#include "channel/control_codes.h"
-#include "channel/driver_handle.h"
-#include "channel/windows_calls.h"
-#include "channel/witness_device.h"
-#include "support/faults.h"
+#include "src/channel/control_codes.h"
+#include "src/channel/driver_handle.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/channel/witness_device.h"
+#include "tests/support/faults.h"
 
 namespace test {
 namespace {

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/session.h"
+#include "src/channel/session_record.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <string>
 
-#include "channel/windows_calls.h"
-#include "channel/witness_device.h"
-#include "support/faults.h"
-#include "support/scripted_driver.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/channel/witness_device.h"
+#include "tests/support/faults.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 namespace {

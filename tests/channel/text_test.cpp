@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/text.h"
+#include "src/channel/text.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "support/bytes.h"
-#include "support/locale.h"
+#include "tests/support/bytes.h"
+#include "tests/support/locale.h"
 
 namespace test {
 namespace {

@@ -4,10 +4,10 @@
 #include <array>
 #include <string>
 
-#include "channel/windows_calls.h"
-#include "support/bytes.h"
-#include "support/faults.h"
-#include "vqs/session.h"
+#include <vqs/session.h>
+#include "tests/channel/windows_calls.h"
+#include "tests/support/bytes.h"
+#include "tests/support/faults.h"
 
 namespace test {
 namespace {

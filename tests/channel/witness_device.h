@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/host.h"
-#include "support/bytes.h"
-#include "support/scripted_driver.h"
+#include "tests/support/bytes.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 

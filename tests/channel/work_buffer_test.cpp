@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/work_buffer.h"
+#include "src/channel/work_buffer.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
 
-#include "channel/windows_calls.h"
-#include "support/faults.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/support/faults.h"
 
 namespace test {
 namespace {

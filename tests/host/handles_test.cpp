@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "host/host.h"
-#include "support/faults.h"
+#include "tests/support/faults.h"
 
 namespace test {
 namespace {

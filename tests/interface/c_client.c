@@ -3,7 +3,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 static int expect(int condition, const char* what) {
   if (!condition) printf("failed: %s\n", what);

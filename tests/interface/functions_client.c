@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /* Calls with the records that stand beside the prototypes, in C and C++. */
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 #if defined(VQS_TEXT) != EXPECT_TEXT
 #error "VQS_TEXT is there where it should not be, or the other way round"

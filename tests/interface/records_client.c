@@ -1,14 +1,14 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /* What a program without the library may use: results, constants and records, in C and C++, for any width of pointers.
  */
-#include "vqs/catalogue_records.h"
-#include "vqs/features_records.h"
-#include "vqs/platform_records.h"
-#include "vqs/policy_binary_records.h"
-#include "vqs/policy_records.h"
-#include "vqs/session_records.h"
-#include "vqs/status.h"
-#include "vqs/telemetry_records.h"
+#include <vqs/catalogue_records.h>
+#include <vqs/features_records.h>
+#include <vqs/platform_records.h>
+#include <vqs/policy_binary_records.h>
+#include <vqs/policy_records.h>
+#include <vqs/session_records.h>
+#include <vqs/status.h>
+#include <vqs/telemetry_records.h>
 
 #if defined(VQS_TEXT) != EXPECT_TEXT
 #error "VQS_TEXT is there where it should not be, or the other way round"

@@ -3,9 +3,9 @@
 
 #include <cstring>
 
-#include "channel/windows_calls.h"
-#include "support/scripted_driver.h"
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
+#include "tests/channel/windows_calls.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 namespace {

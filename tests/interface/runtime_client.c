@@ -10,7 +10,7 @@
 #include <string.h>
 #include <windows.h>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 static int failures;
 

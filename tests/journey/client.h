@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 namespace test {
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <utility>
 
-#include "journey/telemetry_client.h"
-#include "support/bytes.h"
-#include "support/temporary_folder.h"
+#include "tests/journey/telemetry_client.h"
+#include "tests/support/bytes.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <string_view>
 
-#include "journey/client.h"
-#include "support/bytes.h"
-#include "support/temporary_folder.h"
+#include "tests/journey/client.h"
+#include "tests/support/bytes.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

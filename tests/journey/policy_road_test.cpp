@@ -5,9 +5,9 @@
 #include <cstring>
 #include <string>
 
-#include "journey/client.h"
-#include "support/bytes.h"
-#include "support/temporary_folder.h"
+#include "tests/journey/client.h"
+#include "tests/support/bytes.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

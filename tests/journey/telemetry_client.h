@@ -8,7 +8,7 @@
 #include <string>
 #include <thread>
 
-#include "journey/client.h"
+#include "tests/journey/client.h"
 
 namespace test {
 

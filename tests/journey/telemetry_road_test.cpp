@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "journey/telemetry_client.h"
-#include "support/bytes.h"
+#include "tests/journey/telemetry_client.h"
+#include "tests/support/bytes.h"
 
 namespace test {
 namespace {

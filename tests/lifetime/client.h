@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 // What the client programs of these tests have in common.
 

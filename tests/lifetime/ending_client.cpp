@@ -9,7 +9,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "lifetime/client.h"
+#include "tests/lifetime/client.h"
 
 // A client that ends in one of many ways: ending_client WAY. Until then it has added policy 7, and where it closes its
 // session at the very end, policy 8. "ending_client list" writes the ids of the policies that are there.

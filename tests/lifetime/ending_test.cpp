@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <csignal>
 
-#include "lifetime/program.h"
-#include "support/temporary_folder.h"
+#include "tests/lifetime/program.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

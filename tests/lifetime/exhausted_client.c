@@ -6,7 +6,7 @@
 #include <stdlib.h>
 #include <string.h>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 /*
  * A client that loads the library and opens a session while memory runs out: exhausted_client LIBRARY NTH once|from.

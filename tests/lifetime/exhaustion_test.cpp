@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "lifetime/program.h"
+#include "tests/lifetime/program.h"
 
 namespace test {
 namespace {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "lifetime/client.h"
-#include "support/temporary_folder.h"
+#include "tests/lifetime/client.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

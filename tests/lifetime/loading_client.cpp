@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "lifetime/client.h"
+#include "tests/lifetime/client.h"
 
 // A client that loads the library by itself, and unloads it with something left behind: loading_client LIBRARY WAY.
 

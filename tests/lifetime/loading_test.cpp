@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "lifetime/program.h"
-#include "support/temporary_folder.h"
+#include "tests/lifetime/program.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

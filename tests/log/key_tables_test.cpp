@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "log/key_tables.h"
+#include "src/log/key_tables.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 
 #include "format/telemetry/keys.h"
-#include "log/logs.h"
+#include "tests/log/logs.h"
 
 namespace test {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "log/logs.h"
+#include "tests/log/logs.h"
 
 namespace test {
 namespace {

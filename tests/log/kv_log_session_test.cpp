@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "log/logs.h"
+#include "tests/log/logs.h"
 
 namespace test {
 namespace {

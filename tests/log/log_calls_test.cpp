@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "channel/windows_calls.h"
-#include "log/logs.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/log/logs.h"
 
 namespace test {
 namespace {

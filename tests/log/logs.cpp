@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "log/logs.h"
+#include "tests/log/logs.h"
 
 #include <sstream>
 
-#include "support/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

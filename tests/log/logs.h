@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "support/faults.h"
-#include "support/scripted_driver.h"
-#include "vqs/telemetry.h"
+#include <vqs/telemetry.h>
+#include "tests/support/faults.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 

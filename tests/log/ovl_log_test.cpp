@@ -4,8 +4,8 @@
 #include <functional>
 #include <memory>
 
-#include "channel/windows_calls.h"
-#include "log/logs.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/log/logs.h"
 
 namespace test {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/embedded_client.h"
-#include "support/faults.h"
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
+#include "tests/simulator/embedded/client.h"
+#include "tests/support/faults.h"
 
 // What a process does when the library is loaded, with memory running out: this program attaches the driver by itself.
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "memory/client.h"
+#include "tests/memory/client.h"
 
 #include <gtest/gtest.h>
 

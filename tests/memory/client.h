@@ -4,10 +4,10 @@
 #include <array>
 #include <vector>
 
+#include <vqs/vqs.h>
 #include "host/windows_api.h"
-#include "support/bytes.h"
-#include "support/temporary_folder.h"
-#include "vqs/vqs.h"
+#include "tests/support/bytes.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 

@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <span>
 
-#include "memory/client.h"
+#include "tests/memory/client.h"
 
 namespace test {
 

@@ -2,9 +2,9 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
-#include "simulator/embedded_client.h"
-#include "support/faults.h"
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
+#include "tests/simulator/embedded/client.h"
+#include "tests/support/faults.h"
 
 namespace test {
 namespace {

@@ -4,8 +4,8 @@
 #include <fstream>
 #include <set>
 
-#include "memory/exports.h"
-#include "support/faults.h"
+#include "tests/memory/exports.h"
+#include "tests/support/faults.h"
 
 // Every export in front of the simulated driver, with every allocation on the way failing in turn.
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "memory/client.h"
-#include "support/faults.h"
+#include "tests/memory/client.h"
+#include "tests/support/faults.h"
 
 namespace test {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "memory/exports.h"
+#include "tests/memory/exports.h"
 
 namespace test {
 namespace {

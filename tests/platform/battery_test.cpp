@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <functional>
 
-#include "channel/windows_calls.h"
-#include "channel/witness_device.h"
-#include "platform/filling_device.h"
-#include "platform/fixture.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/channel/witness_device.h"
+#include "tests/platform/filling_device.h"
+#include "tests/platform/fixture.h"
 
 namespace test {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <climits>
 
-#include "platform/fixture.h"
+#include "tests/platform/fixture.h"
 
 namespace test {
 namespace {

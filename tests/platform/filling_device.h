@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "support/scripted_driver.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 

@@ -5,10 +5,10 @@
 
 #include <cstring>
 
-#include "support/faults.h"
-#include "support/locale.h"
-#include "support/scripted_driver.h"
-#include "vqs/platform.h"
+#include <vqs/platform.h>
+#include "tests/support/faults.h"
+#include "tests/support/locale.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 

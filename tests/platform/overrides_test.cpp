@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "channel/windows_calls.h"
-#include "channel/witness_device.h"
-#include "platform/fixture.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/channel/witness_device.h"
+#include "tests/platform/fixture.h"
 
 namespace test {
 namespace {

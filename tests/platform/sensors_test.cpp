@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/fixture.h"
+#include "tests/platform/fixture.h"
 
 namespace test {
 namespace {

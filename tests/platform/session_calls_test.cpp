@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <functional>
 
-#include "channel/windows_calls.h"
-#include "platform/filling_device.h"
-#include "platform/fixture.h"
-#include "vqs/features.h"
+#include <vqs/features.h>
+#include "tests/channel/windows_calls.h"
+#include "tests/platform/filling_device.h"
+#include "tests/platform/fixture.h"
 
 // What holds for every call that makes one request on its session's handle.
 

@@ -4,9 +4,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "channel/session.h"
-#include "support/scripted_driver.h"
-#include "vqs/catalogue.h"
+#include <vqs/catalogue.h>
+#include "src/channel/session_record.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 namespace {

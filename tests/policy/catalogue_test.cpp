@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "policy/catalogues.h"
+#include "tests/policy/catalogues.h"
 
-#include "channel/windows_calls.h"
+#include "tests/channel/windows_calls.h"
 
 namespace test {
 namespace {

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "channel/session.h"
-#include "policy/action_table.h"
-#include "policy/condition_table.h"
-#include "support/faults.h"
-#include "support/scripted_driver.h"
-#include "vqs/catalogue.h"
+#include <vqs/catalogue.h>
+#include "src/channel/session_record.h"
+#include "src/policy/action_table.h"
+#include "src/policy/condition_table.h"
+#include "tests/support/faults.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 

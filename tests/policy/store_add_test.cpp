@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "channel/windows_calls.h"
-#include "policy/stores.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/policy/stores.h"
 
 namespace test {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "policy/stores.h"
+#include "tests/policy/stores.h"
 
 namespace test {
 namespace {

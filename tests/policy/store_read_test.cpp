@@ -3,8 +3,8 @@
 
 #include <cstring>
 
-#include "channel/windows_calls.h"
-#include "policy/stores.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/policy/stores.h"
 
 namespace test {
 namespace {

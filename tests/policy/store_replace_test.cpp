@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "channel/windows_calls.h"
-#include "channel/witness_device.h"
-#include "policy/stores.h"
+#include "tests/channel/windows_calls.h"
+#include "tests/channel/witness_device.h"
+#include "tests/policy/stores.h"
 
 namespace test {
 namespace {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "policy/store_request.h"
+#include "src/policy/store_request.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <limits>
 
-#include "policy/stores.h"
+#include "tests/policy/stores.h"
 
 namespace test {
 namespace {

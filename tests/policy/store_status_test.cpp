@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "policy/stores.h"
+#include "tests/policy/stores.h"
 
 namespace test {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "policy/stores.h"
+#include "tests/policy/stores.h"
 
 #include <cstring>
 

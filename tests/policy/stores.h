@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "policy/content.h"
-#include "support/faults.h"
-#include "support/locale.h"
-#include "support/scripted_driver.h"
-#include "vqs/policy.h"
+#include <vqs/policy.h>
+#include "tests/format/policy/content.h"
+#include "tests/support/faults.h"
+#include "tests/support/locale.h"
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/bytes.h"
+#include "tests/support/bytes.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/faults.h"
+#include "tests/support/faults.h"
 
 #include <pthread.h>
 #include <sys/mman.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "support/scripted_driver.h"
+#include "tests/support/scripted_driver.h"
 
 #include <gtest/gtest.h>
 

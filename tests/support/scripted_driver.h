@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "channel/session.h"
 #include "host/host.h"
-#include "support/bytes.h"
+#include "src/channel/session_record.h"
+#include "tests/support/bytes.h"
 
 namespace test {
 

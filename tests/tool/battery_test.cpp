@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tool/run_tool.h"
+#include "tests/tool/run_tool.h"
 
 namespace test {
 namespace {

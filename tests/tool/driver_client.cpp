@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/driver_client.h"
+#include "tests/tool/driver_client.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "tool/run_tool.h"
+#include "tests/tool/run_tool.h"
 
 namespace test {
 

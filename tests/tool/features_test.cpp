@@ -3,8 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tool/driver_client.h"
-#include "tool/small_binary.h"
+#include "tests/tool/driver_client.h"
+#include "tests/tool/small_binary.h"
 
 namespace test {
 namespace {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/listings.h"
+#include "tests/tool/listings.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-#include "support/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

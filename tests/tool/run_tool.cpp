@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/run_tool.h"
+#include "tests/tool/run_tool.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tool/driver_client.h"
+#include "tests/tool/driver_client.h"
 
 namespace test {
 namespace {

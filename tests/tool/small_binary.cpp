@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/small_binary.h"
+#include "tests/tool/small_binary.h"
 
 #include <algorithm>
 

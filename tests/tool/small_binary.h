@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "support/bytes.h"
+#include "tests/support/bytes.h"
 
 namespace test {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "tool/run_tool.h"
-#include "tool/small_binary.h"
+#include "tests/tool/run_tool.h"
+#include "tests/tool/small_binary.h"
 
 namespace test {
 namespace {

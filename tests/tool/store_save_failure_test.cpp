@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "tool/driver_client.h"
-#include "tool/run_tool.h"
+#include "tests/tool/driver_client.h"
+#include "tests/tool/run_tool.h"
 
 namespace test {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tool/listings.h"
-#include "tool/run_tool.h"
+#include "tests/tool/listings.h"
+#include "tests/tool/run_tool.h"
 
 namespace test {
 namespace {

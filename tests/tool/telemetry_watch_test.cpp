@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "tool/run_tool.h"
+#include "tests/tool/run_tool.h"
 
 namespace test {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "windows/device_handle.h"
+#include "tests/windows/device_handle.h"
 
 #include <gtest/gtest.h>
 // after windows.h, which it needs

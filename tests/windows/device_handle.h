@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "support/bytes.h"
+#include "tests/support/bytes.h"
 
 namespace test {
 

@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-#include "support/temporary_folder.h"
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

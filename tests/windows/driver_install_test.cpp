@@ -6,10 +6,10 @@
 #include <functional>
 #include <string>
 
-#include "vqs/vqs.h"
-#include "windows/device_handle.h"
-#include "windows/named_objects.h"
-#include "windows/processes.h"
+#include <vqs/vqs.h>
+#include "tests/windows/device_handle.h"
+#include "tests/windows/named_objects.h"
+#include "tests/windows/processes.h"
 
 namespace test {
 namespace {

@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
-#include "vqs/vqs.h"
-#include "windows/device_handle.h"
-#include "windows/processes.h"
+#include <vqs/vqs.h>
+#include "tests/windows/device_handle.h"
+#include "tests/windows/processes.h"
 
 namespace test {
 namespace {

@@ -6,10 +6,10 @@
 #include <string>
 #include <thread>
 
-#include "support/bytes.h"
-#include "support/temporary_folder.h"
-#include "vqs/vqs.h"
-#include "windows/processes.h"
+#include <vqs/vqs.h>
+#include "tests/support/bytes.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/windows/processes.h"
 
 namespace test {
 namespace {

@@ -5,8 +5,8 @@
 #include <random>
 #include <thread>
 
-#include "vqs/vqs.h"
-#include "windows/device_handle.h"
+#include <vqs/vqs.h>
+#include "tests/windows/device_handle.h"
 
 namespace test {
 namespace {

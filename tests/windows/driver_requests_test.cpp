@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "support/bytes.h"
-#include "windows/device_handle.h"
+#include "tests/support/bytes.h"
+#include "tests/windows/device_handle.h"
 
 namespace test {
 namespace {

@@ -8,8 +8,8 @@
 #include <thread>
 #include <vector>
 
-#include "vqs/vqs.h"
-#include "windows/processes.h"
+#include <vqs/vqs.h>
+#include "tests/windows/processes.h"
 
 namespace test {
 namespace {

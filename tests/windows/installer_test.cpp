@@ -3,8 +3,8 @@
 
 #include <set>
 
-#include "tools/simulator/child_process.h"
-#include "tools/simulator/problem.h"
+#include "simulator/installer/child_process.h"
+#include "simulator/installer/problem.h"
 
 namespace test {
 namespace {

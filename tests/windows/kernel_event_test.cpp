@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "windows/scripted_kernel.h"
+#include "tests/windows/scripted_kernel.h"
 
 namespace test {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <map>
 
-#include "windows/scripted_kernel.h"
+#include "tests/windows/scripted_kernel.h"
 
 extern "C" {
 extern std::uintptr_t __stack_chk_guard;

@@ -3,7 +3,7 @@
 
 #include <thread>
 
-#include "windows/scripted_kernel.h"
+#include "tests/windows/scripted_kernel.h"
 
 namespace test {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "windows/named_objects.h"
+#include "tests/windows/named_objects.h"
 
 #include <winternl.h>
 

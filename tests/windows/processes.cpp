@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "windows/processes.h"
+#include "tests/windows/processes.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "support/bytes.h"
+#include "tests/support/bytes.h"
 
 namespace test {
 

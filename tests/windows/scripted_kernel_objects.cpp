@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "windows/scripted_kernel_state.h"
+#include "tests/windows/scripted_kernel_state.h"
 
 using test::running;
 

@@ -13,7 +13,7 @@
 #include <mutex>
 #include <thread>
 
-#include "windows/scripted_kernel.h"
+#include "tests/windows/scripted_kernel.h"
 
 namespace test {
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "vqs/vqs.h"
+#include <vqs/vqs.h>
 
 namespace test {
 namespace {

@@ -5,10 +5,10 @@
 #include <cstring>
 #include <thread>
 
-#include "simulator/state_bytes.h"
-#include "support/temporary_folder.h"
-#include "vqs/vqs.h"
-#include "windows/processes.h"
+#include <vqs/vqs.h>
+#include "tests/simulator/embedded/state_bytes.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/windows/processes.h"
 
 namespace test {
 namespace {

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include <vqs/session.h>
+#include "src/channel/windows_api.h"
+
+struct QtfSession {
+  HANDLE handle;
+  /// zero when no log is running
+  std::uint64_t logReference;
+  /// meaningful while logReference is not zero
+  std::uint32_t logSessionId;
+  /// tells the key/value handle that this session made last; zero when there is none. It lies within the 24 bytes that
+  /// clients know, because some of their tests make up a session of just these.
+  std::uint32_t kvHandleMark = 0;
+};
+static_assert(sizeof(QtfSession) == 24);
+static_assert(offsetof(QtfSession, handle) == 0);
+static_assert(offsetof(QtfSession, logReference) == 8);
+static_assert(offsetof(QtfSession, logSessionId) == 16);
+static_assert(offsetof(QtfSession, kvHandleMark) == 20);
+
+namespace vqs {
+
+/// What every export that needs the driver asks of its session first.
+inline bool isOpen(const QtfSession* session) { return session != nullptr && session->handle != nullptr; }
+
+}  // namespace vqs

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "format/binary/record_view.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/binary/packed.h"
+#include "tests/support/bytes.h"
+
+namespace test {
+namespace {
+
+Bytes copied(std::span<const std::byte> bytes) {
+  Bytes result;
+  for (const std::byte byte : bytes) result.push_back(static_cast<std::uint8_t>(byte));
+  return result;
+}
+
+TEST(PackedPolicyView, gives_texts_with_their_terminator) {
+  const auto policy = packedRecord(
+      Record{3972}.text16(0, u"ab").text(128, "cde").text16(436 + 14, u"f").text16(436 + 2 * 528 + 14, u"gh"));
+  const vqs::PackedPolicyView view{policy};
+  EXPECT_EQ(copied(view.name()), hex("61 00 62 00 00 00"));
+  EXPECT_EQ(copied(view.description()), hex("63 64 65 00"));
+  EXPECT_EQ(copied(view.text(0)), hex("66 00 00 00"));
+  EXPECT_EQ(copied(view.text(1)), hex("00 00"));
+  EXPECT_EQ(copied(view.text(2)), hex("67 00 68 00 00 00"));
+}
+
+TEST(PackedPolicyView, finds_no_text_without_a_zero_up_to_the_end) {
+  const auto policy = packedRecord(Record{3972, 1});
+  const vqs::PackedPolicyView view{policy};
+  EXPECT_TRUE(view.name().empty());
+  EXPECT_TRUE(view.description().empty());
+  EXPECT_TRUE(view.text(0).empty());
+  EXPECT_TRUE(view.text(4).empty());
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/simulator/model/telemetry_areas.h"
+
+namespace test {
+namespace {
+
+using simulator::LogFault;
+
+/// Both key/value areas of a driver with a fault.
+struct FaultyAreas {
+  Bytes plain;
+  Bytes ex;
+};
+
+FaultyAreas areasWith(LogFault fault) {
+  ModelClient client;
+  client.driver().setLogFault(fault);
+  startLog(client, 7);
+  startLog(client, 10);
+  return {bytesOfArea(client.surroundings.area(LogKind::keyValue)),
+          bytesOfArea(client.surroundings.area(LogKind::exKeyValue))};
+}
+
+/// Follows records to the end of an area, or to a key that there is not; their key ids.
+std::vector<std::uint32_t> keysIn(const Bytes& area, const std::vector<KeyRow>& rows) {
+  std::vector<std::uint32_t> keys;
+  for (std::size_t offset = 0; offset + 4 <= area.size();) {
+    keys.push_back(word(area, offset));
+    if (keys.back() == 0 || keys.back() > rows.size()) break;
+    offset += 4 + rows[keys.back() - 1].valueSize;
+  }
+  return keys;
+}
+
+TEST(SimulatorLogFault, unknown_key_comes_first) {
+  const auto areas = areasWith(LogFault::unknownKey);
+  EXPECT_EQ(word(areas.plain, 0), 229);
+  EXPECT_EQ(word(areas.ex, 0), 51);
+}
+
+TEST(SimulatorLogFault, negative_key_comes_first) {
+  const auto areas = areasWith(LogFault::negativeKey);
+  EXPECT_EQ(word(areas.plain, 0), 0x80000001);
+  EXPECT_EQ(word(areas.ex, 0), 0x80000001);
+}
+
+TEST(SimulatorLogFault, empty_log_begins_with_its_end) {
+  const auto areas = areasWith(LogFault::empty);
+  EXPECT_EQ(word(areas.plain, 0), 0);
+  EXPECT_EQ(word(areas.ex, 0), 0);
+}
+
+TEST(SimulatorLogFault, log_without_an_end_has_valid_keys_to_its_last_byte) {
+  const auto areas = areasWith(LogFault::noEnd);
+  for (const auto& [area, rows] : {std::pair{areas.plain, kvRows()}, std::pair{areas.ex, exKVRows()}}) {
+    const auto keys = keysIn(area, rows);
+    EXPECT_GT(keys.size(), rows.size()) << "the run repeats";
+    for (const std::uint32_t key : keys) {
+      EXPECT_GE(key, 1);
+      EXPECT_LE(key, rows.size());
+    }
+    std::size_t length = 0;
+    for (const std::uint32_t key : keys) length += 4 + rows[key - 1].valueSize;
+    EXPECT_GT(length, area.size()) << "the last record is cut";
+  }
+}
+
+TEST(SimulatorLogFault, repeated_key_fills_the_area) {
+  const auto areas = areasWith(LogFault::repeatedKey);
+  for (std::size_t offset = 0; offset < 16384; offset += 8) ASSERT_EQ(word(areas.plain, offset), 25) << offset;
+  for (std::size_t offset = 0; offset < 4096; offset += 8) ASSERT_EQ(word(areas.ex, offset), 1) << offset;
+}
+
+TEST(SimulatorLogFault, version_is_that_of_key_value_logs_only) {
+  ModelClient client;
+  client.driver().setLogFault(LogFault::version);
+  for (const std::uint32_t operation : kStartOperations)
+    EXPECT_EQ(word(client.answer(kLog, logRequest(operation), 32), 24), operation < 7 ? 0U : 2U);
+}
+
+TEST(SimulatorLogFault, plain_logs_and_their_versions_are_sound_with_any_fault) {
+  for (const auto fault : {LogFault::unknownKey, LogFault::negativeKey, LogFault::noEnd, LogFault::repeatedKey,
+                           LogFault::empty, LogFault::version}) {
+    ModelClient client;
+    client.driver().setLogFault(fault);
+    startLog(client, 0);
+    startLog(client, 2);
+    EXPECT_EQ(part(bytesOfArea(client.surroundings.area(LogKind::plain)), 0, 8), hex("56 51 54 4c  03 00 00 00"));
+    EXPECT_EQ(part(bytesOfArea(client.surroundings.area(LogKind::ex)), 0, 8), hex("56 51 54 4c  04 00 00 00"));
+    if (fault != LogFault::version) {
+      EXPECT_EQ(word(client.answer(kLog, logRequest(7), 32), 24), 1);
+    }
+  }
+}
+
+TEST(SimulatorLogFault, stays_when_the_areas_are_written_again) {
+  ModelClient client;
+  client.driver().setLogFault(LogFault::unknownKey);
+  startLog(client, 7);
+  client.surroundings.clock += 5000;
+  client.refresh();
+  EXPECT_EQ(word(bytesOfArea(client.surroundings.area(LogKind::keyValue)), 0), 229);
+  client.driver().setLogFault(LogFault::none);
+  client.surroundings.clock += 5000;
+  client.refresh();
+  EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::keyValue)), kvRows()), "");
+}
+
+}  // namespace
+}  // namespace test

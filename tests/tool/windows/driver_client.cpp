@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include "tests/tool/driver_client.h"
+
+namespace test {
+
+void useDriver(const Tool& /*tool*/, const std::function<void(QtfSession*)>& work) {
+  QtfSession* session = nullptr;
+  ASSERT_EQ(vqsInitialize(&session), VQS_SUCCESS);
+  work(session);
+  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+}
+
+}  // namespace test

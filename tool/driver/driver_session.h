@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <vqs/session.h>
+#include "tool/context.h"
+
+namespace tool {
+
+struct SessionCloser {
+  void operator()(QtfSession* session) const;
+};
+
+/// An open connection to the driver.
+using Session = std::unique_ptr<QtfSession, SessionCloser>;
+
+/// To be called before any function of the library is. Throws a Failure when the library cannot be loaded.
+void useLibrary(const Context& context);
+
+/// Does some work with the driver whose stores successive commands see, and closes the session. Throws a Failure when
+/// the driver cannot be opened.
+void withDriver(const Context& context, const std::function<void(const Session&)>& work);
+
+/// The driver's session for what can be had without a driver, too: null when there is none. Where the driver to use was
+/// named, it has to be there.
+Session openIfThere(const Context& context);
+
+}  // namespace tool

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/driver/stores.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <memory>
+
+#include "tool/terminal/errors.h"
+#include "tool/terminal/nearest.h"
+#include "tool/terminal/text.h"
+
+namespace tool {
+namespace {
+
+// Not constexpr: on Windows the address of an imported function is known at run time.
+const std::array<Store, 3> kStores = {
+    Store{.name = "pb", .title = "Policy Builder", .id = VQS_POLICY_STORE_PB, .reset = vqsPbReset},
+    {.name = "asm", .title = "Asm", .id = VQS_POLICY_STORE_ASM, .reset = vqsAsmReset},
+    {.name = "balance-profile",
+     .title = "BalanceProfile",
+     .id = VQS_POLICY_STORE_BALANCE_PROFILE,
+     .reset = vqsBalanceProfileReset}};
+
+void requireRead(vqsStatus status, const Store& store) {
+  require(status, fmt::format("the {} store cannot be read", store.title));
+}
+
+}  // namespace
+
+const Store& storeNamed(const std::string& name) {
+  const auto found = std::ranges::find(kStores, name, &Store::name);
+  if (found != kStores.end()) return *found;
+  const std::vector<std::string> names = {kStores[0].name, kStores[1].name, kStores[2].name};
+  throw UsageError{
+      fmt::format("{} is not a store, the stores are {}{}", inQuotes(name), storeNames(), didYouMean(name, names))};
+}
+
+std::string storeNames() { return fmt::format("{}, {} or {}", kStores[0].name, kStores[1].name, kStores[2].name); }
+
+std::size_t countPolicies(const Session& session, const Store& store) {
+  VqsPolicyListV2 list{.structureVersion = 2, .count = 0, .size = 0};
+  requireRead(vqsPbGetPoliciesV2(session.get(), &list, store.id), store);
+  return list.count;
+}
+
+std::vector<VqsPolicyV2> readPolicies(const Session& session, const Store& store) {
+  std::vector<VqsPolicyV2> policies(countPolicies(session, store));
+  if (policies.empty()) return policies;
+  const std::size_t size = policies.size() * sizeof(VqsPolicyV2);
+  std::vector<std::byte> buffer(sizeof(VqsPolicyListV2) + size);
+  auto* list = new (buffer.data())
+      VqsPolicyListV2{.structureVersion = 2, .count = static_cast<std::uint32_t>(policies.size()), .size = size};
+  const vqsStatus status = vqsPbGetPoliciesV2(session.get(), list, store.id);
+  // The library refuses a capacity that is too small by now.
+  if (status == VQS_INVALID_PARAMETER)
+    throw Failure{fmt::format("the {} store changed while it was read: try again", store.title)};
+  requireRead(status, store);
+  std::memcpy(policies.data(), buffer.data() + sizeof(VqsPolicyListV2), size);
+  return policies;
+}
+
+void resetStore(const Session& session, const Store& store) {
+  require(store.reset(session.get()), fmt::format("the {} store cannot be emptied", store.title));
+}
+
+std::string describeVerdict(std::uint32_t driverResult) {
+  switch (driverResult) {
+    case 2:
+      return "its id is in the store already";
+    case 3:
+      return "the store is full, it takes 400 policies";
+    case 4:
+      return "the store has no policy of this id";
+    default:
+      return fmt::format("it answered {}", driverResult);
+  }
+}
+
+std::string designate(const VqsPolicyV2& policy) {
+  return fmt::format("{} (id {})", inQuotes(fromUtf16(policy.name)), policy.id);
+}
+
+}  // namespace tool

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <vqs/policy.h>
+#include "tool/driver/driver_session.h"
+
+namespace tool {
+
+/// One of the driver's policy stores.
+struct Store {
+  /// as typed: "asm"
+  const char* name;
+  /// as printed: "Asm"
+  const char* title;
+  VqsPolicyStore id;
+  vqsStatus(VQS_CALL* reset)(QtfSession* session);
+};
+
+/// The store of that name. Throws a UsageError that suggests the nearest name.
+const Store& storeNamed(const std::string& name);
+
+/// "pb, asm or balance-profile".
+std::string storeNames();
+
+std::size_t countPolicies(const Session& session, const Store& store);
+std::vector<VqsPolicyV2> readPolicies(const Session& session, const Store& store);
+void resetStore(const Session& session, const Store& store);
+
+/// What the driver says about a policy that it did not take, as the end of a sentence.
+std::string describeVerdict(std::uint32_t driverResult);
+
+/// `"Quiet on battery" (id 10)`.
+std::string designate(const VqsPolicyV2& policy);
+
+}  // namespace tool

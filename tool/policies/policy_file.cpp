@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/policies/policy_file.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <limits>
+
+#include "format/binary/reader.h"
+#include "format/policy/conversion.h"
+#include "tool/policies/defect_text.h"
+#include "tool/system/files.h"
+#include "tool/system/paths.h"
+#include "tool/terminal/errors.h"
+
+namespace tool {
+namespace {
+
+constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
+
+[[noreturn]] void failToRead(const std::string& path, int error) {
+  throw Failure{fmt::format("{} cannot be read: {}", path, systemMessage(error))};
+}
+
+/// What can be told without opening the file; opening a pipe would wait for its other end.
+void requireRegularFile(const std::string& path) {
+  const auto kind = platform::fileKind(path);
+  if (kind == platform::FileKind::folder) failToRead(path, EISDIR);
+  if (kind == platform::FileKind::other)
+    throw Failure{fmt::format("{} cannot be read: it is not a regular file", path)};
+}
+
+/// A file that is read from its start.
+class Source {
+ public:
+  explicit Source(const std::string& path) : path_{path} {
+    if (path.empty()) throw UsageError{"FILE: the file's name is empty"};
+    requireRegularFile(path);
+    file_.reset(platform::openFile(path, "rb"));
+    if (!file_) failToRead(path, errno);
+  }
+
+  /// Adds what follows, until there are so many bytes or the file ends.
+  void readUpTo(std::uint64_t size, std::vector<std::byte>& bytes) {
+    constexpr std::uint64_t kPiece = 65536;
+    while (bytes.size() < size) {
+      const std::size_t had = bytes.size();
+      bytes.resize(had + static_cast<std::size_t>(std::min(size - had, std::max<std::uint64_t>(had, kPiece))));
+      errno = 0;
+      const std::size_t read = std::fread(bytes.data() + had, 1, bytes.size() - had, file_.get());
+      const bool isWhole = had + read == bytes.size();
+      bytes.resize(had + read);
+      if (std::ferror(file_.get()) != 0) failToRead(path_, errno != 0 ? errno : EIO);
+      if (!isWhole) return;
+    }
+  }
+
+ private:
+  const std::string& path_;
+  File file_;
+};
+
+void requireContent(const std::vector<std::byte>& bytes, const std::string& path) {
+  if (bytes.empty()) throw Failure{fmt::format("{} is empty, a policy binary is not", path)};
+}
+
+/// As much of a policy binary as its head can need.
+std::vector<std::byte> readBinaryBytes(const std::string& path) {
+  Source source{path};
+  std::vector<std::byte> bytes;
+  source.readUpTo(vqs::kOldHeaderSize, bytes);
+  requireContent(bytes, path);
+  source.readUpTo(vqs::mostUsefulBytes(bytes), bytes);
+  return bytes;
+}
+
+std::vector<VqsPolicyV2> unpacked(const std::vector<VqsPackedPolicy>& packed) {
+  std::vector<VqsPolicyV2> policies(packed.size());
+  for (std::size_t i = 0; i < packed.size(); ++i) vqs::unpackPolicyV2(&packed[i], &policies[i]);
+  return policies;
+}
+
+/// The defect tells whether the file is good.
+PolicyFile parse(const std::vector<std::byte>& bytes, vqs::Defect& defect) {
+  defect = vqs::headerDefect(bytes);
+  if (defect.kind != vqs::DefectKind::kNone) return {};
+  std::vector<VqsPackedPolicy> packed(vqs::announcedPolicyCount(bytes));
+  vqs::BinaryVersions versions{};
+  static_cast<void>(vqs::readBinary(bytes, packed, versions, &defect));
+  return {.version1 = versions.first, .version2 = versions.second, .policies = unpacked(packed)};
+}
+
+}  // namespace
+
+std::vector<std::byte> readBytes(const std::string& path) {
+  std::vector<std::byte> bytes;
+  Source{path}.readUpTo(kAll, bytes);
+  requireContent(bytes, path);
+  return bytes;
+}
+
+std::optional<PolicyFile> parsePolicies(const std::vector<std::byte>& bytes) {
+  vqs::Defect defect{};
+  auto file = parse(bytes, defect);
+  return defect.kind == vqs::DefectKind::kNone ? std::optional{std::move(file)} : std::nullopt;
+}
+
+PolicyFile readPolicyFile(const std::string& path) {
+  const auto bytes = readBinaryBytes(path);
+  vqs::Defect defect{};
+  auto file = parse(bytes, defect);
+  if (defect.kind == vqs::DefectKind::kNone) return file;
+  throw Failure{
+      fmt::format("{} is not a valid policy binary: {}", path, describe(defect, vqs::announcedPolicyCount(bytes)))};
+}
+
+std::string fileName(const std::string& path) { return fromPath(toPath(path).filename()); }
+
+}  // namespace tool
