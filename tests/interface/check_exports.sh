@@ -42,6 +42,9 @@ same vqsAtstNotifyBiosEvent vqSetBiosCQLEvent
 same vqsCreateQTFLogKVIter vqsExCreateQTFLogExKVIter
 same vqsDestroyQTFLogKVIter vqsExDestroyQTFLogExKVIter
 same vqsResetQTFLogKVIter vqsExResetQTFLogExKVIter
-[ "$(awk '{ print $2 }' <<<"$exports" | sort -u | wc -l)" = 112 ] || { echo "119 names do not stand for 112 functions"; failed=1; }
+names=$(wc -l <<<"$listed")
+functions=$((names - $(grep -c '^  .* = ' "$source_dir/src/windows/exports.def")))
+found=$(awk '{ print $2 }' <<<"$exports" | sort -u | wc -l)
+[ "$found" = $functions ] || { failed=1; echo "$names names stand for $found functions, not $functions"; }
 echo "$(echo "$listed" | wc -l) names listed, $(echo "$declared" | wc -l) declared, $(echo "$built" | wc -l) exported"
 exit $failed

@@ -11,7 +11,7 @@ library=$root/lib/VexoQTFServices.lib
 
 names=$(sed -n 's/^  \([A-Za-z0-9_]*\).*/\1/p' "$exports" | sort)
 count=$(wc -l <<<"$names")
-[ "$count" -ge 119 ] || { echo "only $count names in $exports"; exit 1; }
+[ -n "$names" ] || { echo "there are no names in $exports"; exit 1; }
 diff <(echo "$names") <(x86_64-w64-mingw32-nm "$library" | sed -n 's/.* I __imp_//p' | sort) || {
   echo "$exports (<) and $library (>) differ"
   exit 1
