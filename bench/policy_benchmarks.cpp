@@ -19,9 +19,9 @@ namespace {
 
 const std::string kFleet = std::string{VQS_SAMPLES} + "/fleet-r5.bin";
 
-std::vector<VqsPackedPolicy> fleet() {
+std::vector<vqs::PackedPolicy> fleet() {
   const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
-  std::vector<VqsPackedPolicy> policies(vqs::announcedPolicyCount(file->bytes()));
+  std::vector<vqs::PackedPolicy> policies(vqs::announcedPolicyCount(file->bytes()));
   vqs::BinaryVersions versions{};
   vqs::readBinary(file->bytes(), policies, versions);
   return policies;
@@ -45,7 +45,7 @@ BENCHMARK(copyFile);
 
 void parseFile(benchmark::State& state) {
   const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
-  std::vector<VqsPackedPolicy> policies(400);
+  std::vector<vqs::PackedPolicy> policies(400);
   vqs::BinaryVersions versions{};
   for (auto _ : state) benchmark::DoNotOptimize(vqs::readBinary(file->bytes(), policies, versions));
   countPolicies(state, policies.size());
@@ -88,7 +88,7 @@ void pack(benchmark::State& state) {
   std::vector<Policy> bodies(policies.size());
   for (std::size_t i = 0; i < policies.size(); ++i)
     vqs::unpackPolicyBody(version, &policies[i], &bodies[i], vqs::kRuntimeText);
-  std::vector<VqsPackedPolicy> packed(policies.size());
+  std::vector<vqs::PackedPolicy> packed(policies.size());
   for (auto _ : state)
     for (std::size_t i = 0; i < packed.size(); ++i)
       benchmark::DoNotOptimize(vqs::packPolicyBody(version, &bodies[i], &packed[i], vqs::kRuntimeText));

@@ -28,21 +28,21 @@ std::unique_ptr<Record> zeroed() {
   return record;
 }
 
-int pack(std::uint32_t version, const void* body, VqsPackedPolicy* packed) {
+int pack(std::uint32_t version, const void* body, vqs::PackedPolicy* packed) {
   return vqs::packPolicyBody(version, body, packed, vqs::kRuntimeText);
 }
-int unpack(std::uint32_t version, const VqsPackedPolicy* packed, void* body) {
+int unpack(std::uint32_t version, const vqs::PackedPolicy* packed, void* body) {
   return vqs::unpackPolicyBody(version, packed, body, vqs::kRuntimeText);
 }
 
 /// What was unpacked packs and unpacks to the same, unless it holds a text without an end.
 template <class Body>
-void checkUnpacking(const VqsPackedPolicy& packed, std::uint32_t version) {
+void checkUnpacking(const vqs::PackedPolicy& packed, std::uint32_t version) {
   const auto body = zeroed<Body>();
   const int result = unpack(version, &packed, body.get());
   check(result == vqs::kConverted || result == vqs::kMalformed || result == vqs::kNotConverted);
   if (result != vqs::kConverted) return;
-  const auto again = zeroed<VqsPackedPolicy>();
+  const auto again = zeroed<vqs::PackedPolicy>();
   if (pack(version, body.get(), again.get()) != vqs::kConverted) return;
   const auto second = zeroed<Body>();
   check(unpack(version, again.get(), second.get()) == vqs::kConverted);
@@ -54,7 +54,7 @@ template <class Body>
 void checkPacking(const std::uint8_t* data, std::size_t size, std::uint32_t version) {
   const auto body = zeroed<Body>();
   std::memcpy(body.get(), data, std::min(size, sizeof(Body)));
-  const auto packed = zeroed<VqsPackedPolicy>();
+  const auto packed = zeroed<vqs::PackedPolicy>();
   const int result = pack(version, body.get(), packed.get());
   check(result == vqs::kConverted || result == vqs::kMalformed || result == vqs::kNotConverted);
   if (result != vqs::kConverted) return;
@@ -62,10 +62,10 @@ void checkPacking(const std::uint8_t* data, std::size_t size, std::uint32_t vers
   check(packed->actionCount == body->actionCount && packed->id == body->id);
 }
 
-void checkParsing(std::span<const std::byte> file, std::span<const VqsPackedPolicy> policies) {
+void checkParsing(std::span<const std::byte> file, std::span<const vqs::PackedPolicy> policies) {
   const std::uint32_t count = vqs::announcedPolicyCount(file);
   check(count == policies.size());
-  std::vector<VqsPackedPolicy> parsed(count);
+  std::vector<vqs::PackedPolicy> parsed(count);
   vqs::BinaryVersions versions{};
   if (!vqs::readBinary(file, parsed, versions)) return;
   check(versions.first == 3 && versions.second == 41);
@@ -76,7 +76,7 @@ void checkParsing(std::span<const std::byte> file, std::span<const VqsPackedPoli
   }
 }
 
-void checkBuilding(std::span<const VqsPackedPolicy> policies) {
+void checkBuilding(std::span<const vqs::PackedPolicy> policies) {
   const std::uint64_t size = vqs::policyBinarySize(policies);
   const std::uint64_t room = size != 0 ? size : 4096;
   const auto buffer = std::make_unique<std::byte[]>(room);
@@ -94,7 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
-  const auto policies = recordsOf<VqsPackedPolicy>(data, size, 3);
+  const auto policies = recordsOf<vqs::PackedPolicy>(data, size, 3);
   for (const auto& policy : policies) {
     checkUnpacking<VqsPolicyV0>(policy, 0);
     checkUnpacking<VqsPolicyV1>(policy, 1);

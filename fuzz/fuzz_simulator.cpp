@@ -130,7 +130,7 @@ void request(simulator::Driver& driver, Surroundings& surroundings, Input& input
   const std::uint32_t code = 0x80222000 + 4 * std::uint32_t{function};
   const auto answer = driver.control(surroundings, session, code, bytes, inputLength, outputLength);
   check(answer.length <= outputLength);
-  check(answer.outcome == simulator::Outcome::success || answer.length == 0);
+  check(answer.outcome == simulator::Outcome::kSuccess || answer.length == 0);
 }
 
 /// Whoever walks the area of a log that is mapped meets every key once, in order, and then the end.
@@ -175,8 +175,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   for (Input input{data, size}; !input.empty();) request(*driver, surroundings, input);
   checkStores(*driver);
   check(driver->isSound());
-  checkArea(surroundings, simulator::LogKind::keyValue, simulator::keyValueKeys());
-  checkArea(surroundings, simulator::LogKind::exKeyValue, simulator::exKeyValueKeys());
+  checkArea(surroundings, simulator::LogKind::kKeyValue, simulator::keyValueKeys());
+  checkArea(surroundings, simulator::LogKind::kExKeyValue, simulator::exKeyValueKeys());
   for (simulator::SessionId session = 0; session < 256; ++session) driver->close(surroundings, session);
   check(surroundings.hasNothingLeft() && !driver->hasMappedLogs());
   return 0;

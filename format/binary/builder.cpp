@@ -18,7 +18,7 @@ constexpr std::size_t kTextOverhead = 5;
 constexpr std::size_t kActionSize = 23;
 
 /// False when a list is longer than a policy can hold, or a text leads beyond the record.
-bool canBeWritten(const VqsPackedPolicy& policy, const PackedPolicyView& view) {
+bool canBeWritten(const PackedPolicy& policy, const PackedPolicyView& view) {
   if (policy.conditionCount > VQS_POLICY_MAX_CONDITIONS || policy.textCount > VQS_POLICY_MAX_TEXTS ||
       policy.actionCount > VQS_POLICY_MAX_ACTIONS)
     return false;
@@ -28,7 +28,7 @@ bool canBeWritten(const VqsPackedPolicy& policy, const PackedPolicyView& view) {
   return true;
 }
 
-std::uint64_t countedEntrySize(const VqsPackedPolicy& policy, const PackedPolicyView& view) {
+std::uint64_t countedEntrySize(const PackedPolicy& policy, const PackedPolicyView& view) {
   std::uint64_t size = view.name().size() + view.description().size() + kCountedScalars + kCountedActionCount;
   size += sizeof(VqsPolicyCondition) * std::uint64_t{policy.conditionCount};
   for (std::size_t i = 0; i < policy.textCount; ++i) size += view.text(i).size() + kTextOverhead;
@@ -39,17 +39,17 @@ bool putText(ByteWriter& writer, std::span<const std::byte> text) {
   return writer.put(static_cast<std::uint32_t>(text.size())) && writer.put(text);
 }
 
-bool putScalars(ByteWriter& writer, const VqsPackedPolicy& policy) {
+bool putScalars(ByteWriter& writer, const PackedPolicy& policy) {
   return writer.put(policy.flag0) && writer.put(policy.id) && writer.put(policy.param0) && writer.put(policy.flag1) &&
          writer.put(policy.flag2) && writer.put(policy.param1) && writer.put(policy.param2) &&
          writer.put(policy.conditionCount) && writer.put(policy.textCount);
 }
 
-bool putConditions(ByteWriter& writer, const VqsPackedPolicy& policy) {
+bool putConditions(ByteWriter& writer, const PackedPolicy& policy) {
   return writer.put(std::as_bytes(std::span{policy.conditions}.first(policy.conditionCount)));
 }
 
-bool putTexts(ByteWriter& writer, const VqsPackedPolicy& policy, const PackedPolicyView& view) {
+bool putTexts(ByteWriter& writer, const PackedPolicy& policy, const PackedPolicyView& view) {
   for (std::size_t i = 0; i < policy.textCount; ++i)
     if (!putText(writer, view.text(i)) || !writer.put(policy.texts[i].flag)) return false;
   return true;
@@ -61,12 +61,12 @@ bool putAction(ByteWriter& writer, const VqsPolicyAction& action) {
          writer.put(action.option3) && writer.put(action.value4);
 }
 
-bool putActions(ByteWriter& writer, const VqsPackedPolicy& policy) {
+bool putActions(ByteWriter& writer, const PackedPolicy& policy) {
   return std::ranges::all_of(std::span{policy.actions}.first(policy.actionCount),
                              [&](const auto& action) { return putAction(writer, action); });
 }
 
-bool putPolicy(ByteWriter& writer, const VqsPackedPolicy& policy) {
+bool putPolicy(ByteWriter& writer, const PackedPolicy& policy) {
   const PackedPolicyView view{policy};
   return canBeWritten(policy, view) && putText(writer, view.name()) && putText(writer, view.description()) &&
          putScalars(writer, policy) && putConditions(writer, policy) && putTexts(writer, policy, view) &&
@@ -80,7 +80,7 @@ bool putHeader(ByteWriter& writer, std::uint32_t policyCount, BinaryVersions ver
 
 }  // namespace
 
-std::uint64_t policyBinarySize(std::span<const VqsPackedPolicy> policies) {
+std::uint64_t policyBinarySize(std::span<const PackedPolicy> policies) {
   std::uint64_t size = policies.empty() ? 0 : kHeaderSize;
   for (const auto& policy : policies) {
     const PackedPolicyView view{policy};
@@ -90,8 +90,7 @@ std::uint64_t policyBinarySize(std::span<const VqsPackedPolicy> policies) {
   return size;
 }
 
-bool buildPolicyBinary(std::span<std::byte> buffer, std::span<const VqsPackedPolicy> policies,
-                       BinaryVersions versions) {
+bool buildPolicyBinary(std::span<std::byte> buffer, std::span<const PackedPolicy> policies, BinaryVersions versions) {
   if (buffer.data() == nullptr || policies.empty()) return false;
   ByteWriter writer{buffer};
   if (!putHeader(writer, static_cast<std::uint32_t>(policies.size()), versions)) return false;

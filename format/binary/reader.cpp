@@ -20,11 +20,11 @@ struct EntryLimits {
   std::uint32_t actions;
 };
 
-constexpr EntryLimits kRevision5Limits = {.name = sizeof(VqsPackedPolicy::name),
+constexpr EntryLimits kRevision5Limits = {.name = sizeof(PackedPolicy::name),
                                           .description = VQS_POLICY_DESCRIPTION_SIZE,
                                           .conditions = VQS_POLICY_MAX_CONDITIONS,
                                           .texts = VQS_POLICY_MAX_TEXTS,
-                                          .textSize = sizeof(VqsPackedText::text),
+                                          .textSize = sizeof(PackedText::text),
                                           .actions = VQS_POLICY_MAX_ACTIONS};
 
 /// In the older revisions the terminator is added while widening, and a text's stored last byte becomes it.
@@ -123,7 +123,7 @@ class EntryReader {
     static_cast<void>(reader_.take(headerSizeOf(file), header));
   }
 
-  bool takePolicies(std::span<VqsPackedPolicy> policies) {
+  bool takePolicies(std::span<PackedPolicy> policies) {
     for (auto& policy : policies) {
       if (!takePolicy(policy)) return false;
       ++policy_;
@@ -173,7 +173,7 @@ class EntryReader {
     return false;
   }
 
-  bool takeName(VqsPackedPolicy& policy) {
+  bool takeName(PackedPolicy& policy) {
     std::uint32_t size = 0;
     if (!takeWithin(size, 1, format_.limits.name, DefectKind::kNameLength)) return false;
     return format_.isWide ? take(size, policy.name) : takeCharacters(size, size, policy.name);
@@ -188,13 +188,13 @@ class EntryReader {
     return true;
   }
 
-  bool takeDescription(VqsPackedPolicy& policy) {
+  bool takeDescription(PackedPolicy& policy) {
     std::uint32_t size = 0;
     return takeWithin(size, 1, format_.limits.description, DefectKind::kDescriptionLength) &&
            take(size, policy.description);
   }
 
-  bool takeScalars(VqsPackedPolicy& policy) {
+  bool takeScalars(PackedPolicy& policy) {
     FixedBytes<19> scalars;
     if (!take(scalars)) return false;
     scalars.read<0>(policy.flag0);
@@ -207,7 +207,7 @@ class EntryReader {
     return true;
   }
 
-  bool takeConditions(VqsPackedPolicy& policy) {
+  bool takeConditions(PackedPolicy& policy) {
     const std::uint64_t place = offset();
     if (!take(static_cast<std::uint32_t>(policy.conditionCount * sizeof(VqsPolicyCondition)), policy.conditions))
       return false;
@@ -224,14 +224,14 @@ class EntryReader {
   }
 
   /// In the older revisions the last character stored is the terminator.
-  bool takeUnits(std::uint32_t size, VqsPackedText& text) {
+  bool takeUnits(std::uint32_t size, PackedText& text) {
     if (format_.isWide) return take(size, text.text);
     if (size >= 2) return takeCharacters(size, size - 1, text.text);
     note(DefectKind::kTextWithoutCharacters, offset() - sizeof(size), size, 0, format_.limits.textSize);
     return false;
   }
 
-  bool takeText(VqsPackedText& text) {
+  bool takeText(PackedText& text) {
     std::uint32_t size = 0;
     if (!takeWithin(size, 0, format_.limits.textSize, DefectKind::kTextLength)) return false;
     if (size == 0 && !format_.hasEmptyTextFlag) return true;
@@ -242,7 +242,7 @@ class EntryReader {
     return true;
   }
 
-  bool takeTexts(VqsPackedPolicy& policy) {
+  bool takeTexts(PackedPolicy& policy) {
     for (entry_ = 0; entry_ < policy.textCount; ++entry_)
       if (!takeText(policy.texts[entry_])) return false;
     entry_ = 0;
@@ -271,7 +271,7 @@ class EntryReader {
     return true;
   }
 
-  bool takeActions(VqsPackedPolicy& policy) {
+  bool takeActions(PackedPolicy& policy) {
     if (!takeWithin(policy.actionCount, 0, format_.limits.actions, DefectKind::kActionCount)) return false;
     for (entry_ = 0; entry_ < policy.actionCount; ++entry_)
       if (!(format_.hasFullActions ? takeFullAction(policy.actions[entry_]) : takeShortAction(policy.actions[entry_])))
@@ -280,7 +280,7 @@ class EntryReader {
     return true;
   }
 
-  bool takePolicy(VqsPackedPolicy& policy) {
+  bool takePolicy(PackedPolicy& policy) {
     return takeName(policy) && takeDescription(policy) && takeScalars(policy) &&
            takeWithin(policy.conditionCount, 1, format_.limits.conditions, DefectKind::kConditionCount) &&
            takeWithin(policy.textCount, 0, format_.limits.texts, DefectKind::kTextCount) && takeConditions(policy) &&
@@ -329,7 +329,7 @@ Defect headerDefect(std::span<const std::byte> file) {
   return countDefect(file);
 }
 
-bool readBinary(std::span<const std::byte> file, std::span<VqsPackedPolicy> policies, BinaryVersions& versions,
+bool readBinary(std::span<const std::byte> file, std::span<PackedPolicy> policies, BinaryVersions& versions,
                 Defect* defect) {
   static_cast<void>(at(file, kVersionsOffset, versions.first));
   static_cast<void>(at(file, kVersionsOffset + sizeof(versions.first), versions.second));

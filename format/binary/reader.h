@@ -22,7 +22,7 @@ std::uint64_t mostUsefulBytes(std::span<const std::byte> head);
 /// outside the file, breaks a limit of the format, or does not fit the packed policy; a defect, when one is asked for,
 /// says which. A file that was read may have a defect as well: a value that no policy can have, or no policies at all.
 /// The versions are handed out as far as the file has them, whatever else it holds.
-bool readBinary(std::span<const std::byte> file, std::span<VqsPackedPolicy> policies, BinaryVersions& versions,
+bool readBinary(std::span<const std::byte> file, std::span<PackedPolicy> policies, BinaryVersions& versions,
                 Defect* defect = nullptr);
 
 /// What is wrong with the header, before any policy is looked at; a defect of no kind when nothing is.

@@ -12,17 +12,17 @@ namespace vqs {
 /// beyond the record. Each with its terminator; empty when there is none up to the end of the record.
 class PackedPolicyView {
  public:
-  explicit PackedPolicyView(const VqsPackedPolicy& policy) : record_(std::as_bytes(std::span{&policy, 1})) {}
+  explicit PackedPolicyView(const PackedPolicy& policy) : record_(std::as_bytes(std::span{&policy, 1})) {}
 
   [[nodiscard]] std::span<const std::byte> name() const {
-    return terminated(offsetof(VqsPackedPolicy, name), sizeof(VqsChar16));
+    return terminated(offsetof(PackedPolicy, name), sizeof(VqsChar16));
   }
   [[nodiscard]] std::span<const std::byte> description() const {
-    return terminated(offsetof(VqsPackedPolicy, description), 1);
+    return terminated(offsetof(PackedPolicy, description), 1);
   }
   [[nodiscard]] std::span<const std::byte> text(std::size_t index) const {
-    const std::size_t slot = offsetof(VqsPackedPolicy, texts) + index * sizeof(VqsPackedText);
-    return terminated(slot + offsetof(VqsPackedText, text), sizeof(VqsChar16));
+    const std::size_t slot = offsetof(PackedPolicy, texts) + index * sizeof(PackedText);
+    return terminated(slot + offsetof(PackedText, text), sizeof(VqsChar16));
   }
 
  private:

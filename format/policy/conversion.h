@@ -26,33 +26,33 @@ std::optional<std::size_t> policyBodySize(std::uint32_t structureVersion);
 
 // Caller's form to driver's form. The destination is filled with zeros beforehand; a failure leaves it partly written.
 // Counts above their limits travel as they are, with as many entries as there is room for.
-int packPolicyV0(const VqsPolicyV0* source, VqsPackedPolicy* destination, const TextConversion& text);
-int packPolicyV1(const VqsPolicyV1* source, VqsPackedPolicy* destination, const TextConversion& text);
-int packPolicyV2(const VqsPolicyV2* source, VqsPackedPolicy* destination);
+int packPolicyV0(const VqsPolicyV0* source, PackedPolicy* destination, const TextConversion& text);
+int packPolicyV1(const VqsPolicyV1* source, PackedPolicy* destination, const TextConversion& text);
+int packPolicyV2(const VqsPolicyV2* source, PackedPolicy* destination);
 
 /// Packs a body of a structure version; kMalformed for a version that does not exist.
-int packPolicyBody(std::uint32_t structureVersion, const void* body, VqsPackedPolicy* destination,
+int packPolicyBody(std::uint32_t structureVersion, const void* body, PackedPolicy* destination,
                    const TextConversion& text);
 
 // Driver's form to caller's form. A failure leaves the destination partly written.
-int unpackPolicyV0(const VqsPackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text);
-int unpackPolicyV1(const VqsPackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text);
-int unpackPolicyV2(const VqsPackedPolicy* source, VqsPolicyV2* destination);
+int unpackPolicyV0(const PackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text);
+int unpackPolicyV1(const PackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text);
+int unpackPolicyV2(const PackedPolicy* source, VqsPolicyV2* destination);
 
 /// Unpacks into a body of a structure version; kMalformed for a version that does not exist.
-int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* source, void* body,
+int unpackPolicyBody(std::uint32_t structureVersion, const PackedPolicy* source, void* body,
                      const TextConversion& text);
 
 /// Unpacks `count` policies into bodies of a structure version, back to back; stops at the first failure.
 int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
-                      const VqsPackedPolicy* policies, std::uint32_t count, const TextConversion& text);
+                      const PackedPolicy* policies, std::uint32_t count, const TextConversion& text);
 
 /// The structure version of a record of `size` bytes, if the whole body of that version is among them. It is read once,
 /// so that a caller who changes it meanwhile cannot have more read or written than there is.
 std::optional<std::uint32_t> wholeBodyVersion(const VqsVersionedPolicy& record, std::uint64_t size);
 
 /// Packs a versioned record of `size` bytes; true when it is whole and well-formed.
-bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, VqsPackedPolicy& destination,
+bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, PackedPolicy& destination,
                          const TextConversion& text);
 
 }  // namespace vqs

@@ -28,7 +28,7 @@ int packCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destinat
 }
 
 template <class Text, class Conversion>
-int packText(const Text& source, VqsPackedText& destination, const Conversion& text) {
+int packText(const Text& source, PackedText& destination, const Conversion& text) {
   if (source.flag > VQS_POLICY_MAX_TEXT_FLAG) return kMalformed;
   destination.flag = source.flag;
   if (!packUnits(destination.text, source.text, text)) return kNotConverted;
@@ -55,7 +55,7 @@ void packAction(const VqsPolicyAction& source, VqsPolicyAction& destination) {
 }
 
 template <class Policy>
-void packScalars(const Policy& source, VqsPackedPolicy& destination) {
+void packScalars(const Policy& source, PackedPolicy& destination) {
   std::ranges::copy(source.description, destination.description);
   destination.flag0 = source.flag0;
   destination.id = source.id;
@@ -70,7 +70,7 @@ void packScalars(const Policy& source, VqsPackedPolicy& destination) {
 }
 
 template <class Policy, class Conversion>
-int packPolicy(const Policy* source, VqsPackedPolicy* destination, const Conversion& text) {
+int packPolicy(const Policy* source, PackedPolicy* destination, const Conversion& text) {
   if (source == nullptr || destination == nullptr) return kNullPointer;
   if (!packName(destination->name, source->name, text)) return kNotConverted;
   packScalars(*source, *destination);
@@ -85,17 +85,17 @@ int packPolicy(const Policy* source, VqsPackedPolicy* destination, const Convers
 
 }  // namespace
 
-int packPolicyV0(const VqsPolicyV0* source, VqsPackedPolicy* destination, const TextConversion& text) {
+int packPolicyV0(const VqsPolicyV0* source, PackedPolicy* destination, const TextConversion& text) {
   return packPolicy(source, destination, text);
 }
-int packPolicyV1(const VqsPolicyV1* source, VqsPackedPolicy* destination, const TextConversion& text) {
+int packPolicyV1(const VqsPolicyV1* source, PackedPolicy* destination, const TextConversion& text) {
   return packPolicy(source, destination, text);
 }
-int packPolicyV2(const VqsPolicyV2* source, VqsPackedPolicy* destination) {
+int packPolicyV2(const VqsPolicyV2* source, PackedPolicy* destination) {
   return packPolicy(source, destination, NoConversion{});
 }
 
-int packPolicyBody(std::uint32_t structureVersion, const void* body, VqsPackedPolicy* destination,
+int packPolicyBody(std::uint32_t structureVersion, const void* body, PackedPolicy* destination,
                    const TextConversion& text) {
   switch (structureVersion) {
     case 0:

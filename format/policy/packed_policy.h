@@ -6,8 +6,10 @@
 
 #include <vqs/policy_records.h>
 
+namespace vqs {
+
 /// A text in the driver's form.
-struct VqsPackedText {
+struct PackedText {
   std::uint8_t flag;
   std::uint8_t reserved0[11];
   /// units of text including the terminating zero unit, 1 to 256
@@ -15,13 +17,13 @@ struct VqsPackedText {
   VqsChar16 text[VQS_POLICY_TEXT_UNITS];
   std::uint8_t reserved1[2];
 };
-static_assert(sizeof(VqsPackedText) == 528);
-static_assert(offsetof(VqsPackedText, flag) == 0);
-static_assert(offsetof(VqsPackedText, length) == 12);
-static_assert(offsetof(VqsPackedText, text) == 14);
+static_assert(sizeof(PackedText) == 528);
+static_assert(offsetof(PackedText, flag) == 0);
+static_assert(offsetof(PackedText, length) == 12);
+static_assert(offsetof(PackedText, text) == 14);
 
 /// A policy in the driver's form, the only one the driver knows. Counts may exceed their limits.
-struct VqsPackedPolicy {
+struct PackedPolicy {
   VqsChar16 name[VQS_POLICY_NAME_UNITS];
   char description[VQS_POLICY_DESCRIPTION_SIZE];
   std::uint8_t flag0;
@@ -37,22 +39,24 @@ struct VqsPackedPolicy {
   std::uint32_t actionCount;
   std::uint32_t textCount;
   VqsPolicyCondition conditions[VQS_POLICY_MAX_CONDITIONS];
-  VqsPackedText texts[VQS_POLICY_MAX_TEXTS];
+  PackedText texts[VQS_POLICY_MAX_TEXTS];
   VqsPolicyAction actions[VQS_POLICY_MAX_ACTIONS];
 };
-static_assert(sizeof(VqsPackedPolicy) == 3972);
-static_assert(offsetof(VqsPackedPolicy, name) == 0);
-static_assert(offsetof(VqsPackedPolicy, description) == 128);
-static_assert(offsetof(VqsPackedPolicy, flag0) == 160);
-static_assert(offsetof(VqsPackedPolicy, id) == 164);
-static_assert(offsetof(VqsPackedPolicy, param0) == 168);
-static_assert(offsetof(VqsPackedPolicy, flag1) == 172);
-static_assert(offsetof(VqsPackedPolicy, flag2) == 173);
-static_assert(offsetof(VqsPackedPolicy, param1) == 176);
-static_assert(offsetof(VqsPackedPolicy, param2) == 180);
-static_assert(offsetof(VqsPackedPolicy, conditionCount) == 184);
-static_assert(offsetof(VqsPackedPolicy, actionCount) == 188);
-static_assert(offsetof(VqsPackedPolicy, textCount) == 192);
-static_assert(offsetof(VqsPackedPolicy, conditions) == 196);
-static_assert(offsetof(VqsPackedPolicy, texts) == 436);
-static_assert(offsetof(VqsPackedPolicy, actions) == 3076);
+static_assert(sizeof(PackedPolicy) == 3972);
+static_assert(offsetof(PackedPolicy, name) == 0);
+static_assert(offsetof(PackedPolicy, description) == 128);
+static_assert(offsetof(PackedPolicy, flag0) == 160);
+static_assert(offsetof(PackedPolicy, id) == 164);
+static_assert(offsetof(PackedPolicy, param0) == 168);
+static_assert(offsetof(PackedPolicy, flag1) == 172);
+static_assert(offsetof(PackedPolicy, flag2) == 173);
+static_assert(offsetof(PackedPolicy, param1) == 176);
+static_assert(offsetof(PackedPolicy, param2) == 180);
+static_assert(offsetof(PackedPolicy, conditionCount) == 184);
+static_assert(offsetof(PackedPolicy, actionCount) == 188);
+static_assert(offsetof(PackedPolicy, textCount) == 192);
+static_assert(offsetof(PackedPolicy, conditions) == 196);
+static_assert(offsetof(PackedPolicy, texts) == 436);
+static_assert(offsetof(PackedPolicy, actions) == 3076);
+
+}  // namespace vqs

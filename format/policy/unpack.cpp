@@ -30,7 +30,7 @@ bool fitsVersion0(std::span<const VqsChar16> text) {
 }
 
 template <class Text, class Conversion>
-int unpackText(const VqsPackedText& source, Text& destination, const Conversion& text) {
+int unpackText(const PackedText& source, Text& destination, const Conversion& text) {
   if (source.flag > VQS_POLICY_MAX_TEXT_FLAG) return kMalformed;
   destination.flag = source.flag;
   return unpackUnits(destination.text, source.text, text) ? kConverted : kNotConverted;
@@ -62,7 +62,7 @@ int unpackAction(const VqsPolicyAction& source, VqsPolicyAction& destination) {
 }
 
 template <class Policy>
-void unpackScalars(const VqsPackedPolicy& source, Policy& destination) {
+void unpackScalars(const PackedPolicy& source, Policy& destination) {
   std::ranges::copy(source.description, destination.description);
   destination.flag0 = source.flag0;
   destination.id = source.id;
@@ -77,7 +77,7 @@ void unpackScalars(const VqsPackedPolicy& source, Policy& destination) {
 }
 
 template <class Policy, class Conversion>
-int unpackTexts(const VqsPackedPolicy& source, Policy& destination, const Conversion& text) {
+int unpackTexts(const PackedPolicy& source, Policy& destination, const Conversion& text) {
   for (std::size_t i = 0; i < source.textCount; ++i) {
     if constexpr (std::is_same_v<Policy, VqsPolicyV0>)
       if (!fitsVersion0(source.texts[i].text)) return kMalformed;
@@ -87,7 +87,7 @@ int unpackTexts(const VqsPackedPolicy& source, Policy& destination, const Conver
 }
 
 template <class Policy, class Conversion>
-int unpackPolicy(const VqsPackedPolicy* source, Policy* destination, const Conversion& text) {
+int unpackPolicy(const PackedPolicy* source, Policy* destination, const Conversion& text) {
   if (source == nullptr || destination == nullptr) return kNullPointer;
   if (!unpackName(destination->name, source->name, text)) return kNotConverted;
   unpackScalars(*source, *destination);
@@ -104,17 +104,17 @@ int unpackPolicy(const VqsPackedPolicy* source, Policy* destination, const Conve
 
 }  // namespace
 
-int unpackPolicyV0(const VqsPackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text) {
+int unpackPolicyV0(const PackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text) {
   return unpackPolicy(source, destination, text);
 }
-int unpackPolicyV1(const VqsPackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text) {
+int unpackPolicyV1(const PackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text) {
   return unpackPolicy(source, destination, text);
 }
-int unpackPolicyV2(const VqsPackedPolicy* source, VqsPolicyV2* destination) {
+int unpackPolicyV2(const PackedPolicy* source, VqsPolicyV2* destination) {
   return unpackPolicy(source, destination, NoConversion{});
 }
 
-int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* source, void* body,
+int unpackPolicyBody(std::uint32_t structureVersion, const PackedPolicy* source, void* body,
                      const TextConversion& text) {
   switch (structureVersion) {
     case 0:
@@ -129,7 +129,7 @@ int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* sour
 }
 
 int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
-                      const VqsPackedPolicy* policies, std::uint32_t count, const TextConversion& text) {
+                      const PackedPolicy* policies, std::uint32_t count, const TextConversion& text) {
   if (destination == nullptr || destinationSize == 0) return kNullPointer;
   const auto bodySize = policyBodySize(structureVersion);
   if (!bodySize) return kMalformed;

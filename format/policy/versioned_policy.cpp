@@ -24,7 +24,7 @@ std::optional<std::uint32_t> wholeBodyVersion(const VqsVersionedPolicy& record, 
   return bodySize && size - kHead >= *bodySize ? std::optional{version} : std::nullopt;
 }
 
-bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, VqsPackedPolicy& destination,
+bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, PackedPolicy& destination,
                          const TextConversion& text) {
   const auto version = wholeBodyVersion(record, size);
   return version && packPolicyBody(*version, &record.policy, &destination, text) == kConverted;

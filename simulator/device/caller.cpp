@@ -53,10 +53,10 @@ bool copyThrough(std::span<std::byte> resident, const std::byte* from, std::span
 
 bool readOnWindows(const void* from, std::span<std::byte> destination) {
   constexpr std::size_t kPieceSize = 4096;
-  auto* const piece = static_cast<std::byte*>(pool::allocateResident(pool::Purpose::callerCopy, kPieceSize));
+  auto* const piece = static_cast<std::byte*>(pool::allocateResident(pool::Purpose::kCallerCopy, kPieceSize));
   if (piece == nullptr) return false;
   const bool done = copyThrough({piece, kPieceSize}, static_cast<const std::byte*>(from), destination);
-  pool::release(pool::Purpose::callerCopy, piece);
+  pool::release(pool::Purpose::kCallerCopy, piece);
   return done;
 }
 

@@ -7,13 +7,13 @@ namespace device {
 
 /// How far the system has come with a device.
 enum class PnpState : UCHAR {
-  added,
+  kAdded,
   /// clients can open it
-  started,
+  kStarted,
   /// the system wants to remove it, and may change its mind: what is open goes on, and nobody else gets in
-  removePending,
+  kRemovePending,
   /// nothing goes on, but handles may still be open
-  removed
+  kRemoved
 };
 
 /// What the system keeps with the device object. Zero bytes at first.

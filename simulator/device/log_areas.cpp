@@ -72,7 +72,7 @@ void LogAreas::destroy(Area& area) {
 void LogAreas::destroy(Mapping* mapping) {
   unmapFromProcess(mapping->handle, mapping->address);
   ZwClose(mapping->handle);
-  pool::release(pool::Purpose::logMapping, mapping);
+  pool::release(pool::Purpose::kLogMapping, mapping);
 }
 
 std::span<std::byte> LogAreas::own(simulator::LogKind kind) {
@@ -85,13 +85,13 @@ std::span<std::byte> LogAreas::own(simulator::LogKind kind) {
 
 std::uint64_t LogAreas::map(simulator::LogKind kind) {
   if (own(kind).empty()) return 0;
-  auto* const mapping = static_cast<Mapping*>(pool::allocatePaged(pool::Purpose::logMapping, sizeof(Mapping)));
+  auto* const mapping = static_cast<Mapping*>(pool::allocatePaged(pool::Purpose::kLogMapping, sizeof(Mapping)));
   if (mapping == nullptr) return 0;
   mapping->handle = caller::open(kChangeMemory | SYNCHRONIZE);
   if (mapping->handle == nullptr ||
       !NT_SUCCESS(mapIntoProcess(areas_[static_cast<std::size_t>(kind)].section, mapping->handle, &mapping->address))) {
     if (mapping->handle != nullptr) ZwClose(mapping->handle);
-    pool::release(pool::Purpose::logMapping, mapping);
+    pool::release(pool::Purpose::kLogMapping, mapping);
     return 0;
   }
   mapping->process = reinterpret_cast<std::uint64_t>(PsGetCurrentProcessId());

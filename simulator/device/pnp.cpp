@@ -55,19 +55,19 @@ NTSTATUS start(Extension& extension, PIRP irp) {
   NTSTATUS status = passDownAndWait(extension, irp);
   if (NT_SUCCESS(status)) status = startSimulation(extension);
   if (NT_SUCCESS(status)) status = enableInterface(extension);
-  if (NT_SUCCESS(status)) extension.state = PnpState::started;
+  if (NT_SUCCESS(status)) extension.state = PnpState::kStarted;
   return complete(irp, status);
 }
 
 NTSTATUS queryRemove(Extension& extension, PIRP irp) {
   extension.stateBefore = extension.state;
-  extension.state = PnpState::removePending;
+  extension.state = PnpState::kRemovePending;
   return passDownAsDone(extension, irp);
 }
 
 /// Also sent when nothing was pending, because a driver above has refused.
 NTSTATUS cancelRemove(Extension& extension, PIRP irp) {
-  if (extension.state != PnpState::removePending) return passDownAsDone(extension, irp);
+  if (extension.state != PnpState::kRemovePending) return passDownAsDone(extension, irp);
   irp->IoStatus.Status = STATUS_SUCCESS;
   passDownAndWait(extension, irp);
   extension.state = extension.stateBefore;
@@ -75,7 +75,7 @@ NTSTATUS cancelRemove(Extension& extension, PIRP irp) {
 }
 
 NTSTATUS surpriseRemove(Extension& extension, PIRP irp) {
-  extension.state = PnpState::removed;
+  extension.state = PnpState::kRemoved;
   disableInterface(extension);
   if (extension.simulation != nullptr) extension.simulation->stop();
   return passDownAsDone(extension, irp);
@@ -83,7 +83,7 @@ NTSTATUS surpriseRemove(Extension& extension, PIRP irp) {
 
 NTSTATUS remove(PDEVICE_OBJECT device, DeviceUse& use, PIRP irp) {
   Extension& extension = extensionOf(device);
-  extension.state = PnpState::removed;
+  extension.state = PnpState::kRemoved;
   disableInterface(extension);
   const NTSTATUS status = passDownAsDone(extension, irp);
   use.endAndWait();

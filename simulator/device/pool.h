@@ -8,11 +8,11 @@ namespace device::pool {
 
 /// A tag reads from its lowest byte on: these are VqsS, VqsD, VqsL, VqsC, VqsW.
 enum class Purpose : ULONG {
-  simulation = 0x53737156,
-  driver = 0x44737156,
-  logMapping = 0x4C737156,
-  callerCopy = 0x43737156,
-  work = 0x57737156
+  kSimulation = 0x53737156,
+  kDriver = 0x44737156,
+  kLogMapping = 0x4C737156,
+  kCallerCopy = 0x43737156,
+  kWork = 0x57737156
 };
 
 /// Zeroed memory that is always there, for what threads wait for; nullptr when there is none.

@@ -9,22 +9,22 @@ SessionSlot& sessionOf(PIRP irp) { return IoGetCurrentIrpStackLocation(irp)->Fil
 
 /// What a client hears who comes at a wrong time.
 NTSTATUS refusalIn(PnpState state) {
-  return state == PnpState::removePending ? STATUS_DELETE_PENDING : STATUS_NO_SUCH_DEVICE;
+  return state == PnpState::kRemovePending ? STATUS_DELETE_PENDING : STATUS_NO_SUCH_DEVICE;
 }
 
-bool isServing(PnpState state) { return state == PnpState::started || state == PnpState::removePending; }
+bool isServing(PnpState state) { return state == PnpState::kStarted || state == PnpState::kRemovePending; }
 
 NTSTATUS statusOf(simulator::Outcome outcome) {
   switch (outcome) {
-    case simulator::Outcome::success:
+    case simulator::Outcome::kSuccess:
       return STATUS_SUCCESS;
-    case simulator::Outcome::unknownRequest:
+    case simulator::Outcome::kUnknownRequest:
       return STATUS_INVALID_DEVICE_REQUEST;
-    case simulator::Outcome::wrongLength:
+    case simulator::Outcome::kWrongLength:
       return STATUS_INFO_LENGTH_MISMATCH;
-    case simulator::Outcome::malformed:
+    case simulator::Outcome::kMalformed:
       return STATUS_INVALID_PARAMETER;
-    case simulator::Outcome::refused:
+    case simulator::Outcome::kRefused:
       break;
   }
   return STATUS_REQUEST_NOT_ACCEPTED;
@@ -47,7 +47,7 @@ NTSTATUS NTAPI dispatchCreate(PDEVICE_OBJECT device, PIRP irp) {
   Extension& extension = extensionOf(device);
   const DeviceUse use{extension};
   if (!use) return complete(irp, STATUS_DELETE_PENDING);
-  if (extension.state != PnpState::started) return complete(irp, refusalIn(extension.state));
+  if (extension.state != PnpState::kStarted) return complete(irp, refusalIn(extension.state));
   extension.simulation->awaitOutputEvent();
   extension.simulation->openSession(sessionOf(irp));
   return complete(irp, STATUS_SUCCESS);

@@ -14,11 +14,11 @@ constexpr LARGE_INTEGER kOneSecond = {.QuadPart = -10'000'000};
 }  // namespace
 
 Simulation* Simulation::create() {
-  void* const memory = pool::allocateResident(pool::Purpose::simulation, sizeof(Simulation));
-  void* const driver = pool::allocatePaged(pool::Purpose::driver, sizeof(simulator::Driver));
+  void* const memory = pool::allocateResident(pool::Purpose::kSimulation, sizeof(Simulation));
+  void* const driver = pool::allocatePaged(pool::Purpose::kDriver, sizeof(simulator::Driver));
   if (memory == nullptr || driver == nullptr) {
-    if (memory != nullptr) pool::release(pool::Purpose::simulation, memory);
-    if (driver != nullptr) pool::release(pool::Purpose::driver, driver);
+    if (memory != nullptr) pool::release(pool::Purpose::kSimulation, memory);
+    if (driver != nullptr) pool::release(pool::Purpose::kDriver, driver);
     return nullptr;
   }
   auto* const simulation = new (memory) Simulation;
@@ -29,8 +29,8 @@ Simulation* Simulation::create() {
 
 void Simulation::destroy(Simulation* simulation) {
   simulation->stop();
-  pool::release(pool::Purpose::driver, simulation->driver_);
-  pool::release(pool::Purpose::simulation, simulation);
+  pool::release(pool::Purpose::kDriver, simulation->driver_);
+  pool::release(pool::Purpose::kSimulation, simulation);
 }
 
 NTSTATUS Simulation::start() {
@@ -103,7 +103,7 @@ simulator::Answer Simulation::control(const SessionSlot& slot, std::uint32_t cod
                                       std::uint32_t inputLength, std::uint32_t outputLength) {
   const LockGuard lock{mutex_};
   const auto session = reinterpret_cast<simulator::SessionId>(slot);
-  if (session == 0) return simulator::failed(simulator::Outcome::refused);
+  if (session == 0) return simulator::failed(simulator::Outcome::kRefused);
   return driver_->control(surroundings_, session, code, buffer, inputLength, outputLength);
 }
 

@@ -89,7 +89,7 @@ bool awaitThread(HANDLE thread, HANDLE process) {
 
 /// The work's own status, and whatever else it leaves behind.
 NTSTATUS carryOut(Work& wanted) {
-  auto* const work = static_cast<Work*>(pool::allocateResident(pool::Purpose::work, sizeof(Work)));
+  auto* const work = static_cast<Work*>(pool::allocateResident(pool::Purpose::kWork, sizeof(Work)));
   if (work == nullptr) return STATUS_NO_MEMORY;
   *work = wanted;
   OBJECT_ATTRIBUTES attributes;
@@ -97,14 +97,14 @@ NTSTATUS carryOut(Work& wanted) {
   HANDLE thread = nullptr;
   const NTSTATUS status = PsCreateSystemThread(&thread, SYNCHRONIZE, &attributes, nullptr, nullptr, &runWork, work);
   if (!NT_SUCCESS(status)) {
-    pool::release(pool::Purpose::work, work);
+    pool::release(pool::Purpose::kWork, work);
     return status;
   }
   const bool isDone = awaitThread(thread, wanted.process);
   ZwClose(thread);
   if (!isDone) return STATUS_PROCESS_IS_TERMINATING;
   wanted = *work;
-  pool::release(pool::Purpose::work, work);
+  pool::release(pool::Purpose::kWork, work);
   return wanted.status;
 }
 

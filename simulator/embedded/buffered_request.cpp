@@ -29,7 +29,7 @@ bool runBuffered(Driver& driver, Surroundings& surroundings, SessionId session, 
   if (request.inputLength != 0) std::memcpy(buffer.get(), request.input, request.inputLength);
   const Answer answer = driver.control(surroundings, session, request.code, {buffer.get(), size}, request.inputLength,
                                        request.outputLength);
-  if (answer.outcome != Outcome::success) return false;
+  if (answer.outcome != Outcome::kSuccess) return false;
   if (answer.length != 0) std::memcpy(request.output, buffer.get(), answer.length);
   if (request.returned != nullptr) *request.returned = answer.length;
   return true;

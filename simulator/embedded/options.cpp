@@ -13,12 +13,12 @@ struct FaultName {
   LogFault fault;
 };
 
-constexpr FaultName kFaults[] = {{.name = "unknown-key", .fault = LogFault::unknownKey},
-                                 {.name = "negative-key", .fault = LogFault::negativeKey},
-                                 {.name = "no-end", .fault = LogFault::noEnd},
-                                 {.name = "repeated-key", .fault = LogFault::repeatedKey},
-                                 {.name = "empty", .fault = LogFault::empty},
-                                 {.name = "version", .fault = LogFault::version}};
+constexpr FaultName kFaults[] = {{.name = "unknown-key", .fault = LogFault::kUnknownKey},
+                                 {.name = "negative-key", .fault = LogFault::kNegativeKey},
+                                 {.name = "no-end", .fault = LogFault::kNoEnd},
+                                 {.name = "repeated-key", .fault = LogFault::kRepeatedKey},
+                                 {.name = "empty", .fault = LogFault::kEmpty},
+                                 {.name = "version", .fault = LogFault::kVersion}};
 
 bool parseNumber(std::string_view text, std::uint64_t& number) {
   const std::span digits{text};

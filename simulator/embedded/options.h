@@ -15,7 +15,7 @@ struct Options {
   std::uint64_t seed = 0;
   /// where the clock stands still, in milliseconds
   std::optional<std::uint64_t> time = std::nullopt;
-  LogFault logFault = LogFault::none;
+  LogFault logFault = LogFault::kNone;
 };
 
 /// Options from words such as "seed=7,log=no-end", or which word was not understood.

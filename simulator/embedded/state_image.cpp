@@ -62,7 +62,7 @@ Reason fillStore(PolicyStore& store, std::span<const std::byte> policies) {
   for (; !policies.empty(); policies = policies.subspan(sizeof(PackedPolicy))) {
     const auto policy = load<PackedPolicy>(policies);
     if (!isWellFormed(policy)) return Reason{"holds a malformed policy"};
-    if (store.add(policy) != StoreResult::done) return Reason{"holds two policies of one id in a store"};
+    if (store.add(policy) != StoreResult::kDone) return Reason{"holds two policies of one id in a store"};
   }
   return {};
 }

@@ -185,14 +185,14 @@ Removal remove() {
 }
 
 Device lookAtDevice() {
-  Device found{.state = State::notInstalled, .problem = 0, .problemStatus = 0};
+  Device found{.state = State::kNotInstalled, .problem = 0, .problemStatus = 0};
   forEachDevice([&](HDEVINFO list, SP_DEVINFO_DATA& device) {
-    found = {.state = State::notRunning,
+    found = {.state = State::kNotRunning,
              .problem = numberOf(list, device, DEVPKEY_Device_ProblemCode),
              .problemStatus = numberOf(list, device, DEVPKEY_Device_ProblemStatus)};
   });
-  if (found.state == State::notRunning && hasInterface())
-    found = {.state = State::running, .problem = 0, .problemStatus = 0};
+  if (found.state == State::kNotRunning && hasInterface())
+    found = {.state = State::kRunning, .problem = 0, .problemStatus = 0};
   return found;
 }
 

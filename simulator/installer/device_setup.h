@@ -28,7 +28,7 @@ struct Removal {
 /// Removes the devices, and then all packages of the driver. Throws when there is neither.
 Removal remove();
 
-enum class State { notInstalled, notRunning, running };
+enum class State { kNotInstalled, kNotRunning, kRunning };
 
 struct Device {
   State state;

@@ -51,7 +51,7 @@ void waitForDevice() {
   constexpr DWORD kInterval = 50;
   constexpr DWORD kLongest = 15'000;
   Device device = lookAtDevice();
-  for (DWORD waited = 0; device.state != State::running; waited += kInterval) {
+  for (DWORD waited = 0; device.state != State::kRunning; waited += kInterval) {
     if (waited >= kLongest || device.problem != 0)
       throw Failure{"the simulated driver is installed, but its device does not come up" + reasonOf(device)};
     Sleep(kInterval);
@@ -86,11 +86,11 @@ std::string runRemove() {
 std::string runStatus() {
   const Device device = lookAtDevice();
   switch (device.state) {
-    case State::notInstalled:
+    case State::kNotInstalled:
       throw Failure{"the simulated driver is not installed"};
-    case State::notRunning:
+    case State::kNotRunning:
       throw Failure{"the simulated driver is installed, but its device is not there" + reasonOf(device)};
-    case State::running:
+    case State::kRunning:
       break;
   }
   return "running\n";

@@ -50,10 +50,10 @@ std::uint32_t inputInForce(const Settings& settings, std::uint32_t index) {
 std::uint32_t outputOf(const Settings& settings, std::uint32_t index) { return inputInForce(settings, index); }
 
 Answer controlAppIo(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(AppIoRecord), sizeof(AppIoRecord))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(AppIoRecord), sizeof(AppIoRecord))) return failed(Outcome::kWrongLength);
   const auto record = request.load<AppIoRecord>(0);
-  if (record.operation > kAppIoSetInputs) return failed(Outcome::unknownRequest);
-  if (!isWellFormed(record)) return failed(Outcome::malformed);
+  if (record.operation > kAppIoSetInputs) return failed(Outcome::kUnknownRequest);
+  if (!isWellFormed(record)) return failed(Outcome::kMalformed);
   if (usesA(record)) context.settings.inputs[0] = record.valueA;
   if (usesB(record)) context.settings.inputs[1] = record.valueB;
   if (record.operation == kAppIoGetOutputs) readOutputs(context, request);

@@ -33,7 +33,7 @@ Answer answerWith(const Request& request, const T& value) {
 }
 
 Answer setChargeRate(const Request& request, std::uint32_t rate, Settings& settings) {
-  if (rate > kHighestChargeRate) return failed(Outcome::malformed);
+  if (rate > kHighestChargeRate) return failed(Outcome::kMalformed);
   settings.isChargeRateSet = 1;
   settings.chargeRate = rate;
   return answerWith(request, std::uint32_t{0});
@@ -42,13 +42,13 @@ Answer setChargeRate(const Request& request, std::uint32_t rate, Settings& setti
 }  // namespace
 
 Answer controlBattery(const Context& context, const Request& request) {
-  if (request.inputLength != sizeof(BatteryRequest)) return failed(Outcome::wrongLength);
+  if (request.inputLength != sizeof(BatteryRequest)) return failed(Outcome::kWrongLength);
   const auto record = request.load<BatteryRequest>(0);
-  if (record.operation > kReadLimits) return failed(Outcome::unknownRequest);
+  if (record.operation > kReadLimits) return failed(Outcome::kUnknownRequest);
   const std::size_t length = record.operation == kReadLimits ? sizeof(BatteryLimits) : sizeof(std::uint32_t);
-  if (request.outputLength != length) return failed(Outcome::wrongLength);
+  if (request.outputLength != length) return failed(Outcome::kWrongLength);
   if (record.operation == kSetChargeRate) return setChargeRate(request, record.value, context.settings);
-  if (record.value != 0) return failed(Outcome::malformed);
+  if (record.value != 0) return failed(Outcome::kMalformed);
   if (record.operation == kReadLimits) return answerWith(request, kLimits);
   return answerWith(request, static_cast<std::uint32_t>(Platform{context.settings}.batteryTemperature()));
 }

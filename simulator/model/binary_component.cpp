@@ -15,7 +15,7 @@ enum BinaryOperation : std::uint32_t {
   kLoadDisk = 4
 };
 
-enum class LoadResult : std::uint32_t { loaded = 0, invalid = 2, nothingToLoad = 3 };
+enum class LoadResult : std::uint32_t { kLoaded = 0, kInvalid = 2, kNothingToLoad = 3 };
 
 struct BinaryRecord {
   std::uint32_t operation;
@@ -40,10 +40,10 @@ Answer answerLoad(const Request& request, LoadResult result, std::uint32_t polic
 
 Answer loadDisk(const Request& request, BinarySettings& binary, const PolicyComponent& policies) {
   const std::uint32_t count = policies.store(kStoreAsm).count();
-  if (count == 0) return answerLoad(request, LoadResult::nothingToLoad, 0);
+  if (count == 0) return answerLoad(request, LoadResult::kNothingToLoad, 0);
   const BinaryVersion version = policies.asmVersion();
   binary = {.source = kBinaryDisk, .version1 = version.word1, .version2 = version.word2, .policies = count};
-  return answerLoad(request, LoadResult::loaded, count);
+  return answerLoad(request, LoadResult::kLoaded, count);
 }
 
 }  // namespace
@@ -59,7 +59,7 @@ bool isSound(const BinarySettings& binary) {
 }
 
 Answer BinaryComponent::control(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(BinaryRecord), sizeof(BinaryRecord))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(BinaryRecord), sizeof(BinaryRecord))) return failed(Outcome::kWrongLength);
   BinarySettings& binary = context.settings.binary;
   const BinaryVersion version = binaryInForce(binary);
   switch (request.load<std::uint32_t>(0)) {
@@ -72,26 +72,26 @@ Answer BinaryComponent::control(const Context& context, const Request& request) 
       return answerWords(request, version.word1, version.word2);
     case kLoadStatic:
       binary = {};
-      return answerLoad(request, LoadResult::loaded, 0);
+      return answerLoad(request, LoadResult::kLoaded, 0);
     case kLoadDisk:
       return loadDisk(request, binary, context.policies);
     default:
-      return failed(Outcome::unknownRequest);
+      return failed(Outcome::kUnknownRequest);
   }
 }
 
 Answer BinaryComponent::loadDynamic(Surroundings& surroundings, const Request& request, BinarySettings& binary) {
   const auto record = request.load<BinaryRecord>(0);
-  if (record.size == 0 || record.size > kLargest || record.address == 0) return failed(Outcome::malformed);
+  if (record.size == 0 || record.size > kLargest || record.address == 0) return failed(Outcome::kMalformed);
   const auto content = std::span{content_}.first(record.size);
-  if (!surroundings.readCaller(record.address, content)) return failed(Outcome::refused);
+  if (!surroundings.readCaller(record.address, content)) return failed(Outcome::kRefused);
   BinarySummary summary{};
-  if (!checkBinary(content, summary)) return answerLoad(request, LoadResult::invalid, 0);
+  if (!checkBinary(content, summary)) return answerLoad(request, LoadResult::kInvalid, 0);
   binary = {.source = kBinaryDynamic,
             .version1 = summary.version1,
             .version2 = summary.version2,
             .policies = summary.policies};
-  return answerLoad(request, LoadResult::loaded, summary.policies);
+  return answerLoad(request, LoadResult::kLoaded, summary.policies);
 }
 
 }  // namespace simulator

@@ -39,15 +39,15 @@ constexpr Catalogue kConditions = {.entries = 73, .missing = kMissingConditions}
 constexpr Catalogue kActions = {.entries = 168, .missing = kMissingActions};
 
 Answer answerSize(const Request& request, const Catalogue& catalogue) {
-  if (!request.hasLengths(sizeof(SupportHead), sizeof(SupportHead))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(SupportHead), sizeof(SupportHead))) return failed(Outcome::kWrongLength);
   request.store(offsetof(SupportHead, size), std::uint64_t{catalogue.size()});
   return succeeded(sizeof(SupportHead));
 }
 
 Answer answerData(const Request& request, const Catalogue& catalogue) {
   const std::size_t length = sizeof(SupportHead) + catalogue.size();
-  if (!request.hasLengths(length, length)) return failed(Outcome::wrongLength);
-  if (request.load<std::uint64_t>(offsetof(SupportHead, size)) != catalogue.size()) return failed(Outcome::malformed);
+  if (!request.hasLengths(length, length)) return failed(Outcome::kWrongLength);
+  if (request.load<std::uint64_t>(offsetof(SupportHead, size)) != catalogue.size()) return failed(Outcome::kMalformed);
   for (std::uint32_t id = 0; id < catalogue.entries; ++id) {
     const std::uint8_t flag = std::ranges::find(catalogue.missing, id) == catalogue.missing.end() ? 1 : 0;
     request.store(sizeof(SupportHead) + id * sizeof(Support),
@@ -59,7 +59,7 @@ Answer answerData(const Request& request, const Catalogue& catalogue) {
 }  // namespace
 
 Answer answerCatalogueSupport(const Context& /*context*/, const Request& request) {
-  if (request.inputLength < sizeof(SupportHead)) return failed(Outcome::wrongLength);
+  if (request.inputLength < sizeof(SupportHead)) return failed(Outcome::kWrongLength);
   switch (request.load<std::uint32_t>(0)) {
     case kReadConditions:
       return answerData(request, kConditions);
@@ -70,7 +70,7 @@ Answer answerCatalogueSupport(const Context& /*context*/, const Request& request
     case kSizeOfActions:
       return answerSize(request, kActions);
     default:
-      return failed(Outcome::unknownRequest);
+      return failed(Outcome::kUnknownRequest);
   }
 }
 

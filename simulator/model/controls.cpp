@@ -42,8 +42,8 @@ IconShape shapeOf(const Platform& platform) {
 }
 
 Answer countFirmwareEvent(const Request& request, std::size_t length, std::uint32_t& count) {
-  if (!request.hasLengths(length, 0)) return failed(Outcome::wrongLength);
-  if (!isZero(request.buffer.first(length))) return failed(Outcome::malformed);
+  if (!request.hasLengths(length, 0)) return failed(Outcome::kWrongLength);
+  if (!isZero(request.buffer.first(length))) return failed(Outcome::kMalformed);
   ++count;
   return succeeded(0);
 }
@@ -51,43 +51,43 @@ Answer countFirmwareEvent(const Request& request, std::size_t length, std::uint3
 }  // namespace
 
 Answer controlPolling(const Context& /*context*/, const Request& request) {
-  if (!request.hasLengths(sizeof(PollingRecord), sizeof(PollingRecord))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(PollingRecord), sizeof(PollingRecord))) return failed(Outcome::kWrongLength);
   const auto record = request.load<PollingRecord>(0);
-  if (record.operation > kPollingStop) return failed(Outcome::unknownRequest);
-  if (record.client > kHighestClient) return failed(Outcome::malformed);
+  if (record.operation > kPollingStop) return failed(Outcome::kUnknownRequest);
+  if (record.client > kHighestClient) return failed(Outcome::kMalformed);
   return succeeded(sizeof(PollingRecord));
 }
 
 Answer programSe1(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(TwoWords), sizeof(TwoWords))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(TwoWords), sizeof(TwoWords))) return failed(Outcome::kWrongLength);
   const auto record = request.load<TwoWords>(0);
-  if (record.words[0] > 1 || record.words[1] > 1) return failed(Outcome::malformed);
+  if (record.words[0] > 1 || record.words[1] > 1) return failed(Outcome::kMalformed);
   std::ranges::copy(record.words, context.settings.se1);
   return succeeded(sizeof(TwoWords));
 }
 
 Answer controlTa(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(TwoWords), 0)) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(TwoWords), 0)) return failed(Outcome::kWrongLength);
   std::ranges::copy(request.load<TwoWords>(0).words, context.settings.ta);
   return succeeded(0);
 }
 
 Answer answerTaskbarIcon(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(TaskbarIcon), sizeof(TaskbarIcon))) return failed(Outcome::wrongLength);
-  if (!isZero(request.buffer.first(sizeof(TaskbarIcon)))) return failed(Outcome::malformed);
+  if (!request.hasLengths(sizeof(TaskbarIcon), sizeof(TaskbarIcon))) return failed(Outcome::kWrongLength);
+  if (!isZero(request.buffer.first(sizeof(TaskbarIcon)))) return failed(Outcome::kMalformed);
   const Platform platform{context.settings};
   request.store(0, TaskbarIcon{.reserved0 = {}, .shape = shapeOf(platform), .colour = platform.powerMode()});
   return succeeded(sizeof(TaskbarIcon));
 }
 
 Answer answerDebugOutput(const Context& context, const Request& request) {
-  if (!request.hasLengths(0, sizeof(std::uint32_t))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(0, sizeof(std::uint32_t))) return failed(Outcome::kWrongLength);
   request.store(0, Platform{context.settings}.seconds());
   return succeeded(sizeof(std::uint32_t));
 }
 
 Answer answerOemId(const Context& /*context*/, const Request& request) {
-  if (!request.hasLengths(0, kOemIdLength)) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(0, kOemIdLength)) return failed(Outcome::kWrongLength);
   std::ranges::fill(request.buffer.first(kOemIdLength), std::byte{});
   for (std::size_t i = 0; kOemId[i] != '\0'; ++i) request.store(i, kOemId[i]);
   return succeeded(kOemIdLength);

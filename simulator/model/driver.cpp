@@ -45,7 +45,7 @@ void Driver::tellOfChanges(Surroundings& surroundings, const Watched& before) {
 
 Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint32_t code, std::span<std::byte> buffer,
                        std::uint32_t inputLength, std::uint32_t outputLength) {
-  if (buffer.size() < std::max(inputLength, outputLength)) return failed(Outcome::wrongLength);
+  if (buffer.size() < std::max(inputLength, outputLength)) return failed(Outcome::kWrongLength);
   const std::uint64_t now = surroundings.now();
   startOnce(settings_, now);
   const Watched before{settings_};
@@ -53,8 +53,8 @@ Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint3
   const RequestRow& row = rowOf(code);
   const Answer answer = carryOut(surroundings, row, {session, buffer, inputLength, outputLength});
   tellOfChanges(surroundings, before);
-  if (answer.outcome == Outcome::success) events_.fire(surroundings, row.event);
-  if (isLater || row.changes != Changes::nothing) logs_.refresh(surroundings, sources());
+  if (answer.outcome == Outcome::kSuccess) events_.fire(surroundings, row.event);
+  if (isLater || row.changes != Changes::kNothing) logs_.refresh(surroundings, sources());
   return answer;
 }
 
@@ -66,7 +66,7 @@ Answer Driver::carryOut(Surroundings& surroundings, const RequestRow& row, const
                         .events = events_,
                         .binaries = binaries_,
                         .areOutputsUnread = areOutputsUnread_};
-  if (row.changes == Changes::settings) beginChange();
+  if (row.changes == Changes::kSettings) beginChange();
   const Answer answer = row.handler(context, request);
   endChange();
   return answer;

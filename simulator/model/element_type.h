@@ -6,6 +6,6 @@
 namespace simulator {
 
 /// What a telemetry value is made of.
-enum class ElementType : std::uint32_t { bytes = 0, int32 = 3, bool8 = 5, uint16 = 6, uint32 = 7 };
+enum class ElementType : std::uint32_t { kBytes = 0, kInt32 = 3, kBool8 = 5, kUint16 = 6, kUint32 = 7 };
 
 }  // namespace simulator

@@ -23,9 +23,9 @@ bool isWellFormed(const RegistrationRecord& record) {
 }  // namespace
 
 Answer EventComponent::control(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(RegistrationRecord), 0)) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(RegistrationRecord), 0)) return failed(Outcome::kWrongLength);
   const auto record = request.load<RegistrationRecord>(0);
-  if (!isWellFormed(record)) return failed(Outcome::malformed);
+  if (!isWellFormed(record)) return failed(Outcome::kMalformed);
   const Registration wanted{.session = request.session, .handle = record.handle, .object = 0, .event = record.event};
   return record.isRegistration != 0 ? add(context.surroundings, wanted) : remove(context.surroundings, wanted);
 }
@@ -44,11 +44,11 @@ void EventComponent::fire(Surroundings& surroundings, Event event) const {
 }
 
 Answer EventComponent::add(Surroundings& surroundings, const Registration& wanted) {
-  if (find(wanted) != nullptr) return failed(Outcome::refused);
+  if (find(wanted) != nullptr) return failed(Outcome::kRefused);
   Registration* const place = findPlace(registrations_, &Registration::object, wanted.session);
-  if (place == nullptr) return failed(Outcome::refused);
+  if (place == nullptr) return failed(Outcome::kRefused);
   const std::uint64_t object = surroundings.retainEvent(wanted.handle);
-  if (object == 0) return failed(Outcome::refused);
+  if (object == 0) return failed(Outcome::kRefused);
   *place = wanted;
   place->object = object;
   return succeeded(0);
@@ -56,7 +56,7 @@ Answer EventComponent::add(Surroundings& surroundings, const Registration& wante
 
 Answer EventComponent::remove(Surroundings& surroundings, const Registration& wanted) {
   Registration* registration = find(wanted);
-  if (registration == nullptr) return failed(Outcome::refused);
+  if (registration == nullptr) return failed(Outcome::kRefused);
   surroundings.releaseEvent(registration->object);
   *registration = {};
   return succeeded(0);

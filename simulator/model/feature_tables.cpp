@@ -59,11 +59,11 @@ bool isSound(const TableSettings<kSize>& table, std::span<const Gap> gaps) {
 template <std::size_t kSize>
 Answer control(const Request& request, TableSettings<kSize>& table, std::span<const Gap> gaps = {}) {
   constexpr std::size_t kRecord = kBody + kSize;
-  if (!request.hasLengths(kRecord, kRecord)) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(kRecord, kRecord)) return failed(Outcome::kWrongLength);
   const auto body = request.buffer.subspan(kBody, kSize);
   switch (request.load<std::uint32_t>(0)) {
     case kTableSet:
-      if (!areGapsZero(body, gaps)) return failed(Outcome::malformed);
+      if (!areGapsZero(body, gaps)) return failed(Outcome::kMalformed);
       std::memcpy(table.previous, table.current, kSize);
       std::memcpy(table.current, body.data(), kSize);
       ++table.sets;
@@ -79,7 +79,7 @@ Answer control(const Request& request, TableSettings<kSize>& table, std::span<co
       std::memcpy(body.data(), table.previous, kSize);
       return succeeded(kRecord);
     default:
-      return failed(Outcome::unknownRequest);
+      return failed(Outcome::kUnknownRequest);
   }
 }
 
@@ -111,9 +111,9 @@ std::uint32_t activityOfFeature(const Settings& settings, const PolicyComponent&
 }
 
 Answer answerFeatureStatus(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(std::uint32_t), sizeof(FeatureStatus))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(std::uint32_t), sizeof(FeatureStatus))) return failed(Outcome::kWrongLength);
   const auto id = request.load<std::uint32_t>(0);
-  if (!isFeature(id)) return failed(Outcome::malformed);
+  if (!isFeature(id)) return failed(Outcome::kMalformed);
   const std::uint32_t activity = activityOfFeature(context.settings, context.policies, id);
   request.store(0, FeatureStatus{.isSupported = id != kFeatureAutoMode ? std::uint8_t{1} : std::uint8_t{0},
                                  .isActive = activity != 0 ? std::uint8_t{1} : std::uint8_t{0},
@@ -149,9 +149,9 @@ bool areFeaturesSound(const Settings& settings) {
 }
 
 Answer setDynamicSlider(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(std::uint32_t), 0)) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(std::uint32_t), 0)) return failed(Outcome::kWrongLength);
   const auto enable = request.load<std::uint32_t>(0);
-  if (enable > 1) return failed(Outcome::malformed);
+  if (enable > 1) return failed(Outcome::kMalformed);
   context.settings.dynamicSlider = enable;
   return succeeded(0);
 }

@@ -52,14 +52,14 @@ std::uint32_t elementOf(const TelemetryKey& key, const Sources& sources, std::ui
 }
 
 std::size_t elementWidth(ElementType type) {
-  if (type == ElementType::bool8) return 1;
-  return type == ElementType::uint16 ? 2 : 4;
+  if (type == ElementType::kBool8) return 1;
+  return type == ElementType::kUint16 ? 2 : 4;
 }
 
 void writeRecord(AreaWriter& writer, const TelemetryKey& key, const Sources& sources) {
   char value[kLongestValue] = {};
   const std::size_t width = elementWidth(key.type);
-  if (key.type == ElementType::bytes)
+  if (key.type == ElementType::kBytes)
     writeText(key, sources, std::span{value}.first(key.count));
   else
     for (std::uint32_t i = 0; i < key.count; ++i) {
@@ -75,18 +75,18 @@ void writeKeys(AreaWriter& writer, std::span<const TelemetryKey> keys, const Sou
 }
 
 std::span<const TelemetryKey> keysOf(LogKind kind) {
-  if (kind == LogKind::keyValue) return keyValueKeys();
+  if (kind == LogKind::kKeyValue) return keyValueKeys();
   return exKeyValueKeys();
 }
 
 void writeKeyValueArea(AreaWriter& writer, LogKind kind, const Sources& sources, LogFault fault) {
   const auto keys = keysOf(kind);
-  const std::uint32_t repeated = kind == LogKind::keyValue ? kRepeatedKey : kRepeatedExKey;
-  if (fault == LogFault::unknownKey) writer.writeValue(static_cast<std::uint32_t>(keys.size() + 1));
-  if (fault == LogFault::negativeKey) writer.writeValue(kNegativeKey);
-  if (fault == LogFault::empty) writer.writeValue(std::uint32_t{0});
-  while (fault == LogFault::noEnd && !writer.isFull()) writeKeys(writer, keys, sources);
-  while (fault == LogFault::repeatedKey && !writer.isFull()) writeRecord(writer, keys[repeated - 1], sources);
+  const std::uint32_t repeated = kind == LogKind::kKeyValue ? kRepeatedKey : kRepeatedExKey;
+  if (fault == LogFault::kUnknownKey) writer.writeValue(static_cast<std::uint32_t>(keys.size() + 1));
+  if (fault == LogFault::kNegativeKey) writer.writeValue(kNegativeKey);
+  if (fault == LogFault::kEmpty) writer.writeValue(std::uint32_t{0});
+  while (fault == LogFault::kNoEnd && !writer.isFull()) writeKeys(writer, keys, sources);
+  while (fault == LogFault::kRepeatedKey && !writer.isFull()) writeRecord(writer, keys[repeated - 1], sources);
   writeKeys(writer, keys, sources);
 }
 
@@ -154,9 +154,9 @@ void writeExLog(AreaWriter& writer, const Sources& sources) {
 
 void writeLogArea(std::span<std::byte> area, LogKind kind, const Sources& sources, LogFault fault) {
   AreaWriter writer{area};
-  if (kind == LogKind::plain)
+  if (kind == LogKind::kPlain)
     writePlainLog(writer, kPlainLogVersion, sources);
-  else if (kind == LogKind::ex)
+  else if (kind == LogKind::kEx)
     writeExLog(writer, sources);
   else
     writeKeyValueArea(writer, kind, sources, fault);

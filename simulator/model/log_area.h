@@ -8,19 +8,19 @@ namespace simulator {
 
 /// What a log area can be made to show, for the trial of clients.
 enum class LogFault : std::uint32_t {
-  none = 0,
+  kNone = 0,
   /// the first key id is the lowest that does not exist
-  unknownKey = 1,
+  kUnknownKey = 1,
   /// the first key id has its highest bit set
-  negativeKey = 2,
+  kNegativeKey = 2,
   /// records up to the last byte, of which the last is cut
-  noEnd = 3,
+  kNoEnd = 3,
   /// one key over and over, up to the last byte
-  repeatedKey = 4,
+  kRepeatedKey = 4,
   /// the end marker comes first
-  empty = 5,
+  kEmpty = 5,
   /// key/value logs are of a data version that nobody knows
-  version = 6
+  kVersion = 6
 };
 
 /// Writes a whole log area.

@@ -50,14 +50,14 @@ constexpr std::uint32_t kShortestSupport = 4;
 
 constexpr LogSupport kSupport[] = {{.isSupported = 1,
                                     .version = kPlainLogVersion,
-                                    .areaSize = kLogAreaSize[static_cast<std::size_t>(LogKind::plain)],
+                                    .areaSize = kLogAreaSize[static_cast<std::size_t>(LogKind::kPlain)],
                                     .keys = kKeyValueKeys},
                                    {.isSupported = 1,
                                     .version = kExLogVersion,
-                                    .areaSize = kLogAreaSize[static_cast<std::size_t>(LogKind::ex)],
+                                    .areaSize = kLogAreaSize[static_cast<std::size_t>(LogKind::kEx)],
                                     .keys = kExKeyValueKeys}};
 
-bool isKeyValue(LogKind kind) { return kind == LogKind::keyValue || kind == LogKind::exKeyValue; }
+bool isKeyValue(LogKind kind) { return kind == LogKind::kKeyValue || kind == LogKind::kExKeyValue; }
 
 Answer answerVersion(const Request& request, std::uint32_t version) {
   request.store(offsetof(LogRecord, value), version);
@@ -67,16 +67,16 @@ Answer answerVersion(const Request& request, std::uint32_t version) {
 }  // namespace
 
 Answer LogComponent::control(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(LogRecord), sizeof(LogRecord))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(LogRecord), sizeof(LogRecord))) return failed(Outcome::kWrongLength);
   switch (request.load<std::uint32_t>(offsetof(LogRecord, operation))) {
     case kStartPlain:
-      return start(context, request, LogKind::plain);
+      return start(context, request, LogKind::kPlain);
     case kStartEx:
-      return start(context, request, LogKind::ex);
+      return start(context, request, LogKind::kEx);
     case kStartKeyValue:
-      return start(context, request, LogKind::keyValue);
+      return start(context, request, LogKind::kKeyValue);
     case kStartExKeyValue:
-      return start(context, request, LogKind::exKeyValue);
+      return start(context, request, LogKind::kExKeyValue);
     // A session closes with an operation of its own choice, whatever log it has.
     case kStopPlain:
     case kStopEx:
@@ -92,14 +92,14 @@ Answer LogComponent::control(const Context& context, const Request& request) {
     case kGetInterfaceVersion:
       return answerVersion(request, kInterfaceVersion);
     default:
-      return failed(Outcome::unknownRequest);
+      return failed(Outcome::kUnknownRequest);
   }
 }
 
 Answer answerLogSupport(const Context& /*context*/, const Request& request) {
-  if (request.inputLength != 1 || request.outputLength < kShortestSupport) return failed(Outcome::wrongLength);
+  if (request.inputLength != 1 || request.outputLength < kShortestSupport) return failed(Outcome::kWrongLength);
   const auto generation = request.load<std::uint8_t>(0);
-  if (generation >= std::size(kSupport)) return failed(Outcome::malformed);
+  if (generation >= std::size(kSupport)) return failed(Outcome::kMalformed);
   const auto support = std::as_bytes(std::span{kSupport}.subspan(generation, 1));
   const std::size_t length = std::min<std::size_t>(support.size(), request.outputLength);
   std::ranges::copy(support.first(length), request.buffer.begin());
@@ -110,13 +110,13 @@ Answer LogComponent::start(const Context& context, const Request& request, LogKi
   Surroundings& surroundings = context.surroundings;
   Log* const place = findPlace(logs_, &Log::address, request.session);
   const auto area = surroundings.logArea(kind);
-  if (place == nullptr || area.empty()) return failed(Outcome::refused);
+  if (place == nullptr || area.empty()) return failed(Outcome::kRefused);
   writeLogArea(area, kind, context.sources(), fault_);
   const std::uint64_t address = surroundings.mapLog(kind);
-  if (address == 0) return failed(Outcome::refused);
+  if (address == 0) return failed(Outcome::kRefused);
   *place = {
       .session = request.session, .process = surroundings.process(), .address = address, .id = ++lastId_, .kind = kind};
-  const std::uint32_t dataVersion = fault_ == LogFault::version ? kUnknownDataVersion : kDataVersion;
+  const std::uint32_t dataVersion = fault_ == LogFault::kVersion ? kUnknownDataVersion : kDataVersion;
   request.store(0, LogRecord{.logId = place->id,
                              .operation = request.load<std::uint32_t>(offsetof(LogRecord, operation)),
                              .address = address,
@@ -131,7 +131,7 @@ Answer LogComponent::stop(Surroundings& surroundings, const Request& request) {
   const std::uint64_t process = surroundings.process();
   const auto log = std::ranges::find_if(
       logs_, [&](const Log& entry) { return entry.address != 0 && entry.id == id && entry.process == process; });
-  if (log == std::end(logs_)) return failed(Outcome::refused);
+  if (log == std::end(logs_)) return failed(Outcome::kRefused);
   surroundings.unmapLog(log->kind, log->process, log->address);
   *log = {};
   return succeeded(sizeof(LogRecord));

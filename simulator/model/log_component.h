@@ -40,7 +40,7 @@ class LogComponent {
 
   Log logs_[kCapacity]{};
   std::uint32_t lastId_ = 0;
-  LogFault fault_ = LogFault::none;
+  LogFault fault_ = LogFault::kNone;
 };
 
 }  // namespace simulator

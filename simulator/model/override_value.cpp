@@ -16,10 +16,10 @@ struct OverrideValue {
 }  // namespace
 
 Answer answerOverrideValue(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(std::uint32_t), sizeof(OverrideValue))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(std::uint32_t), sizeof(OverrideValue))) return failed(Outcome::kWrongLength);
   const auto id = request.load<std::uint32_t>(0);
   const std::size_t index = findOverrideKey(id);
-  if (index == kOverrideKeys) return failed(Outcome::malformed);
+  if (index == kOverrideKeys) return failed(Outcome::kMalformed);
   const TelemetryKey& key = keyValueKeys()[id - 1];
   const std::int32_t value = key.signal(context.sources(), key.first);
   request.store(0, OverrideValue{.value = static_cast<std::uint32_t>(value),

@@ -34,17 +34,17 @@ Answer answerResult(const Request& request, StoreResult result) {
 }
 
 Answer remove(PolicyStore& store, const Request& request) {
-  if (!request.hasLengths(kModifySize, sizeof(StoreResult))) return failed(Outcome::wrongLength);
-  if (!isAllButIdZero(request)) return failed(Outcome::malformed);
+  if (!request.hasLengths(kModifySize, sizeof(StoreResult))) return failed(Outcome::kWrongLength);
+  if (!isAllButIdZero(request)) return failed(Outcome::kMalformed);
   request.store(0, store.remove(request.load<std::uint32_t>(kIdOffset)));
   return succeeded(sizeof(StoreResult));
 }
 
 Answer reset(PolicyStore& store, const Request& request) {
-  if (!request.hasLengths(kModifySize, kModifySize)) return failed(Outcome::wrongLength);
-  if (!isPolicyZero(request) || !isTailZero(request)) return failed(Outcome::malformed);
+  if (!request.hasLengths(kModifySize, kModifySize)) return failed(Outcome::kWrongLength);
+  if (!isPolicyZero(request) || !isTailZero(request)) return failed(Outcome::kMalformed);
   store.reset();
-  return answerResult(request, StoreResult::done);
+  return answerResult(request, StoreResult::kDone);
 }
 
 /// One chunk; what lies beyond the store's end is zero, whatever the buffer held.
@@ -60,9 +60,9 @@ void writeChunk(const PolicyStore& store, std::uint64_t firstPolicy, const Reque
 }  // namespace
 
 Answer PolicyComponent::read(StoreIndex index, const Request& request) const {
-  if (!request.hasLengths(sizeof(PolicyReadRecord), sizeof(PolicyReadRecord))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(PolicyReadRecord), sizeof(PolicyReadRecord))) return failed(Outcome::kWrongLength);
   auto head = request.load<PolicyReadHead>(0);
-  if (head.countQuery > 1 || !isZeroFilled(head.reserved0)) return failed(Outcome::malformed);
+  if (head.countQuery > 1 || !isZeroFilled(head.reserved0)) return failed(Outcome::kMalformed);
   // Callers send one buffer again and again: what earlier answers left in the rest of it means nothing.
   head.policyCount = stores_[index].count();
   request.store(0, head);
@@ -71,7 +71,7 @@ Answer PolicyComponent::read(StoreIndex index, const Request& request) const {
 }
 
 Answer PolicyComponent::modify(StoreIndex index, const Request& request) {
-  if (request.inputLength < sizeof(PolicyModifyRecord::operation)) return failed(Outcome::wrongLength);
+  if (request.inputLength < sizeof(PolicyModifyRecord::operation)) return failed(Outcome::kWrongLength);
   switch (request.load<std::uint32_t>(0)) {
     case kPolicyAdd:
       return add(stores_[index], request);
@@ -82,23 +82,23 @@ Answer PolicyComponent::modify(StoreIndex index, const Request& request) {
     case kPolicyDelete:
       return remove(stores_[index], request);
     case kPolicySetVersion:
-      return index == kStoreAsm ? setVersion(request) : failed(Outcome::unknownRequest);
+      return index == kStoreAsm ? setVersion(request) : failed(Outcome::kUnknownRequest);
     case kPolicyGetVersion:
-      return index == kStoreAsm ? getVersion(request) : failed(Outcome::unknownRequest);
+      return index == kStoreAsm ? getVersion(request) : failed(Outcome::kUnknownRequest);
     default:
-      return failed(Outcome::unknownRequest);
+      return failed(Outcome::kUnknownRequest);
   }
 }
 
 Answer PolicyComponent::lookup(const Request& request) const {
-  if (!request.hasLengths(sizeof(PolicyLookupRecord), sizeof(PackedPolicy))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(PolicyLookupRecord), sizeof(PackedPolicy))) return failed(Outcome::kWrongLength);
   const auto store = request.load<std::uint32_t>(offsetof(PolicyLookupRecord, store));
   const bool reservedIsZero =
       request.load<std::uint32_t>(offsetof(PolicyLookupRecord, reserved0)) == 0 &&
       isZero(request.buffer.subspan(offsetof(PolicyLookupRecord, reserved1), sizeof(PolicyLookupRecord::reserved1)));
-  if (store >= kStoreCount || !reservedIsZero) return failed(Outcome::malformed);
+  if (store >= kStoreCount || !reservedIsZero) return failed(Outcome::kMalformed);
   const PackedPolicy* found = stores_[store].find(request.load<std::uint32_t>(offsetof(PolicyLookupRecord, key)));
-  if (found == nullptr) return failed(Outcome::refused);
+  if (found == nullptr) return failed(Outcome::kRefused);
   request.store(0, *found);
   return succeeded(sizeof(PackedPolicy));
 }
@@ -109,30 +109,30 @@ bool PolicyComponent::isSound() const {
 }
 
 Answer PolicyComponent::add(PolicyStore& store, const Request& request) {
-  if (!request.hasLengths(kModifySize, kModifySize)) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(kModifySize, kModifySize)) return failed(Outcome::kWrongLength);
   std::memcpy(&arriving_, request.buffer.data() + kPolicyOffset, sizeof(arriving_));
-  if (!isTailZero(request) || !isWellFormed(arriving_)) return failed(Outcome::malformed);
+  if (!isTailZero(request) || !isWellFormed(arriving_)) return failed(Outcome::kMalformed);
   return answerResult(request, store.add(arriving_));
 }
 
 Answer PolicyComponent::setVersion(const Request& request) {
-  if (!request.hasLengths(kModifySize, kModifySize)) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(kModifySize, kModifySize)) return failed(Outcome::kWrongLength);
   auto tail = request.load<PolicyModifyTail>(kTailOffset);
   const BinaryVersion version{tail.versionWord1, tail.versionWord2};
   tail.versionWord1 = 0;
   tail.versionWord2 = 0;
   if (version.word1 > kHighestVersionWord || version.word2 > kHighestVersionWord || !isZeroFilled(tail) ||
       !isPolicyZero(request))
-    return failed(Outcome::malformed);
+    return failed(Outcome::kMalformed);
   asmVersion_ = version;
-  return answerResult(request, StoreResult::done);
+  return answerResult(request, StoreResult::kDone);
 }
 
 Answer PolicyComponent::getVersion(const Request& request) const {
-  if (!request.hasLengths(kModifySize, kModifySize)) return failed(Outcome::wrongLength);
-  if (!isPolicyZero(request) || !isTailZero(request)) return failed(Outcome::malformed);
+  if (!request.hasLengths(kModifySize, kModifySize)) return failed(Outcome::kWrongLength);
+  if (!isPolicyZero(request) || !isTailZero(request)) return failed(Outcome::kMalformed);
   request.store(offsetof(PolicyModifyRecord, tail.versionWord1), asmVersion_);
-  return answerResult(request, StoreResult::done);
+  return answerResult(request, StoreResult::kDone);
 }
 
 }  // namespace simulator

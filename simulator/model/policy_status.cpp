@@ -18,8 +18,8 @@ bool isRestZero(const Request& request, PolicyModifyTail tail) {
 }
 
 Answer answerCount(const PolicyStore& store, const Request& request, PolicyModifyTail tail) {
-  if (request.inputLength != sizeof(PolicyModifyRecord)) return failed(Outcome::wrongLength);
-  if (tail.policyCount != 0 || !isRestZero(request, tail)) return failed(Outcome::malformed);
+  if (request.inputLength != sizeof(PolicyModifyRecord)) return failed(Outcome::kWrongLength);
+  if (tail.policyCount != 0 || !isRestZero(request, tail)) return failed(Outcome::kMalformed);
   tail.policyCount = store.count();
   request.store(kTailOffset, tail);
   return succeeded(request.outputLength);
@@ -37,9 +37,9 @@ PolicyStatusEntry describe(const PackedPolicy& policy, std::uint32_t position) {
 
 Answer answerEntries(const PolicyStore& store, const Request& request, const PolicyModifyTail& tail) {
   const std::uint64_t length = sizeof(PolicyModifyRecord) + sizeof(PolicyStatusEntry) * std::uint64_t{tail.policyCount};
-  if (request.inputLength != length) return failed(Outcome::wrongLength);
-  if (!isRestZero(request, tail)) return failed(Outcome::malformed);
-  if (tail.policyCount != store.count()) return failed(Outcome::refused);
+  if (request.inputLength != length) return failed(Outcome::kWrongLength);
+  if (!isRestZero(request, tail)) return failed(Outcome::kMalformed);
+  if (tail.policyCount != store.count()) return failed(Outcome::kRefused);
   for (std::uint32_t i = 0; i < store.count(); ++i)
     request.store(kEntriesOffset + i * sizeof(PolicyStatusEntry), describe(store.policy(i), i));
   return succeeded(request.outputLength);
@@ -49,7 +49,7 @@ Answer answerEntries(const PolicyStore& store, const Request& request, const Pol
 
 Answer answerPolicyStatus(const PolicyStore& store, const Request& request) {
   if (request.inputLength < sizeof(PolicyModifyRecord) || request.inputLength != request.outputLength)
-    return failed(Outcome::wrongLength);
+    return failed(Outcome::kWrongLength);
   const auto tail = request.load<PolicyModifyTail>(kTailOffset);
   switch (tail.countOnly) {
     case 0:
@@ -57,7 +57,7 @@ Answer answerPolicyStatus(const PolicyStore& store, const Request& request) {
     case 1:
       return answerCount(store, request, tail);
     default:
-      return failed(Outcome::malformed);
+      return failed(Outcome::kMalformed);
   }
 }
 

@@ -7,24 +7,24 @@
 namespace simulator {
 
 StoreResult PolicyStore::add(const PackedPolicy& policy) {
-  if (find(policy.id) != nullptr) return StoreResult::alreadyPresent;
-  if (count() == kCapacity) return StoreResult::full;
+  if (find(policy.id) != nullptr) return StoreResult::kAlreadyPresent;
+  if (count() == kCapacity) return StoreResult::kFull;
   places_[order().placeOf(count())] = policy;
   ++draft().count;
   commit();
-  return StoreResult::done;
+  return StoreResult::kDone;
 }
 
 StoreResult PolicyStore::remove(std::uint32_t id) {
   std::uint32_t position = 0;
   while (position < count() && policy(position).id != id) ++position;
-  if (position == count()) return StoreResult::notPresent;
+  if (position == count()) return StoreResult::kNotPresent;
   Order& changed = draft();
   const std::uint32_t freed = changed.placeOf(position);
   for (--changed.count; position < changed.count; ++position) changed.setPlace(position, changed.placeOf(position + 1));
   changed.setPlace(changed.count, freed);
   commit();
-  return StoreResult::done;
+  return StoreResult::kDone;
 }
 
 void PolicyStore::reset() {

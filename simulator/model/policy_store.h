@@ -9,7 +9,7 @@ namespace simulator {
 
 /// What an operation on a store ends with, as it travels back. 1 is left to the library, which gives it to a caller
 /// whose request failed.
-enum class StoreResult : std::uint32_t { done = 0, alreadyPresent = 2, full = 3, notPresent = 4 };
+enum class StoreResult : std::uint32_t { kDone = 0, kAlreadyPresent = 2, kFull = 3, kNotPresent = 4 };
 
 /// Policies in order of arrival, no two with one id. The caller has checked them.
 ///

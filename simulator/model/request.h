@@ -15,14 +15,14 @@ using SessionId = std::uint64_t;
 
 /// What became of a request. Only a success has an answer; to the caller, all others are one failure.
 enum class Outcome : std::uint8_t {
-  success,
+  kSuccess,
   /// no such code, or no such operation of it
-  unknownRequest,
-  wrongLength,
+  kUnknownRequest,
+  kWrongLength,
   /// a field holds what no caller may send
-  malformed,
+  kMalformed,
   /// well formed, but not possible with what the driver holds
-  refused
+  kRefused
 };
 
 struct Answer {
@@ -32,7 +32,7 @@ struct Answer {
 };
 
 constexpr Answer failed(Outcome outcome) { return {outcome, 0}; }
-constexpr Answer succeeded(std::size_t length) { return {Outcome::success, static_cast<std::uint32_t>(length)}; }
+constexpr Answer succeeded(std::size_t length) { return {Outcome::kSuccess, static_cast<std::uint32_t>(length)}; }
 
 /// A request in its buffer, which is as long as the longer of its two lengths. Fields are copied in and out: nothing
 /// is assumed about where the buffer lies.

@@ -41,19 +41,19 @@ Answer controlEvents(const Context& context, const Request& request) {
 // clang-format off
 constexpr RequestRow kRows[] = {
     // Sessions, inputs and outputs
-    {.code = 0x80222068, .handler = controlAppIo, .changes = settings},
+    {.code = 0x80222068, .handler = controlAppIo, .changes = kSettings},
 
     // Policy stores
     {.code = 0x80222064, .handler = readPolicies<kStorePb>},
     {.code = 0x80222050, .handler = readPolicies<kStoreAsm>},
     {.code = 0x802220A8, .handler = readPolicies<kStoreBalanceProfile>},
-    {.code = 0x80222034, .handler = modifyPolicies<kStorePb>, .changes = policies},
-    {.code = 0x80222054, .handler = modifyPolicies<kStoreAsm>, .changes = policies},
-    {.code = 0x802220AC, .handler = modifyPolicies<kStoreBalanceProfile>, .changes = policies},
+    {.code = 0x80222034, .handler = modifyPolicies<kStorePb>, .changes = kPolicies},
+    {.code = 0x80222054, .handler = modifyPolicies<kStoreAsm>, .changes = kPolicies},
+    {.code = 0x802220AC, .handler = modifyPolicies<kStoreBalanceProfile>, .changes = kPolicies},
     {.code = 0x80222040, .handler = lookUpPolicy},
 
     // Policy binaries, catalogue
-    {.code = 0x80222070, .handler = controlBinary, .changes = settings},
+    {.code = 0x80222070, .handler = controlBinary, .changes = kSettings},
     {.code = 0x80222044, .handler = answerCatalogueSupport},
 
     // Logs
@@ -64,21 +64,21 @@ constexpr RequestRow kRows[] = {
     {.code = 0x8022207C, .handler = controlPolling},
     {.code = 0x8022208C, .handler = answerTaskbarIcon},
     {.code = 0x80222088, .handler = answerDebugOutput},
-    {.code = 0x80222094, .handler = programSe1, .changes = settings},
-    {.code = 0x8022206C, .handler = controlTa, .changes = settings},
+    {.code = 0x80222094, .handler = programSe1, .changes = kSettings},
+    {.code = 0x8022206C, .handler = controlTa, .changes = kSettings},
     {.code = 0x8022204C, .handler = answerOemId},
 
     // Features and their tables
     {.code = 0x80222000, .handler = answerFeatureStatus},
-    {.code = 0x8022200C, .handler = controlAutoModeTable, .changes = settings},
-    {.code = 0x80222014, .handler = controlInBagTable, .changes = settings},
-    {.code = 0x80222018, .handler = controlSliderTable, .changes = settings},
-    {.code = 0x8022201C, .handler = controlAsmLiteTable, .changes = settings},
-    {.code = 0x80222090, .handler = controlSliderV4Table, .changes = settings},
-    {.code = 0x80222020, .handler = setDynamicSlider, .changes = settings},
+    {.code = 0x8022200C, .handler = controlAutoModeTable, .changes = kSettings},
+    {.code = 0x80222014, .handler = controlInBagTable, .changes = kSettings},
+    {.code = 0x80222018, .handler = controlSliderTable, .changes = kSettings},
+    {.code = 0x8022201C, .handler = controlAsmLiteTable, .changes = kSettings},
+    {.code = 0x80222090, .handler = controlSliderV4Table, .changes = kSettings},
+    {.code = 0x80222020, .handler = setDynamicSlider, .changes = kSettings},
 
     // Overrides
-    {.code = 0x80222060, .handler = setOverride, .changes = settings, .event = kEventOverride},
+    {.code = 0x80222060, .handler = setOverride, .changes = kSettings, .event = kEventOverride},
     {.code = 0x80222098, .handler = answerOverrideValue},
     {.code = 0x8022209C, .handler = answerOverrideListSize},
     {.code = 0x802220A0, .handler = answerOverrideList},
@@ -86,13 +86,13 @@ constexpr RequestRow kRows[] = {
 
     // Sensors, battery
     {.code = 0x80222084, .handler = answerSensorData},
-    {.code = 0x80222080, .handler = updateSensor, .changes = settings, .event = kEventSensor},
-    {.code = 0x80222010, .handler = controlBattery, .changes = settings},
+    {.code = 0x80222080, .handler = updateSensor, .changes = kSettings, .event = kEventSensor},
+    {.code = 0x80222010, .handler = controlBattery, .changes = kSettings},
 
     // Events
     {.code = 0x80222024, .handler = controlEvents},
-    {.code = 0x80222028, .handler = notifyFirmwareEvent, .changes = settings, .event = kEventFirmware},
-    {.code = 0x8022202C, .handler = notifyFirmwareEventV2, .changes = settings, .event = kEventFirmware},
+    {.code = 0x80222028, .handler = notifyFirmwareEvent, .changes = kSettings, .event = kEventFirmware},
+    {.code = 0x8022202C, .handler = notifyFirmwareEventV2, .changes = kSettings, .event = kEventFirmware},
 };
 // clang-format on
 static_assert(std::size(kRows) == 36);
@@ -100,7 +100,9 @@ static_assert(std::size(kRows) == 36);
 constexpr bool hasOwnCode(const RequestRow& row) { return std::ranges::count(kRows, row.code, &RequestRow::code) == 1; }
 static_assert(std::ranges::all_of(kRows, hasOwnCode), "two rows have one code");
 
-Answer refuseUnknown(const Context& /*context*/, const Request& /*request*/) { return failed(Outcome::unknownRequest); }
+Answer refuseUnknown(const Context& /*context*/, const Request& /*request*/) {
+  return failed(Outcome::kUnknownRequest);
+}
 
 constexpr RequestRow kUnknown = {.code = 0, .handler = refuseUnknown};
 

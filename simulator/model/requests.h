@@ -7,13 +7,13 @@
 namespace simulator {
 
 /// What a request may change of that which telemetry shows, when it succeeds.
-enum class Changes : std::uint8_t { nothing, settings, policies };
+enum class Changes : std::uint8_t { kNothing, kSettings, kPolicies };
 
 /// A request that the driver knows.
 struct RequestRow {
   std::uint32_t code;
   Handler handler;
-  Changes changes = Changes::nothing;
+  Changes changes = Changes::kNothing;
   /// The event that a success is by itself, whatever it changes.
   Event event = kNoEvent;
 };

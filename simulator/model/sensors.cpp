@@ -43,16 +43,16 @@ SensorReading readSensor(const Settings& settings, std::uint32_t sensor) {
 }
 
 Answer answerSensorData(const Context& context, const Request& request) {
-  if (!request.hasLengths(0, kSensors * sizeof(SensorReading))) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(0, kSensors * sizeof(SensorReading))) return failed(Outcome::kWrongLength);
   for (std::uint32_t sensor = 0; sensor < kSensors; ++sensor)
     request.store(sensor * sizeof(SensorReading), readSensor(context.settings, sensor));
   return succeeded(kSensors * sizeof(SensorReading));
 }
 
 Answer updateSensor(const Context& context, const Request& request) {
-  if (!request.hasLengths(sizeof(SensorUpdate), 0)) return failed(Outcome::wrongLength);
+  if (!request.hasLengths(sizeof(SensorUpdate), 0)) return failed(Outcome::kWrongLength);
   const auto update = request.load<SensorUpdate>(0);
-  if (update.sensor >= kSensors) return failed(Outcome::malformed);
+  if (update.sensor >= kSensors) return failed(Outcome::kMalformed);
   context.settings.sensors.isSimulated[update.sensor] = 1;
   std::ranges::copy(update.words, context.settings.sensors.words[update.sensor]);
   return succeeded(0);

@@ -7,7 +7,7 @@
 
 namespace simulator {
 
-enum class LogKind : std::uint32_t { plain = 0, ex = 1, keyValue = 2, exKeyValue = 3 };
+enum class LogKind : std::uint32_t { kPlain = 0, kEx = 1, kKeyValue = 2, kExKeyValue = 3 };
 
 inline constexpr std::size_t kLogKinds = 4;
 

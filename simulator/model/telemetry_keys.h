@@ -32,8 +32,8 @@ std::span<const TelemetryKey, kExKeyValueKeys> exKeyValueKeys();
 
 /// Bytes of a key's value in the log.
 constexpr std::size_t valueSize(const TelemetryKey& key) {
-  const bool isWord = key.type == ElementType::int32 || key.type == ElementType::uint32;
-  const std::size_t width = isWord ? 4 : key.type == ElementType::uint16 ? 2 : 1;
+  const bool isWord = key.type == ElementType::kInt32 || key.type == ElementType::kUint32;
+  const std::size_t width = isWord ? 4 : key.type == ElementType::kUint16 ? 2 : 1;
   return key.step != 0 ? key.step : (key.count * width + 3) / 4 * 4;
 }
 

@@ -81,7 +81,7 @@ static_assert(offsetof(PackedPolicy, conditions) == 196);
 static_assert(offsetof(PackedPolicy, texts) == 436);
 static_assert(offsetof(PackedPolicy, actions) == 3076);
 
-enum : std::uint32_t {
+enum PolicyOperation : std::uint32_t {
   kPolicyAdd = 1,
   kPolicyReset = 3,
   kPolicyStatus = 4,

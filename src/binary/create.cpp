@@ -19,7 +19,7 @@ vqsStatus createFromBodies(std::uint32_t structureVersion, const void* bodies, s
                            BinaryVersions versions, const char* path, const RuntimeBuffer& memory) {
   const auto stride = policyBodySize(structureVersion);
   if (!stride) return VQS_REQUEST_FAILED;
-  const auto policies = memory.arrayAt<VqsPackedPolicy>(0, count);
+  const auto policies = memory.arrayAt<PackedPolicy>(0, count);
   const auto* body = static_cast<const std::byte*>(bodies);
   for (std::size_t i = 0; i < count; ++i)
     if (packPolicyBody(structureVersion, body + i * *stride, &policies[i], kRuntimeText) != kConverted)
@@ -29,15 +29,15 @@ vqsStatus createFromBodies(std::uint32_t structureVersion, const void* bodies, s
 
 /// The packed policies of a store, in store order.
 vqsStatus fetchStorePolicies(HANDLE handle, std::uint32_t readCode, std::optional<RuntimeBuffer>& memory,
-                             std::span<VqsPackedPolicy>& policies) {
+                             std::span<PackedPolicy>& policies) {
   const RuntimeBuffer fetch{sizeof(PolicyFetchRequest)};
   if (!fetch) return VQS_REQUEST_FAILED;
   auto& request = fetch.as<PolicyFetchRequest>();
   if (queryPolicyCount(handle, readCode, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   const std::uint32_t count = request.policyCount;
-  memory.emplace(saturatingProduct(count, sizeof(VqsPackedPolicy)));
+  memory.emplace(saturatingProduct(count, sizeof(PackedPolicy)));
   if (!*memory) return VQS_REQUEST_FAILED;
-  policies = memory->arrayAt<VqsPackedPolicy>(0, count);
+  policies = memory->arrayAt<PackedPolicy>(0, count);
   return fetchPolicies(handle, readCode, request, policies);
 }
 
@@ -65,7 +65,7 @@ vqsStatus createFromDriver(const QtfSession* session, const char* path, BinaryVe
   const HANDLE handle = session->handle;
   const auto codes = policyStoreCodes(store);
   std::optional<RuntimeBuffer> memory;
-  std::span<VqsPackedPolicy> policies;
+  std::span<PackedPolicy> policies;
   if (!codes || fetchStorePolicies(handle, codes->read, memory, policies) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
 
   const RuntimeBuffer binary{policyBinarySize(policies)};
@@ -85,7 +85,7 @@ vqsStatus createFromDriver(const QtfSession* session, const char* path, BinaryVe
 vqsStatus VQS_CALL vqsPbCreateBinary(QtfSession* /*session*/, const VqsPolicyV0* policies, uint32_t count,
                                      uint16_t binaryVersion1, uint16_t binaryVersion2, const char* path) {
   if (policies == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::RuntimeBuffer memory{vqs::saturatingProduct(count, sizeof(VqsPackedPolicy))};
+  const vqs::RuntimeBuffer memory{vqs::saturatingProduct(count, sizeof(vqs::PackedPolicy))};
   if (!memory) return VQS_OUT_OF_MEMORY;
   return vqs::createFromBodies(0, policies, count, {binaryVersion1, binaryVersion2}, path, memory);
 }
@@ -95,7 +95,7 @@ vqsStatus VQS_CALL vqsPbCreateBinaryV2(QtfSession* session, const VqsPolicyListV
   if (!vqs::isOpen(session) || list == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
   // The head as it is now: memory is measured by it, whatever the caller does to it meanwhile.
   const VqsPolicyListV2 head = *list;
-  const vqs::RuntimeBuffer memory{vqs::saturatingProduct(head.count, sizeof(VqsPackedPolicy))};
+  const vqs::RuntimeBuffer memory{vqs::saturatingProduct(head.count, sizeof(vqs::PackedPolicy))};
   if (!memory) return VQS_OUT_OF_MEMORY;
   const auto stride = vqs::policyBodySize(head.structureVersion);
   if (!stride || head.size == 0 || head.size < std::uint64_t{head.count} * *stride) return VQS_REQUEST_FAILED;

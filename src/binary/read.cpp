@@ -28,15 +28,15 @@ std::optional<LoadedBinary> loadPolicyBinary(const char* path) {
 /// Policies that were parsed, and the version numbers that came with them.
 struct ParsedBinary {
   RuntimeBuffer memory;
-  std::span<const VqsPackedPolicy> policies;
+  std::span<const PackedPolicy> policies;
   BinaryVersions versions;
 };
 
 std::optional<ParsedBinary> parse(const LoadedBinary& binary) {
   if (headerDefect(binary.file.bytes()).kind != DefectKind::kNone) return std::nullopt;
-  RuntimeBuffer memory{saturatingProduct(binary.policyCount, sizeof(VqsPackedPolicy))};
+  RuntimeBuffer memory{saturatingProduct(binary.policyCount, sizeof(PackedPolicy))};
   if (!memory) return std::nullopt;
-  const auto policies = memory.arrayAt<VqsPackedPolicy>(0, binary.policyCount);
+  const auto policies = memory.arrayAt<PackedPolicy>(0, binary.policyCount);
   BinaryVersions versions{};
   if (!readBinary(binary.file.bytes(), policies, versions)) return std::nullopt;
   return ParsedBinary{.memory = std::move(memory), .policies = policies, .versions = versions};

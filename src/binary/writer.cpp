@@ -7,7 +7,7 @@
 
 namespace vqs {
 
-vqsStatus writePolicyBinary(std::span<const VqsPackedPolicy> policies, BinaryVersions versions, const char* path) {
+vqsStatus writePolicyBinary(std::span<const PackedPolicy> policies, BinaryVersions versions, const char* path) {
   if (policies.data() == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
   const std::uint64_t size = policyBinarySize(policies);
   if (size == 0) return VQS_REQUEST_FAILED;

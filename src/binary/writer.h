@@ -10,6 +10,6 @@
 namespace vqs {
 
 /// Builds the file in memory and writes it in one piece: VQS_SUCCESS, VQS_REQUEST_FAILED or VQS_INVALID_PARAMETER.
-vqsStatus writePolicyBinary(std::span<const VqsPackedPolicy> policies, BinaryVersions versions, const char* path);
+vqsStatus writePolicyBinary(std::span<const PackedPolicy> policies, BinaryVersions versions, const char* path);
 
 }  // namespace vqs

@@ -6,12 +6,12 @@
 namespace vqs {
 namespace {
 
-constexpr GUID GUID_DEVINTERFACE_QTF = {0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
+constexpr GUID kDriverInterface = {0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
 
 }  // namespace
 
-vqsStatus QtfOpenDriverHandle(HANDLE* handle) {
-  GUID interfaceClass = GUID_DEVINTERFACE_QTF;
+vqsStatus openDriver(HANDLE* handle) {
+  GUID interfaceClass = kDriverInterface;
   ULONG length = 0;
   // The narrow form tells the length of the wide list: interface paths are plain ASCII, so both count alike.
   if (CM_Get_Device_Interface_List_SizeA(&length, &interfaceClass, nullptr, 0) != CR_SUCCESS) return VQS_REQUEST_FAILED;

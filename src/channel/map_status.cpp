@@ -3,7 +3,7 @@
 
 namespace vqs {
 
-vqsStatus QtfMapStatus(std::int32_t result) {
+vqsStatus mapStatus(std::int32_t result) {
   switch (result) {
     case VQS_SUCCESS:
     case VQS_REQUEST_FAILED:

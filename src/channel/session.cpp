@@ -13,8 +13,8 @@ namespace {
 
 /// The driver's answer is nobody's concern: a session is open with or without it.
 void announce(HANDLE handle) {
-  QtfAppIoRecord request{.operation = QTF_IO_OPEN, .valueA = 0, .valueB = 0};
-  QtfAppIoRecord answer{};
+  AppIoRecord request{.operation = kAppIoOpen, .valueA = 0, .valueB = 0};
+  AppIoRecord answer{};
   static_cast<void>(sendSplit(handle, kCodeAppIo, request, &answer));
 }
 
@@ -23,7 +23,7 @@ vqsStatus openSession(QtfSession** out) {
   RuntimeBuffer memory{sizeof(QtfSession)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& session = memory.as<QtfSession>();
-  const vqsStatus result = QtfOpenDriverHandle(&session.handle);
+  const vqsStatus result = openDriver(&session.handle);
   if (result != VQS_SUCCESS) return result;
   *out = static_cast<QtfSession*>(memory.handOver());
   announce(session.handle);
@@ -34,7 +34,7 @@ vqsStatus openSession(QtfSession** out) {
 vqsStatus closeSession(QtfSession* session, std::uint32_t stopOperation) {
   if (session == nullptr) return VQS_INVALID_PARAMETER;
   if (session->logReference != 0) {
-    QtfLogRequest request{};
+    LogRequest request{};
     request.LogId = session->logSessionId;
     request.Operation = stopOperation;
     static_cast<void>(sendSame(session->handle, kCodeLog, request));

@@ -14,7 +14,7 @@ constexpr std::uint32_t low(DWORD word) { return word & 0xFFFF; }
 
 /// Words of the fixed file information, in the order the interface gives them: product major, file minor, and the
 /// file's fourth number before its third.
-vqsStatus QtfFileVersionWords(const char* name, uint32_t* words) {
+vqsStatus fileVersionWords(const char* name, uint32_t* words) {
   DWORD unused = 0;
   const DWORD size = GetFileVersionInfoSizeA(name, &unused);
   if (size == 0) return VQS_REQUEST_FAILED;
@@ -39,12 +39,12 @@ vqsStatus QtfFileVersionWords(const char* name, uint32_t* words) {
 
 vqsStatus VQS_CALL vqsGetVersion(uint32_t words[4]) {
   if (words == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::QtfFileVersionWords("VexoQTFServices.dll", words);
+  return vqs::fileVersionWords("VexoQTFServices.dll", words);
 }
 
 vqsStatus VQS_CALL vqsGetDriverVersion(uint32_t words[4]) {
   if (words == nullptr) return VQS_INVALID_PARAMETER;
-  const vqsStatus result = vqs::QtfFileVersionWords("vexoqtf.sys", words);
+  const vqsStatus result = vqs::fileVersionWords("vexoqtf.sys", words);
   if (result != VQS_SUCCESS) std::fill_n(words, 4, 0U);
   return result;
 }

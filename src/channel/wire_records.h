@@ -8,26 +8,26 @@
 
 namespace vqs {
 
-enum : std::uint32_t {
-  QTF_IO_GET_OUTPUT = 0,
-  QTF_IO_SET_INPUT_A = 1,
-  QTF_IO_SET_INPUT_B = 2,
-  QTF_IO_OPEN = 3,
-  QTF_IO_SET_INPUTS = 4
+enum AppIoOperation : std::uint32_t {
+  kAppIoGetOutput = 0,
+  kAppIoSetInputA = 1,
+  kAppIoSetInputB = 2,
+  kAppIoOpen = 3,
+  kAppIoSetInputs = 4
 };
 
 /// Application inputs and outputs, and the announcement of a new session.
-struct QtfAppIoRecord {
+struct AppIoRecord {
   std::uint32_t operation;
   std::uint32_t valueA;
   std::uint32_t valueB;
 };
-static_assert(sizeof(QtfAppIoRecord) == 12);
-static_assert(offsetof(QtfAppIoRecord, operation) == 0);
-static_assert(offsetof(QtfAppIoRecord, valueA) == 4);
-static_assert(offsetof(QtfAppIoRecord, valueB) == 8);
+static_assert(sizeof(AppIoRecord) == 12);
+static_assert(offsetof(AppIoRecord, operation) == 0);
+static_assert(offsetof(AppIoRecord, valueA) == 4);
+static_assert(offsetof(AppIoRecord, valueB) == 8);
 
-enum : std::uint32_t {
+enum LogOperation : std::uint32_t {
   kLogStart = 0,
   kLogStop = 1,
   kLogStartEx = 2,
@@ -43,7 +43,7 @@ enum : std::uint32_t {
 };
 
 /// Everything about telemetry logs.
-struct QtfLogRequest {
+struct LogRequest {
   std::uint32_t LogId;
   std::uint32_t Operation;
   std::uint64_t Address;
@@ -51,13 +51,13 @@ struct QtfLogRequest {
   std::uint32_t Value;
   std::uint32_t reserved1;
 };
-static_assert(sizeof(QtfLogRequest) == 32);
-static_assert(offsetof(QtfLogRequest, LogId) == 0);
-static_assert(offsetof(QtfLogRequest, Operation) == 4);
-static_assert(offsetof(QtfLogRequest, Address) == 8);
-static_assert(offsetof(QtfLogRequest, Value) == 24);
+static_assert(sizeof(LogRequest) == 32);
+static_assert(offsetof(LogRequest, LogId) == 0);
+static_assert(offsetof(LogRequest, Operation) == 4);
+static_assert(offsetof(LogRequest, Address) == 8);
+static_assert(offsetof(LogRequest, Value) == 24);
 
-enum : std::uint16_t { kPollingStart = 0, kPollingStop = 1 };
+enum PollingOperation : std::uint16_t { kPollingStart = 0, kPollingStop = 1 };
 
 /// Polling, and the filling of the log for clients without a session.
 struct PollingRecord {

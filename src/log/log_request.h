@@ -8,10 +8,10 @@
 namespace vqs {
 
 /// Sends one log operation; the record holds the answer afterwards.
-inline vqsStatus sendLog(HANDLE handle, QtfLogRequest& record) { return sendSame(handle, kCodeLog, record); }
+inline vqsStatus sendLog(HANDLE handle, LogRequest& record) { return sendSame(handle, kCodeLog, record); }
 
-inline QtfLogRequest logRequest(std::uint32_t operation, std::uint32_t logId = 0) {
-  QtfLogRequest record{};
+inline LogRequest logRequest(std::uint32_t operation, std::uint32_t logId = 0) {
+  LogRequest record{};
   record.LogId = logId;
   record.Operation = operation;
   return record;

@@ -20,7 +20,7 @@ vqsStatus querySupport(HANDLE handle, std::uint8_t generation, void* buffer, std
 
 /// Starts the Ex log. A failed start leaves the byte count of the failed request for an id, and the caller's own value
 /// for an address.
-vqsStatus startExLog(QtfSession& session, QtfLogRequest& record, std::uint64_t* address) {
+vqsStatus startExLog(QtfSession& session, LogRequest& record, std::uint64_t* address) {
   DWORD returned = 0;
   const vqsStatus started =
       sendRequest(session.handle, kCodeLog, {bytesOf(record), &record, sizeof(record)}, &returned);

@@ -9,16 +9,16 @@ namespace vqs {
 namespace {
 
 /// Opens the driver and sends one log operation.
-vqsStatus sendOnOwnHandle(QtfLogRequest& record) {
+vqsStatus sendOnOwnHandle(LogRequest& record) {
   HANDLE handle = nullptr;
-  const vqsStatus opened = QtfOpenDriverHandle(&handle);
+  const vqsStatus opened = openDriver(&handle);
   if (opened != VQS_SUCCESS) return opened;
   return sendLog(handle, record);
 }
 
 vqsStatus controlFilling(std::uint16_t operation) {
   HANDLE handle = nullptr;
-  const vqsStatus opened = QtfOpenDriverHandle(&handle);
+  const vqsStatus opened = openDriver(&handle);
   if (opened != VQS_SUCCESS) return opened;
   PollingRecord record{};
   record.operation = operation;

@@ -22,12 +22,12 @@ consteval std::array<WCHAR, N> systemName(const char (&text)[N]) {
 
 constexpr auto kOutputEvent = systemName("Global\\VexoQtfAppOutputEvent");
 
-vqsStatus exchange(HANDLE handle, QtfAppIoRecord request, QtfAppIoRecord& answer) {
+vqsStatus exchange(HANDLE handle, AppIoRecord request, AppIoRecord& answer) {
   return sendSplit(handle, kCodeAppIo, request, &answer);
 }
 
-vqsStatus send(HANDLE handle, QtfAppIoRecord request) {
-  QtfAppIoRecord answer{};
+vqsStatus send(HANDLE handle, AppIoRecord request) {
+  AppIoRecord answer{};
   return exchange(handle, request, answer);
 }
 
@@ -35,9 +35,9 @@ vqsStatus setInput(QtfSession* session, std::int32_t index, std::uint32_t value)
   if (!isOpen(session) || index >= 3) return VQS_INVALID_PARAMETER;
   switch (index) {
     case VQS_APP_INPUT_A:
-      return send(session->handle, {.operation = QTF_IO_SET_INPUT_A, .valueA = value, .valueB = 0});
+      return send(session->handle, {.operation = kAppIoSetInputA, .valueA = value, .valueB = 0});
     case VQS_APP_INPUT_B:
-      return send(session->handle, {.operation = QTF_IO_SET_INPUT_B, .valueA = 0, .valueB = value});
+      return send(session->handle, {.operation = kAppIoSetInputB, .valueA = 0, .valueB = value});
     default:
       return VQS_INVALID_PARAMETER;
   }
@@ -45,9 +45,8 @@ vqsStatus setInput(QtfSession* session, std::int32_t index, std::uint32_t value)
 
 vqsStatus getOutput(QtfSession* session, std::uint32_t* valueA, std::uint32_t* valueB) {
   if (!isOpen(session) || valueA == nullptr || valueB == nullptr) return VQS_INVALID_PARAMETER;
-  QtfAppIoRecord answer{};
-  const vqsStatus result =
-      exchange(session->handle, {.operation = QTF_IO_GET_OUTPUT, .valueA = 0, .valueB = 0}, answer);
+  AppIoRecord answer{};
+  const vqsStatus result = exchange(session->handle, {.operation = kAppIoGetOutput, .valueA = 0, .valueB = 0}, answer);
   if (result != VQS_SUCCESS) return result;
   *valueA = answer.valueA;
   *valueB = answer.valueB;
@@ -78,7 +77,7 @@ vqsStatus VQS_CALL vqsExSetAppInput(QtfSession* session, int32_t index, uint32_t
 
 vqsStatus VQS_CALL vqsSetAppInputs(QtfSession* session, uint32_t valueA, uint32_t valueB) {
   if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::send(session->handle, {.operation = vqs::QTF_IO_SET_INPUTS, .valueA = valueA, .valueB = valueB});
+  return vqs::send(session->handle, {.operation = vqs::kAppIoSetInputs, .valueA = valueA, .valueB = valueB});
 }
 
 vqsStatus VQS_CALL vqsGetAppOutput(QtfSession* session, uint32_t* valueA, uint32_t* valueB) {

@@ -26,7 +26,7 @@ static_assert(sizeof(BatteryLimits) == 8);
 /// Opens the driver for one request of its own and closes it again.
 vqsStatus sendOnOwnHandle(BatteryRequest request, std::uint32_t& answer) {
   HANDLE handle = nullptr;
-  const vqsStatus opened = QtfOpenDriverHandle(&handle);
+  const vqsStatus opened = openDriver(&handle);
   if (opened != VQS_SUCCESS) return opened;
   const vqsStatus result = sendSplit(handle, kCodeBattery, request, &answer);
   CloseHandle(handle);

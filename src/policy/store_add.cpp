@@ -12,9 +12,9 @@ namespace {
 vqsStatus addPolicy(QtfSession* session, const VqsPolicyV0* policy, std::uint32_t* idOut, std::uint32_t* driverResult,
                     VqsPolicyStore store) {
   if (!isOpen(session) || policy == nullptr || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const RuntimeBuffer memory{sizeof(VqsPackedPolicy)};
+  const RuntimeBuffer memory{sizeof(PackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<VqsPackedPolicy>();
+  auto& packed = memory.as<PackedPolicy>();
   if (packPolicyV0(policy, &packed, kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
   const vqsStatus result =
       policyStoreRequest(session->handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
@@ -44,9 +44,9 @@ vqsStatus VQS_CALL vqsBalanceProfileAddPolicy(QtfSession* session, const VqsPoli
 vqsStatus VQS_CALL vqsPbAddPolicyV2(QtfSession* session, const VqsVersionedPolicy* record, uint64_t size,
                                     uint32_t* driverResult, VqsPolicyStore store) {
   if (!vqs::isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapBuffer memory{sizeof(VqsPackedPolicy)};
+  const vqs::ProcessHeapBuffer memory{sizeof(vqs::PackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<VqsPackedPolicy>();
+  auto& packed = memory.as<vqs::PackedPolicy>();
   if (!vqs::packVersionedPolicy(*record, size, packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
   return vqs::policyStoreRequest(session->handle, vqs::kStoreAdd, store,
                                  {.policy = &packed, .driverResult = driverResult});

@@ -11,10 +11,10 @@ namespace {
 
 /// Bytes of a read buffer with room for `count` policies.
 constexpr std::size_t readBufferSize(std::size_t count) {
-  return sizeof(PolicyReadBuffer) + count * sizeof(VqsPackedPolicy);
+  return sizeof(PolicyReadBuffer) + count * sizeof(PackedPolicy);
 }
 
-vqsStatus unpackInto(VqsPolicyV0* policies, std::span<const VqsPackedPolicy> packed) {
+vqsStatus unpackInto(VqsPolicyV0* policies, std::span<const PackedPolicy> packed) {
   if (policies == nullptr && !packed.empty()) return VQS_REQUEST_FAILED;
   for (std::size_t i = 0; i < packed.size(); ++i)
     if (unpackPolicyV0(&packed[i], &policies[i], kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
@@ -35,7 +35,7 @@ vqsStatus readPolicies(HANDLE handle, VqsPolicyList& list, const PolicyReadBuffe
   const vqsStatus result = policyStoreRequest(handle, kStoreReadAll, store, {.readBuffer = &buffer});
   list.count = buffer.count;
   if (result != VQS_SUCCESS || asked.countOnly != 0) return result;
-  return unpackInto(list.policies, memory.template arrayAt<VqsPackedPolicy>(sizeof(PolicyReadBuffer), buffer.count));
+  return unpackInto(list.policies, memory.template arrayAt<PackedPolicy>(sizeof(PolicyReadBuffer), buffer.count));
 }
 
 /// The work buffer counts the capacity twice, so memory runs out at the capacities where it always has.
@@ -80,7 +80,7 @@ vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list
     return VQS_SUCCESS;
   }
   // The capacity, not the store's count: what lies beyond the store's policies comes out as empty policies.
-  const auto packed = memory.arrayAt<VqsPackedPolicy>(sizeof(vqs::PolicyReadBuffer), capacity);
+  const auto packed = memory.arrayAt<vqs::PackedPolicy>(sizeof(vqs::PolicyReadBuffer), capacity);
   return vqs::unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), capacity,
                                 vqs::kRuntimeText) == vqs::kConverted
              ? VQS_SUCCESS
@@ -89,9 +89,9 @@ vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list
 
 vqsStatus VQS_CALL vqsPbIDGetPolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy) {
   if (!vqs::isOpen(session) || policy == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::RuntimeBuffer memory{sizeof(VqsPackedPolicy)};
+  const vqs::RuntimeBuffer memory{sizeof(vqs::PackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<VqsPackedPolicy>();
+  auto& packed = memory.as<vqs::PackedPolicy>();
   const vqsStatus result = vqs::policyLookup(session->handle, id, packed, VQS_POLICY_STORE_PB);
   if (result != VQS_SUCCESS) return result;
   return vqs::unpackPolicyV0(&packed, policy, vqs::kRuntimeText) == vqs::kConverted ? VQS_SUCCESS : VQS_REQUEST_FAILED;
@@ -100,9 +100,9 @@ vqsStatus VQS_CALL vqsPbIDGetPolicy(QtfSession* session, uint32_t id, VqsPolicyV
 vqsStatus VQS_CALL vqsPbGetPolicyByPrioV2(QtfSession* session, uint32_t priority, VqsVersionedPolicy* record,
                                           uint64_t size, VqsPolicyStore store) {
   if (!vqs::isOpen(session) || record == nullptr || size == 0) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapBuffer memory{sizeof(VqsPackedPolicy)};
+  const vqs::ProcessHeapBuffer memory{sizeof(vqs::PackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<VqsPackedPolicy>();
+  auto& packed = memory.as<vqs::PackedPolicy>();
   const vqsStatus result = vqs::policyLookup(session->handle, priority, packed, store);
   if (result != VQS_SUCCESS) return result;
   const auto version = vqs::wholeBodyVersion(*record, size);

@@ -25,7 +25,7 @@ enum PolicyStoreOperation : std::int32_t {
 struct PolicyStoreRequest {
   std::uint32_t operation;
   /// add: the whole policy; delete: only its id is set
-  VqsPackedPolicy policy;
+  PackedPolicy policy;
   std::uint32_t policyCount;
   /// reply: the driver's own verdict
   std::uint32_t result;
@@ -39,7 +39,7 @@ struct PolicyStoreRequest {
 static_assert(sizeof(PolicyStoreRequest) == 4000);
 static_assert(offsetof(PolicyStoreRequest, operation) == 0);
 static_assert(offsetof(PolicyStoreRequest, policy) == 4);
-static_assert(offsetof(PolicyStoreRequest, policy) + offsetof(VqsPackedPolicy, id) == 168);
+static_assert(offsetof(PolicyStoreRequest, policy) + offsetof(PackedPolicy, id) == 168);
 static_assert(offsetof(PolicyStoreRequest, policyCount) == 3976);
 static_assert(offsetof(PolicyStoreRequest, result) == 3980);
 static_assert(offsetof(PolicyStoreRequest, countOnly) == 3984);
@@ -71,7 +71,7 @@ struct PolicyFetchRequest {
   std::uint8_t reserved0[3];
   std::uint32_t policyCount;
   std::uint32_t chunkIndex;
-  VqsPackedPolicy policies[kPoliciesPerChunk];
+  PackedPolicy policies[kPoliciesPerChunk];
 };
 static_assert(sizeof(PolicyFetchRequest) == 19872);
 static_assert(offsetof(PolicyFetchRequest, countQuery) == 0);

@@ -22,13 +22,13 @@ vqsStatus deleteFromSession(QtfSession* session, std::uint32_t id, std::uint32_t
 /// exports do not check, ends the road where it is needed.
 vqsStatus replacePolicy(HANDLE handle, std::uint32_t id, VqsPolicyV0* policy, std::uint32_t* driverResult,
                         VqsPolicyStore store) {
-  const RuntimeBuffer memory{sizeof(VqsPackedPolicy)};
+  const RuntimeBuffer memory{sizeof(PackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   const vqsStatus deleted = deletePolicy(handle, id, driverResult, store);
   // Whatever became of the delete, the caller's record now carries the id.
   if (policy != nullptr) policy->id = id;
   if (deleted != VQS_SUCCESS || driverResult == nullptr || *driverResult != 0) return deleted;
-  auto& packed = memory.as<VqsPackedPolicy>();
+  auto& packed = memory.as<PackedPolicy>();
   if (packPolicyV0(policy, &packed, kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
   return policyStoreRequest(handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
 }
@@ -72,9 +72,9 @@ vqsStatus VQS_CALL vqsBalanceProfileReplacePolicy(QtfSession* session, uint32_t 
 vqsStatus VQS_CALL vqsPbReplacePolicyV2(QtfSession* session, uint32_t id, const VqsVersionedPolicy* record,
                                         uint64_t size, uint32_t* driverResult, VqsPolicyStore store) {
   if (!vqs::isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapBuffer memory{sizeof(VqsPackedPolicy)};
+  const vqs::ProcessHeapBuffer memory{sizeof(vqs::PackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<VqsPackedPolicy>();
+  auto& packed = memory.as<vqs::PackedPolicy>();
   // The record keeps its own id; only the replace of version 0 records writes the argument into it.
   if (!vqs::packVersionedPolicy(*record, size, packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
   const vqsStatus deleted = vqs::deletePolicy(session->handle, id, driverResult, store);

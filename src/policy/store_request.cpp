@@ -13,8 +13,8 @@ namespace vqs {
 namespace {
 
 /// Behind the head, as the exports allocate it.
-std::span<VqsPackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
-  return {reinterpret_cast<VqsPackedPolicy*>(&buffer + 1), buffer.count};
+std::span<PackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
+  return {reinterpret_cast<PackedPolicy*>(&buffer + 1), buffer.count};
 }
 
 vqsStatus readAll(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer) {
@@ -146,7 +146,7 @@ vqsStatus policyStoreRequest(HANDLE handle, std::int32_t operation, VqsPolicySto
   }
 }
 
-vqsStatus policyLookup(HANDLE handle, std::uint32_t key, VqsPackedPolicy& destination, VqsPolicyStore store) {
+vqsStatus policyLookup(HANDLE handle, std::uint32_t key, PackedPolicy& destination, VqsPolicyStore store) {
   PolicyLookupRequest request{};
   request.key = key;
   request.store = store;
@@ -161,7 +161,7 @@ vqsStatus queryPolicyCount(HANDLE handle, std::uint32_t readCode, PolicyFetchReq
 }
 
 vqsStatus fetchPolicies(HANDLE handle, std::uint32_t readCode, PolicyFetchRequest& request,
-                        std::span<VqsPackedPolicy> policies) {
+                        std::span<PackedPolicy> policies) {
   for (std::uint32_t chunk = 0; !policies.empty(); ++chunk) {
     request.chunkIndex = chunk;
     if (sendSame(handle, readCode, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;

@@ -26,7 +26,7 @@ struct PolicyStoreArguments {
   /// read all; the packed policies follow the head in memory
   PolicyReadBuffer* readBuffer = nullptr;
   /// add
-  const VqsPackedPolicy* policy = nullptr;
+  const PackedPolicy* policy = nullptr;
   /// delete
   const std::uint32_t* id = nullptr;
   /// status
@@ -43,13 +43,13 @@ vqsStatus policyStoreRequest(HANDLE handle, std::int32_t operation, VqsPolicySto
                              const PolicyStoreArguments& arguments);
 
 /// Asks for one policy by id or priority. The destination, zero-filled, is the answer's buffer whatever the result.
-vqsStatus policyLookup(HANDLE handle, std::uint32_t key, VqsPackedPolicy& destination, VqsPolicyStore store);
+vqsStatus policyLookup(HANDLE handle, std::uint32_t key, PackedPolicy& destination, VqsPolicyStore store);
 
 /// First request of a read: how many policies the store holds.
 vqsStatus queryPolicyCount(HANDLE handle, std::uint32_t readCode, PolicyFetchRequest& request);
 
 /// Further requests of a read, with the record of the first: the store's policies in chunks, in store order.
 vqsStatus fetchPolicies(HANDLE handle, std::uint32_t readCode, PolicyFetchRequest& request,
-                        std::span<VqsPackedPolicy> policies);
+                        std::span<PackedPolicy> policies);
 
 }  // namespace vqs

@@ -106,7 +106,7 @@ void parseExactly(const Bytes& content) {
   const std::span<const std::byte> bytes{memory.get(), content.size()};
   const std::uint32_t count = vqs::announcedPolicyCount(bytes);
   if (count == 0 || vqs::headerDefect(bytes).kind != vqs::DefectKind::kNone) return;
-  std::vector<VqsPackedPolicy> policies(count);
+  std::vector<vqs::PackedPolicy> policies(count);
   vqs::BinaryVersions versions{};
   if (!vqs::readBinary(bytes, policies, versions)) return;
   for (const auto& policy : policies) {

@@ -10,12 +10,12 @@
 namespace test {
 
 /// The driver's records, of their bytes.
-inline std::vector<VqsPackedPolicy> packedRecords(const std::vector<Bytes>& records) {
-  std::vector<VqsPackedPolicy> policies(records.size());
+inline std::vector<vqs::PackedPolicy> packedRecords(const std::vector<Bytes>& records) {
+  std::vector<vqs::PackedPolicy> policies(records.size());
   for (std::size_t i = 0; i < records.size(); ++i) std::memcpy(&policies[i], records[i].data(), sizeof(policies[i]));
   return policies;
 }
 
-inline VqsPackedPolicy packedRecord(const Bytes& record) { return packedRecords({record}).front(); }
+inline vqs::PackedPolicy packedRecord(const Bytes& record) { return packedRecords({record}).front(); }
 
 }  // namespace test

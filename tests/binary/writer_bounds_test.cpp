@@ -31,19 +31,19 @@ class GuardedPolicy {
     EXPECT_NE(memory_, MAP_FAILED);
     auto* second = static_cast<std::byte*>(memory_) + page_;
     EXPECT_EQ(mprotect(second, page_, PROT_NONE), 0);
-    policy_ = reinterpret_cast<VqsPackedPolicy*>(second - kRecordSize);
+    policy_ = reinterpret_cast<vqs::PackedPolicy*>(second - kRecordSize);
     std::memcpy(policy_, record.data(), kRecordSize);
   }
   ~GuardedPolicy() { munmap(memory_, 2 * page_); }
   GuardedPolicy(const GuardedPolicy&) = delete;
   GuardedPolicy& operator=(const GuardedPolicy&) = delete;
 
-  [[nodiscard]] std::span<const VqsPackedPolicy> span() const { return {policy_, 1}; }
+  [[nodiscard]] std::span<const vqs::PackedPolicy> span() const { return {policy_, 1}; }
 
  private:
   std::size_t page_;
   void* memory_;
-  VqsPackedPolicy* policy_;
+  vqs::PackedPolicy* policy_;
 };
 
 /// The entry that the library writes, without the file's header and tail.

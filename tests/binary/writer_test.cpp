@@ -17,7 +17,7 @@ using vqs::policyBinarySize;
 using vqs::writePolicyBinary;
 
 /// The whole file as the library builds it, in a buffer of exactly the size it asked for.
-Bytes built(const std::vector<VqsPackedPolicy>& policies, vqs::BinaryVersions versions = {1, 2}) {
+Bytes built(const std::vector<vqs::PackedPolicy>& policies, vqs::BinaryVersions versions = {1, 2}) {
   Bytes buffer(policyBinarySize(policies), 0);
   EXPECT_TRUE(buildPolicyBinary(std::as_writable_bytes(std::span{buffer}), policies, versions));
   return buffer;
@@ -35,7 +35,7 @@ TEST(PolicyBinarySize, starts_at_16_and_adds_the_counted_fields_of_each_policy) 
 }
 
 TEST(PolicyBinarySize, of_a_policy_of_zeros_counts_both_terminators) {
-  EXPECT_EQ(policyBinarySize(std::vector{VqsPackedPolicy{}}), 16U + 2 + 1 + 42);
+  EXPECT_EQ(policyBinarySize(std::vector{vqs::PackedPolicy{}}), 16U + 2 + 1 + 42);
 }
 
 TEST(BuildPolicyBinary, lays_one_small_policy_into_79_bytes) {

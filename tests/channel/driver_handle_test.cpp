@@ -23,7 +23,7 @@ class OpenDriverHandle : public Test {
   void TearDown() override { EXPECT_EQ(faults.outstanding(), 0); }
 
   void expectResult(vqsStatus result) {
-    EXPECT_EQ(vqs::QtfOpenDriverHandle(&handle), result);
+    EXPECT_EQ(vqs::openDriver(&handle), result);
     EXPECT_EQ(handle, kUntouched);
   }
 
@@ -34,7 +34,7 @@ class OpenDriverHandle : public Test {
 TEST_F(OpenDriverHandle, asks_for_the_list_and_opens_its_first_path) {
   ScriptedDriver driver;
   WindowsCalls calls;
-  EXPECT_EQ(vqs::QtfOpenDriverHandle(&handle), 0U);
+  EXPECT_EQ(vqs::openDriver(&handle), 0U);
   EXPECT_NE(handle, kUntouched);
   const std::vector<std::string> expected = {
       "CM_Get_Device_Interface_List_SizeA(null, 0)",
@@ -48,7 +48,7 @@ TEST_F(OpenDriverHandle, asks_for_the_list_and_opens_its_first_path) {
 
 TEST_F(OpenDriverHandle, sends_nothing) {
   WitnessDevice device;
-  EXPECT_EQ(vqs::QtfOpenDriverHandle(&handle), 0U);
+  EXPECT_EQ(vqs::openDriver(&handle), 0U);
   EXPECT_EQ(device.openings, 1);
   EXPECT_TRUE(device.requests.empty());
   CloseHandle(handle);
@@ -57,7 +57,7 @@ TEST_F(OpenDriverHandle, sends_nothing) {
 
 TEST_F(OpenDriverHandle, allocates_the_list_alone_two_bytes_a_character) {
   ScriptedDriver driver;
-  EXPECT_EQ(vqs::QtfOpenDriverHandle(&handle), 0U);
+  EXPECT_EQ(vqs::openDriver(&handle), 0U);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 1);
   EXPECT_EQ(faults.peakBytes(), 122U);
   CloseHandle(handle);
@@ -67,7 +67,7 @@ TEST_F(OpenDriverHandle, takes_the_first_of_several_devices) {
   WitnessDevice first{u"\\\\?\\first"};
   WitnessDevice second{u"\\\\?\\second"};
   WindowsCalls calls;
-  EXPECT_EQ(vqs::QtfOpenDriverHandle(&handle), 0U);
+  EXPECT_EQ(vqs::openDriver(&handle), 0U);
   // 9 units and a zero, 10 units and a zero, and the terminator of the list.
   EXPECT_EQ(calls.of("CM_Get_Device_Interface_ListW").at(0), "CM_Get_Device_Interface_ListW(null, 22, 0)");
   EXPECT_EQ(first.openings, 1);

@@ -19,19 +19,18 @@ static_assert(sizeof(vqsStatus) == 4);
 static_assert(!std::numeric_limits<vqsStatus>::is_signed);
 
 TEST(MapStatus, keeps_the_results_of_the_interface) {
-  EXPECT_EQ(vqs::QtfMapStatus(0), 0U);
-  EXPECT_EQ(vqs::QtfMapStatus(1), 1U);
-  EXPECT_EQ(vqs::QtfMapStatus(2), 2U);
-  EXPECT_EQ(vqs::QtfMapStatus(3), 3U);
-  EXPECT_EQ(vqs::QtfMapStatus(4), 4U);
-  EXPECT_EQ(vqs::QtfMapStatus(6), 6U);
+  EXPECT_EQ(vqs::mapStatus(0), 0U);
+  EXPECT_EQ(vqs::mapStatus(1), 1U);
+  EXPECT_EQ(vqs::mapStatus(2), 2U);
+  EXPECT_EQ(vqs::mapStatus(3), 3U);
+  EXPECT_EQ(vqs::mapStatus(4), 4U);
+  EXPECT_EQ(vqs::mapStatus(6), 6U);
 }
 
 TEST(MapStatus, turns_everything_else_into_not_supported) {
-  for (const std::int32_t result : {5, 7, 8, 80, 255, 256, 0x10000, -1, -2, -6})
-    EXPECT_EQ(vqs::QtfMapStatus(result), 5U);
-  EXPECT_EQ(vqs::QtfMapStatus(std::numeric_limits<std::int32_t>::max()), 5U);
-  EXPECT_EQ(vqs::QtfMapStatus(std::numeric_limits<std::int32_t>::min()), 5U);
+  for (const std::int32_t result : {5, 7, 8, 80, 255, 256, 0x10000, -1, -2, -6}) EXPECT_EQ(vqs::mapStatus(result), 5U);
+  EXPECT_EQ(vqs::mapStatus(std::numeric_limits<std::int32_t>::max()), 5U);
+  EXPECT_EQ(vqs::mapStatus(std::numeric_limits<std::int32_t>::min()), 5U);
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ struct Pair {
 
 class Request : public Test {
  protected:
-  Request() { EXPECT_EQ(vqs::QtfOpenDriverHandle(&handle), 0U); }
+  Request() { EXPECT_EQ(vqs::openDriver(&handle), 0U); }
   ~Request() override { CloseHandle(handle); }
 
   [[nodiscard]] const WitnessedRequest& only() const {

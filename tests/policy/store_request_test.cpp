@@ -11,8 +11,8 @@
 namespace test {
 namespace {
 
-VqsPackedPolicy packedPolicy(const Bytes& bytes) {
-  VqsPackedPolicy policy;
+vqs::PackedPolicy packedPolicy(const Bytes& bytes) {
+  vqs::PackedPolicy policy;
   EXPECT_EQ(bytes.size(), sizeof(policy));
   std::memcpy(&policy, bytes.data(), sizeof(policy));
   return policy;
@@ -24,7 +24,7 @@ class StoreRequest : public EveryStore {
     return vqs::policyStoreRequest(session->handle, operation, store().number, arguments);
   }
 
-  VqsPackedPolicy policy = packedPolicy(packedRecord(fullPolicy(1)));
+  vqs::PackedPolicy policy = packedPolicy(packedRecord(fullPolicy(1)));
   std::uint32_t driverResult = kPoisonWord;
 };
 
@@ -174,7 +174,7 @@ TEST_F(BinaryVersionRequest, is_of_the_asm_store_alone) {
 
 class PolicyLookup : public StoreTest {
  protected:
-  VqsPackedPolicy destination{};
+  vqs::PackedPolicy destination{};
 };
 
 TEST_F(PolicyLookup, asks_with_key_and_store) {

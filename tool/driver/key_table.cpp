@@ -12,7 +12,7 @@
 namespace tool {
 
 KeyTable::KeyTable(LogGeneration generation)
-    : keys_{generation == LogGeneration::ex ? std::span<const vqs::KeyRow>{vqs::kExKVKeys} : vqs::kKVKeys} {}
+    : keys_{generation == LogGeneration::kEx ? std::span<const vqs::KeyRow>{vqs::kExKVKeys} : vqs::kKVKeys} {}
 
 const vqs::KeyRow& KeyTable::withId(std::uint32_t id) const {
   const auto found = std::ranges::find(keys_, id, &vqs::KeyRow::id);

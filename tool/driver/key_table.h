@@ -9,7 +9,7 @@
 namespace tool {
 
 /// The two generations of key/value logs.
-enum class LogGeneration { plain, ex };
+enum class LogGeneration { kPlain, kEx };
 
 /// What is known of a generation's keys.
 class KeyTable {

@@ -44,7 +44,7 @@ const LogCalls kExLogCalls = {.start = vqsExStartQTFLogExKV,
                               .data = vqsExGetQTFLogExKVIterData};
 
 const LogCalls& callsOf(LogGeneration generation) {
-  return generation == LogGeneration::ex ? kExLogCalls : kPlainLogCalls;
+  return generation == LogGeneration::kEx ? kExLogCalls : kPlainLogCalls;
 }
 
 std::string describeKey(const vqs::KeyRow& key) { return fmt::format("{} ({})", key.name, key.id); }

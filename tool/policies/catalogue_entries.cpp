@@ -179,14 +179,14 @@ std::vector<CatalogueEntry> select(const Catalogue& catalogue, const std::string
 }
 
 std::string renderCatalogue(const std::vector<CatalogueEntry>& entries) {
-  TextTable table{{{"ID", Align::right},
-                   {"NAME", Align::left},
-                   {"KIND", Align::left},
-                   {"RANGE", Align::left},
-                   {"UNITS", Align::left},
-                   {"ENABLED", Align::left},
-                   {"DRIVER", Align::left},
-                   {"OPTIONS", Align::left}}};
+  TextTable table{{{"ID", Align::kRight},
+                   {"NAME", Align::kLeft},
+                   {"KIND", Align::kLeft},
+                   {"RANGE", Align::kLeft},
+                   {"UNITS", Align::kLeft},
+                   {"ENABLED", Align::kLeft},
+                   {"DRIVER", Align::kLeft},
+                   {"OPTIONS", Align::kLeft}}};
   for (const auto& entry : entries)
     table.add({std::to_string(entry.id), printable(entry.name), describeKind(entry.type), describeLimits(entry),
                printable(entry.units), supportText(entry, &Support::enabled), supportText(entry, &Support::driverFlag),

@@ -26,8 +26,8 @@ constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
 /// What can be told without opening the file; opening a pipe would wait for its other end.
 void requireRegularFile(const std::string& path) {
   const auto kind = platform::fileKind(path);
-  if (kind == platform::FileKind::folder) failToRead(path, EISDIR);
-  if (kind == platform::FileKind::other)
+  if (kind == platform::FileKind::kFolder) failToRead(path, EISDIR);
+  if (kind == platform::FileKind::kOther)
     throw Failure{fmt::format("{} cannot be read: it is not a regular file", path)};
 }
 
@@ -75,7 +75,7 @@ std::vector<std::byte> readBinaryBytes(const std::string& path) {
   return bytes;
 }
 
-std::vector<VqsPolicyV2> unpacked(const std::vector<VqsPackedPolicy>& packed) {
+std::vector<VqsPolicyV2> unpacked(const std::vector<vqs::PackedPolicy>& packed) {
   std::vector<VqsPolicyV2> policies(packed.size());
   for (std::size_t i = 0; i < packed.size(); ++i) vqs::unpackPolicyV2(&packed[i], &policies[i]);
   return policies;
@@ -85,7 +85,7 @@ std::vector<VqsPolicyV2> unpacked(const std::vector<VqsPackedPolicy>& packed) {
 PolicyFile parse(const std::vector<std::byte>& bytes, vqs::Defect& defect) {
   defect = vqs::headerDefect(bytes);
   if (defect.kind != vqs::DefectKind::kNone) return {};
-  std::vector<VqsPackedPolicy> packed(vqs::announcedPolicyCount(bytes));
+  std::vector<vqs::PackedPolicy> packed(vqs::announcedPolicyCount(bytes));
   vqs::BinaryVersions versions{};
   static_cast<void>(vqs::readBinary(bytes, packed, versions, &defect));
   return {.version1 = versions.first, .version2 = versions.second, .policies = unpacked(packed)};

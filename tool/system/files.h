@@ -10,7 +10,7 @@
 /// UTF-8, or on POSIX systems whatever bytes the user typed; on Windows they may be of any length and form.
 namespace tool::platform {
 
-enum class FileKind { none, regular, folder, other };
+enum class FileKind { kNone, kRegular, kFolder, kOther };
 
 /// What a path leads to.
 FileKind fileKind(const std::string& path);

@@ -39,9 +39,9 @@ bool storeFolderOf(const std::string& path) {
 
 FileKind fileKind(const std::string& path) {
   struct stat status{};
-  if (stat(path.c_str(), &status) != 0) return FileKind::none;
-  if (S_ISDIR(status.st_mode)) return FileKind::folder;
-  return S_ISREG(status.st_mode) ? FileKind::regular : FileKind::other;
+  if (stat(path.c_str(), &status) != 0) return FileKind::kNone;
+  if (S_ISDIR(status.st_mode)) return FileKind::kFolder;
+  return S_ISREG(status.st_mode) ? FileKind::kRegular : FileKind::kOther;
 }
 
 std::optional<std::uintmax_t> fileSize(const std::string& path) {

@@ -94,10 +94,10 @@ DWORD replace(const std::wstring& from, const std::wstring& to) {
 }  // namespace
 
 FileKind fileKind(const std::string& path) {
-  if (isDevicePath(fullPath(widen(path)))) return FileKind::other;
+  if (isDevicePath(fullPath(widen(path)))) return FileKind::kOther;
   const DWORD attributes = GetFileAttributesW(systemPath(path).c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) return FileKind::none;
-  return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileKind::folder : FileKind::regular;
+  if (attributes == INVALID_FILE_ATTRIBUTES) return FileKind::kNone;
+  return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileKind::kFolder : FileKind::kRegular;
 }
 
 std::FILE* openFile(const std::string& path, const char* mode) {

@@ -19,8 +19,8 @@ namespace {
 std::string resolved(const std::string& target) {
   if (target.empty()) throw UsageError{"FILE: the file's name is empty"};
   const auto kind = platform::fileKind(target);
-  if (kind == platform::FileKind::folder) failToWrite(target, systemMessage(EISDIR));
-  if (kind == platform::FileKind::other) failToWrite(target, "it is not a regular file, which is replaced whole");
+  if (kind == platform::FileKind::kFolder) failToWrite(target, systemMessage(EISDIR));
+  if (kind == platform::FileKind::kOther) failToWrite(target, "it is not a regular file, which is replaced whole");
   return platform::linkTarget(target);
 }
 

@@ -38,7 +38,7 @@ std::vector<std::string> fitted(std::vector<std::string> lines, const platform::
 }
 
 std::vector<std::string> asBlock(const std::vector<ShownValue>& values, const platform::TerminalSize& size) {
-  TextTable table{{{"NAME", Align::left}, {"VALUE", Align::left}}};
+  TextTable table{{{"NAME", Align::kLeft}, {"VALUE", Align::kLeft}}};
   for (const auto& [name, value] : values) table.add({name, value.value_or("-")});
   return fitted(table.lines(), size);
 }

@@ -56,12 +56,12 @@ std::string renderPolicy(const VqsPolicyV2& policy) {
 }
 
 std::string renderTable(std::span<const VqsPolicyV2> policies) {
-  TextTable table{{{"ID", Align::right},
-                   {"NAME", Align::left},
-                   {"CONDITIONS", Align::right},
-                   {"TEXTS", Align::right},
-                   {"ACTIONS", Align::right},
-                   {"DESCRIPTION", Align::left}}};
+  TextTable table{{{"ID", Align::kRight},
+                   {"NAME", Align::kLeft},
+                   {"CONDITIONS", Align::kRight},
+                   {"TEXTS", Align::kRight},
+                   {"ACTIONS", Align::kRight},
+                   {"DESCRIPTION", Align::kLeft}}};
   for (const auto& policy : policies)
     table.add({std::to_string(policy.id), printable(fromUtf16(policy.name)), std::to_string(policy.conditionCount),
                std::to_string(policy.textCount), std::to_string(policy.actionCount),

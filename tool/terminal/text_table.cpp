@@ -10,7 +10,7 @@ namespace tool {
 namespace {
 
 std::string alignedText(const std::string& text, Align align, std::size_t width) {
-  if (align == Align::left) return padded(text, width);
+  if (align == Align::kLeft) return padded(text, width);
   const std::size_t used = displayWidth(text);
   return std::string(width > used ? width - used : 0, ' ') + text;
 }

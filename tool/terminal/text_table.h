@@ -7,7 +7,7 @@
 
 namespace tool {
 
-enum class Align { left, right };
+enum class Align { kLeft, kRight };
 
 /// Columns under headings, each as wide as its widest text. Texts have to be printable.
 class TextTable {

@@ -19,11 +19,11 @@ Bytes front(const Bytes& file, std::size_t size) { return {file.begin(), file.be
 struct Read {
   bool valid;
   vqs::BinaryVersions versions;
-  std::vector<VqsPackedPolicy> policies;
+  std::vector<vqs::PackedPolicy> policies;
 };
 
 Read read(const Bytes& file, std::size_t count = 1) {
-  Read result{.valid = false, .versions = {0xAAAA, 0xBBBB}, .policies = std::vector<VqsPackedPolicy>(count)};
+  Read result{.valid = false, .versions = {0xAAAA, 0xBBBB}, .policies = std::vector<vqs::PackedPolicy>(count)};
   result.valid = vqs::readBinary(span(file), result.policies, result.versions);
   return result;
 }
@@ -138,7 +138,7 @@ using vqs::DefectKind;
 
 /// The defect of a file whose policies, as many as it announces, are read, or are not.
 Defect defectOf(const Bytes& file, bool isRead = false) {
-  std::vector<VqsPackedPolicy> policies(announcedPolicyCount(span(file)) % 1000);
+  std::vector<vqs::PackedPolicy> policies(announcedPolicyCount(span(file)) % 1000);
   vqs::BinaryVersions versions{};
   Defect defect{};
   EXPECT_EQ(vqs::readBinary(span(file), policies, versions, &defect), isRead);

@@ -148,7 +148,7 @@ PolicyContent numberedPolicy(std::uint32_t id) {
   return content;
 }
 
-int pack(std::uint32_t version, const Bytes& body, VqsPackedPolicy& packed) {
+int pack(std::uint32_t version, const Bytes& body, vqs::PackedPolicy& packed) {
   EXPECT_EQ(body.size(), layoutOf(version).size);
   if (version == 0)
     return vqs::packPolicyV0(reinterpret_cast<const VqsPolicyV0*>(body.data()), &packed, vqs::kRuntimeText);
@@ -160,7 +160,7 @@ int pack(std::uint32_t version, const Bytes& body, VqsPackedPolicy& packed) {
 int unpack(std::uint32_t version, const Bytes& packed, Bytes& body) {
   EXPECT_EQ(packed.size(), 3972U);
   EXPECT_EQ(body.size(), layoutOf(version).size);
-  const auto* source = reinterpret_cast<const VqsPackedPolicy*>(packed.data());
+  const auto* source = reinterpret_cast<const vqs::PackedPolicy*>(packed.data());
   if (version == 0) return vqs::unpackPolicyV0(source, reinterpret_cast<VqsPolicyV0*>(body.data()), vqs::kRuntimeText);
   if (version == 1) return vqs::unpackPolicyV1(source, reinterpret_cast<VqsPolicyV1*>(body.data()), vqs::kRuntimeText);
   return vqs::unpackPolicyV2(source, reinterpret_cast<VqsPolicyV2*>(body.data()));

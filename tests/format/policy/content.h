@@ -145,7 +145,7 @@ PolicyContent fullPolicy(std::uint32_t version);
 PolicyContent numberedPolicy(std::uint32_t id);
 
 /// The library's conversions on bodies as bytes; the pointers point at exactly as many bytes as there are.
-int pack(std::uint32_t version, const Bytes& body, VqsPackedPolicy& packed);
+int pack(std::uint32_t version, const Bytes& body, vqs::PackedPolicy& packed);
 int unpack(std::uint32_t version, const Bytes& packed, Bytes& body);
 
 /// Names the cases of a test that runs once for each structure version.

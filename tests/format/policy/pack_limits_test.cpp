@@ -23,12 +23,12 @@ class PackLimits : public TestWithParam<std::uint32_t> {
     body.u32(callerOffset, count);
     auto expected = packedRecord(content);
     expected.u32(packedOffset, count);
-    VqsPackedPolicy packed{};
+    vqs::PackedPolicy packed{};
     EXPECT_EQ(pack(version(), body, packed), 0);
     EXPECT_EQ(difference(bytesOf(packed), expected.bytes()), "") << count;
   }
   int packBody(const Bytes& body) {
-    VqsPackedPolicy packed{};
+    vqs::PackedPolicy packed{};
     return pack(version(), body, packed);
   }
 
@@ -88,7 +88,7 @@ TEST_P(PackLimits, a_failure_at_a_condition_leaves_the_scalars_and_the_condition
   content.actions.clear();
   auto expected = packedRecord(content);
   expected.u32(184, 15).u32(188, 32).u32(192, 5);
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(version(), body, packed), 1);
   EXPECT_EQ(difference(bytesOf(packed), expected.bytes()), "");
 }
@@ -100,7 +100,7 @@ TEST_P(PackLimits, a_failure_at_a_text_leaves_the_actions_out) {
   content.actions.clear();
   auto expected = packedRecord(content);
   expected.u32(188, 32).u32(192, 5);
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(version(), body, packed), 1);
   EXPECT_EQ(difference(bytesOf(packed), expected.bytes()), "");
 }
@@ -127,7 +127,7 @@ TEST_P(PackOrder, a_name_is_judged_before_anything_is_copied) {
   const auto& layout = layoutOf(GetParam());
   auto body = callerRecord(GetParam(), fullPolicy(GetParam()));
   body.fill(layout.name, 64, 'n').u32(layout.conditions + 4, 5);
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(GetParam(), body, packed), -1);
   EXPECT_EQ(difference(bytesOf(packed), Record{3972}.bytes()), "");
 }
@@ -137,7 +137,7 @@ TEST_P(PackOrder, a_flag_is_judged_before_the_text_it_stands_by) {
   const auto& layout = layoutOf(GetParam());
   auto body = callerRecord(GetParam(), fullPolicy(GetParam()));
   body.fill(layout.texts, 32, 0xFF);
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(GetParam(), body, packed), -1);
   packed = {};
   EXPECT_EQ(pack(GetParam(), body.u8(layout.texts + layout.textFlag, 2), packed), 1);

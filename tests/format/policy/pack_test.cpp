@@ -26,7 +26,7 @@ class PackAny : public TestWithParam<std::uint32_t> {
     EXPECT_EQ(difference(bytesOf(packed), expected), "");
   }
 
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
 };
 
 class Pack : public PackAny {};
@@ -187,7 +187,7 @@ class PackWide : public Test {
   }
 
   PolicyContent content = fullPolicy(2);
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
 };
 
 TEST_F(PackWide, copies_a_name_of_64_units_as_it_is) {
@@ -235,7 +235,7 @@ TEST_F(PackWide, copies_what_stands_behind_the_zero_unit_of_a_text) {
 }
 
 TEST(PackNothing, is_a_null_pointer) {
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   const auto v0 = poisoned<VqsPolicyV0>();
   const auto v1 = poisoned<VqsPolicyV1>();
   const auto v2 = poisoned<VqsPolicyV2>();

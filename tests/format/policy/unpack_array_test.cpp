@@ -27,8 +27,8 @@ class UnpackArray : public TestWithParam<std::uint32_t> {
   int unpackAs(std::uint32_t as, std::uint64_t size, std::uint32_t count) {
     return vqs::unpackPolicyArray(bodies.data(), size, as, policies(), count, vqs::kRuntimeText);
   }
-  [[nodiscard]] const VqsPackedPolicy* policies() const {
-    return reinterpret_cast<const VqsPackedPolicy*>(packed.data());
+  [[nodiscard]] const vqs::PackedPolicy* policies() const {
+    return reinterpret_cast<const vqs::PackedPolicy*>(packed.data());
   }
   void expectUntouched() { EXPECT_EQ(difference(bodies, Bytes(3 * stride(), kPoison)), ""); }
   void expectBodies(const std::vector<Bytes>& expected) {
@@ -108,7 +108,7 @@ TEST(UnpackArrayOfTexts, passes_a_failed_conversion_on) {
   content.name = std::u16string(1, 0x3042);
   const auto packed = packedRecord(content).bytes();
   Bytes bodies(1448, kPoison);
-  const auto* policy = reinterpret_cast<const VqsPackedPolicy*>(packed.data());
+  const auto* policy = reinterpret_cast<const vqs::PackedPolicy*>(packed.data());
   EXPECT_EQ(vqs::unpackPolicyArray(bodies.data(), 804, 0, policy, 1, vqs::kRuntimeText), -1);
   EXPECT_EQ(vqs::unpackPolicyArray(bodies.data(), 1448, 1, policy, 1, vqs::kRuntimeText), -1);
 }

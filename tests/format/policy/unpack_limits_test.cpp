@@ -151,7 +151,7 @@ TEST_F(UnpackOption1, beyond_the_count_does_not_matter) {
 
 TEST(PackedCount, above_its_limit_packs_and_does_not_come_back) {
   auto body = callerRecord(0, fullPolicy(0));
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(0, body.u32(120, 20), packed), 0);
   EXPECT_EQ(packed.conditionCount, 20U);
   Bytes back(804, kPoison);
@@ -160,7 +160,7 @@ TEST(PackedCount, above_its_limit_packs_and_does_not_come_back) {
 
 TEST(ShortActions, come_back_with_their_other_fields_zero) {
   const auto content = fullPolicy(0);
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(0, callerRecord(0, content, 0xEE), packed), 0);
   for (const std::uint32_t version : {1U, 2U}) {
     Bytes body(layoutOf(version).size, kPoison);

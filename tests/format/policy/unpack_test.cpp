@@ -79,7 +79,7 @@ TEST_P(Unpack, allocates_nothing) {
 }
 
 TEST_P(Unpack, undoes_what_packing_did) {
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   ASSERT_EQ(pack(version(), callerRecord(version(), content), packed), 0);
   expectUnpacked(bytesOf(packed), callerRecord(version(), content, kPoison));
 }
@@ -252,7 +252,7 @@ TEST_F(UnpackWide, copies_what_stands_behind_a_zero_unit) {
 }
 
 TEST(UnpackNothing, is_a_null_pointer) {
-  const VqsPackedPolicy packed{};
+  const vqs::PackedPolicy packed{};
   auto v0 = poisoned<VqsPolicyV0>();
   auto v1 = poisoned<VqsPolicyV1>();
   auto v2 = poisoned<VqsPolicyV2>();

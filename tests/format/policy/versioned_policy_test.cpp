@@ -66,7 +66,7 @@ TEST(VersionedPolicy, keeps_its_body_right_behind_the_version) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     const auto content = fullPolicy(version);
     const Versioned record{version, callerRecord(version, content, 0xEE)};
-    VqsPackedPolicy packed{};
+    vqs::PackedPolicy packed{};
     EXPECT_TRUE(vqs::packVersionedPolicy(*record, record.size(), packed, vqs::kRuntimeText));
     EXPECT_EQ(difference(bytesOf(packed), packedRecord(content).bytes()), "");
   }
@@ -75,7 +75,7 @@ TEST(VersionedPolicy, keeps_its_body_right_behind_the_version) {
 TEST(VersionedPolicy, that_is_short_or_malformed_is_not_packed) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     auto body = callerRecord(version, fullPolicy(version));
-    VqsPackedPolicy packed{};
+    vqs::PackedPolicy packed{};
     const Versioned whole{version, body};
     EXPECT_FALSE(vqs::packVersionedPolicy(*whole, whole.size() - 1, packed, vqs::kRuntimeText));
     EXPECT_EQ(difference(bytesOf(packed), Record{3972}.bytes()), "");
@@ -87,7 +87,7 @@ TEST(VersionedPolicy, that_is_short_or_malformed_is_not_packed) {
 
 TEST(PolicyBody, of_an_unknown_version_is_malformed) {
   const auto body = callerRecord(2, fullPolicy(2));
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   EXPECT_EQ(vqs::packPolicyBody(3, body.bytes().data(), &packed, vqs::kRuntimeText), 1);
   EXPECT_EQ(difference(bytesOf(packed), Record{3972}.bytes()), "");
   Bytes untouched(3916, kPoison);
@@ -98,7 +98,7 @@ TEST(PolicyBody, of_an_unknown_version_is_malformed) {
 TEST(PolicyBody, is_converted_by_its_version) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     const auto content = fullPolicy(version);
-    VqsPackedPolicy packed{};
+    vqs::PackedPolicy packed{};
     EXPECT_EQ(vqs::packPolicyBody(version, callerRecord(version, content).bytes().data(), &packed, vqs::kRuntimeText),
               0);
     EXPECT_EQ(difference(bytesOf(packed), packedRecord(content).bytes()), "");
@@ -109,7 +109,7 @@ TEST(PolicyBody, is_converted_by_its_version) {
 }
 
 TEST(PolicyBody, that_is_null_is_a_null_pointer_in_every_version) {
-  VqsPackedPolicy packed{};
+  vqs::PackedPolicy packed{};
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     EXPECT_EQ(vqs::packPolicyBody(version, nullptr, &packed, vqs::kRuntimeText), 2);
     EXPECT_EQ(vqs::unpackPolicyBody(version, &packed, nullptr, vqs::kRuntimeText), 2);

@@ -59,7 +59,7 @@ TEST(SimulatorAppIo, reading_and_announcing_carry_no_values) {
 TEST(SimulatorAppIo, other_operations_are_unknown) {
   ModelClient client;
   for (const std::uint32_t operation : {5U, 6U, 0x100U, 0x80000001U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kAppIo, appIo(operation), 12), Outcome::unknownRequest) << operation;
+    EXPECT_EQ(client.outcome(kAppIo, appIo(operation), 12), Outcome::kUnknownRequest) << operation;
 }
 
 TEST(SimulatorAppIo, lengths_are_exact) {

@@ -49,7 +49,7 @@ TEST(SimulatorBattery, charge_rate_is_at_most_100_watts) {
   ModelClient client;
   for (const std::uint32_t value : {0U, 1U, 45000U, 100000U}) setChargeRate(client, value);
   for (const std::uint32_t value : {100001U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kBattery, battery(0, value), 4), Outcome::malformed) << value;
+    EXPECT_EQ(client.outcome(kBattery, battery(0, value), 4), Outcome::kMalformed) << value;
 }
 
 TEST(SimulatorBattery, charges_at_the_usual_rate_when_none_is_set) {
@@ -101,7 +101,7 @@ TEST(SimulatorBattery, other_operations_are_unknown) {
   ModelClient client;
   for (const std::uint32_t operation : {3U, 4U, 0x100U, 0x80000001U, 0xFFFFFFFFU})
     for (const std::size_t length : {4U, 8U})
-      EXPECT_EQ(client.outcome(kBattery, battery(operation), length), Outcome::unknownRequest) << operation;
+      EXPECT_EQ(client.outcome(kBattery, battery(operation), length), Outcome::kUnknownRequest) << operation;
 }
 
 TEST(SimulatorBattery, lengths_are_exact) {

@@ -23,7 +23,7 @@ Bytes load(ModelClient& client, const Bytes& file) {
 Bytes words(std::uint32_t first, std::uint32_t second) { return Record{8}.u32(0, first).u32(4, second); }
 
 bool fails(ModelClient& client, const Bytes& request) {
-  return client.outcome(kPolicyBinary, request, 24) != Outcome::success;
+  return client.outcome(kPolicyBinary, request, 24) != Outcome::kSuccess;
 }
 
 Bytes example() { return readFile(VQS_TEST_DATA "/one-policy.bin"); }
@@ -298,7 +298,7 @@ TEST(SimulatorPolicyBinary, disk_load_takes_the_asm_store_and_its_version) {
   ModelClient client;
   for (const std::uint32_t id : {7U, 8U, 9U}) ASSERT_EQ(client.add(kModifyAsm, simplePolicy(id)), 0);
   ASSERT_EQ(client.add(kModifyPb, simplePolicy(1)), 0);
-  ASSERT_EQ(client.same(kModifyAsm, modifyRequest(6).u32(3988, 0x1234).u32(3992, 0xFFFF)).outcome, Outcome::success);
+  ASSERT_EQ(client.same(kModifyAsm, modifyRequest(6).u32(3988, 0x1234).u32(3992, 0xFFFF)).outcome, Outcome::kSuccess);
   EXPECT_EQ(binaryVersion(client), words(1, 0));
   EXPECT_EQ(client.answer(kPolicyBinary, Record{24}.u32(0, 4), 24), Record{24}.u32(0, 4).u32(12, 3).bytes());
   EXPECT_EQ(binaryVersion(client), words(0x1234, 0xFFFF));
@@ -327,7 +327,7 @@ TEST(SimulatorPolicyBinary, fields_without_a_name_are_not_looked_at) {
 TEST(SimulatorPolicyBinary, other_operations_are_unknown) {
   ModelClient client;
   for (const std::uint32_t operation : {5U, 6U, 0x100U, 0x80000002U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kPolicyBinary, Record{24}.u32(0, operation), 24), Outcome::unknownRequest) << operation;
+    EXPECT_EQ(client.outcome(kPolicyBinary, Record{24}.u32(0, operation), 24), Outcome::kUnknownRequest) << operation;
 }
 
 TEST(SimulatorPolicyBinary, lengths_are_exact) {

@@ -47,16 +47,16 @@ TEST(SimulatorCatalogue, actions_are_marked_in_order_of_their_ids) {
 TEST(SimulatorCatalogue, a_read_says_the_exact_size) {
   ModelClient client;
   for (const std::uint64_t size : std::initializer_list<std::uint64_t>{0, 1, 218, 220, 504, 0x1000000DB, ~0ULL})
-    EXPECT_EQ(client.outcome(kCatalogue, readRequest(0, 219).u64(8, size), 235), Outcome::malformed) << size;
+    EXPECT_EQ(client.outcome(kCatalogue, readRequest(0, 219).u64(8, size), 235), Outcome::kMalformed) << size;
   for (const std::uint64_t size : std::initializer_list<std::uint64_t>{0, 1, 503, 505, 219, 0x1000001F8, ~0ULL})
-    EXPECT_EQ(client.outcome(kCatalogue, readRequest(2, 504).u64(8, size), 520), Outcome::malformed) << size;
+    EXPECT_EQ(client.outcome(kCatalogue, readRequest(2, 504).u64(8, size), 520), Outcome::kMalformed) << size;
 }
 
 TEST(SimulatorCatalogue, other_operations_are_unknown) {
   ModelClient client;
   for (const std::uint32_t operation : {4U, 5U, 0x100U, 0x80000000U, 0xFFFFFFFFU})
     for (const std::size_t size : {16U, 235U, 520U})
-      EXPECT_EQ(client.same(kCatalogue, Record{size}.u32(0, operation)).outcome, Outcome::unknownRequest) << operation;
+      EXPECT_EQ(client.same(kCatalogue, Record{size}.u32(0, operation)).outcome, Outcome::kUnknownRequest) << operation;
 }
 
 TEST(SimulatorCatalogue, lengths_are_those_of_the_operation) {
@@ -65,8 +65,8 @@ TEST(SimulatorCatalogue, lengths_are_those_of_the_operation) {
   expectOnlyLengths(client, kCatalogue, Record{16}.u32(0, 3), 16);
   expectOnlyLengths(client, kCatalogue, readRequest(0, 219), 235);
   expectOnlyLengths(client, kCatalogue, readRequest(2, 504), 520);
-  EXPECT_EQ(client.same(kCatalogue, Record{520}.u64(8, 219)).outcome, Outcome::wrongLength);
-  EXPECT_EQ(client.same(kCatalogue, Record{235}.u32(0, 2).u64(8, 504)).outcome, Outcome::wrongLength);
+  EXPECT_EQ(client.same(kCatalogue, Record{520}.u64(8, 219)).outcome, Outcome::kWrongLength);
+  EXPECT_EQ(client.same(kCatalogue, Record{235}.u32(0, 2).u64(8, 504)).outcome, Outcome::kWrongLength);
 }
 
 }  // namespace

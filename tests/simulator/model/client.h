@@ -69,7 +69,7 @@ class ModelClient {
     const auto answer =
         driver_->control(surroundings, session, code, {buffer.get(), size}, static_cast<std::uint32_t>(input.size()),
                          static_cast<std::uint32_t>(outputLength));
-    EXPECT_LE(answer.length, answer.outcome == Outcome::success ? outputLength : 0);
+    EXPECT_LE(answer.length, answer.outcome == Outcome::kSuccess ? outputLength : 0);
     const auto* first = reinterpret_cast<const std::uint8_t*>(buffer.get());
     return {answer.outcome, {first, first + answer.length}};
   }
@@ -84,26 +84,26 @@ class ModelClient {
   /// The answer to a request that has to succeed.
   Bytes answer(std::uint32_t code, const Bytes& input, std::size_t outputLength) {
     const auto reply = send(code, input, outputLength);
-    EXPECT_EQ(reply.outcome, Outcome::success) << std::hex << code;
+    EXPECT_EQ(reply.outcome, Outcome::kSuccess) << std::hex << code;
     EXPECT_EQ(reply.answer.size(), outputLength) << std::hex << code;
-    return reply.outcome == Outcome::success ? reply.answer : Bytes(outputLength, kPoison);
+    return reply.outcome == Outcome::kSuccess ? reply.answer : Bytes(outputLength, kPoison);
   }
 
   /// Adds a policy and returns the driver's result; 1, as the library does, when the request failed.
   std::uint32_t add(std::uint32_t modifyCode, const Bytes& policy) {
     const auto reply = same(modifyCode, addRequest(policy));
-    return reply.outcome == Outcome::success ? word(reply.answer, 3980) : 1;
+    return reply.outcome == Outcome::kSuccess ? word(reply.answer, 3980) : 1;
   }
 
   std::uint32_t remove(std::uint32_t modifyCode, std::uint32_t id) {
     const auto reply = send(modifyCode, deleteRequest(id), 4);
-    return reply.outcome == Outcome::success ? word(reply.answer, 0) : 1;
+    return reply.outcome == Outcome::kSuccess ? word(reply.answer, 0) : 1;
   }
 
   std::uint32_t count(std::uint32_t readCode) {
     const auto reply = same(readCode, countQuery());
-    EXPECT_EQ(reply.outcome, Outcome::success);
-    return reply.outcome == Outcome::success ? word(reply.answer, 4) : ~0U;
+    EXPECT_EQ(reply.outcome, Outcome::kSuccess);
+    return reply.outcome == Outcome::kSuccess ? word(reply.answer, 4) : ~0U;
   }
 
   /// Every policy of a store, read in chunks.
@@ -112,7 +112,7 @@ class ModelClient {
     const std::uint32_t total = count(readCode);
     for (std::uint32_t i = 0; i < total; ++i) {
       const auto reply = same(readCode, chunkQuery(i / 5));
-      EXPECT_EQ(reply.outcome, Outcome::success);
+      EXPECT_EQ(reply.outcome, Outcome::kSuccess);
       all.push_back(part(reply.answer, 12 + 3972 * std::size_t{i % 5}, 3972));
     }
     return all;
@@ -141,12 +141,12 @@ inline void expectOnlyLengths(ModelClient& client, std::uint32_t code, const Byt
     if (length == input.size()) continue;
     Bytes other = input;
     other.resize(length);
-    ASSERT_EQ(client.outcome(code, other, outputLength), Outcome::wrongLength) << std::hex << code << " in " << length;
-    ASSERT_EQ(client.outcome(code, other, length), Outcome::wrongLength) << std::hex << code << " both " << length;
+    ASSERT_EQ(client.outcome(code, other, outputLength), Outcome::kWrongLength) << std::hex << code << " in " << length;
+    ASSERT_EQ(client.outcome(code, other, length), Outcome::kWrongLength) << std::hex << code << " both " << length;
   }
   for (std::size_t length = 0; length <= outputLength + 9; ++length) {
     if (length == outputLength) continue;
-    ASSERT_EQ(client.outcome(code, input, length), Outcome::wrongLength) << std::hex << code << " out " << length;
+    ASSERT_EQ(client.outcome(code, input, length), Outcome::kWrongLength) << std::hex << code << " out " << length;
   }
 }
 
@@ -157,7 +157,7 @@ inline void expectOnlyZero(ModelClient& client, std::uint32_t code, const Bytes&
     for (const std::uint8_t value : std::initializer_list<std::uint8_t>{0x01, 0x80, 0xFF}) {
       Bytes record = valid;
       record[offset] = value;
-      ASSERT_EQ(client.outcome(code, record, outputLength), Outcome::malformed)
+      ASSERT_EQ(client.outcome(code, record, outputLength), Outcome::kMalformed)
           << std::hex << code << " byte " << std::dec << offset;
     }
 }

@@ -16,17 +16,17 @@ TEST(SimulatorPolling, is_answered_with_its_request) {
 TEST(SimulatorPolling, takes_any_value) {
   ModelClient client;
   for (const std::uint32_t value : {0U, 1U, 1000U, 0x80000000U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kPolling, Record{24}.u32(4, value), 24), Outcome::success) << value;
+    EXPECT_EQ(client.outcome(kPolling, Record{24}.u32(4, value), 24), Outcome::kSuccess) << value;
 }
 
 TEST(SimulatorPolling, other_operations_are_unknown_and_other_clients_malformed) {
   ModelClient client;
   for (const unsigned operation : {2U, 3U, 0x100U, 0x101U, 0xFFFFU})
     EXPECT_EQ(client.outcome(kPolling, Record{24}.u16(0, static_cast<std::uint16_t>(operation)), 24),
-              Outcome::unknownRequest)
+              Outcome::kUnknownRequest)
         << operation;
   for (unsigned of = 2; of < 256; ++of)
-    EXPECT_EQ(client.outcome(kPolling, Record{24}.u8(2, static_cast<std::uint8_t>(of)), 24), Outcome::malformed);
+    EXPECT_EQ(client.outcome(kPolling, Record{24}.u8(2, static_cast<std::uint8_t>(of)), 24), Outcome::kMalformed);
 }
 
 TEST(SimulatorPolling, maps_no_log) {
@@ -48,8 +48,8 @@ TEST(SimulatorSe1, takes_two_flags) {
 TEST(SimulatorSe1, flags_are_0_or_1) {
   ModelClient client;
   for (const std::uint32_t value : {2U, 0x100U, 0x10001U, 0x80000001U, 0xFFFFFFFFU}) {
-    EXPECT_EQ(client.outcome(kSe1, Record{8}.u32(0, value), 8), Outcome::malformed) << value;
-    EXPECT_EQ(client.outcome(kSe1, Record{8}.u32(4, value), 8), Outcome::malformed) << value;
+    EXPECT_EQ(client.outcome(kSe1, Record{8}.u32(0, value), 8), Outcome::kMalformed) << value;
+    EXPECT_EQ(client.outcome(kSe1, Record{8}.u32(4, value), 8), Outcome::kMalformed) << value;
   }
 }
 
@@ -98,9 +98,9 @@ TEST(SimulatorDebugOutput, loses_no_milliseconds_between_requests) {
 TEST(SimulatorTaControl, first_word_shows_in_telemetry) {
   ModelClient client;
   const Telemetry telemetry{client};
-  ASSERT_EQ(client.outcome(0x8022206C, hex("04 03 02 81  ff ff ff ff")), Outcome::success);
+  ASSERT_EQ(client.outcome(0x8022206C, hex("04 03 02 81  ff ff ff ff")), Outcome::kSuccess);
   EXPECT_EQ(telemetry.number(75), 0x81020304);
-  ASSERT_EQ(client.outcome(kTaControl, Bytes(8)), Outcome::success);
+  ASSERT_EQ(client.outcome(kTaControl, Bytes(8)), Outcome::kSuccess);
   EXPECT_EQ(telemetry.number(75), 0);
 }
 
@@ -112,18 +112,18 @@ TEST(SimulatorOemId, is_a_text_of_six_characters) {
 TEST(SimulatorDynamicSlider, is_off_at_first_and_then_what_it_is_set_to) {
   ModelClient client;
   EXPECT_EQ(featureStatus(client, 5), hex("01 00 00 00  00 00 00 00"));
-  ASSERT_EQ(client.outcome(0x80222020, hex("01 00 00 00")), Outcome::success);
+  ASSERT_EQ(client.outcome(0x80222020, hex("01 00 00 00")), Outcome::kSuccess);
   EXPECT_EQ(featureStatus(client, 5), hex("01 01 00 00  01 00 00 00"));
-  ASSERT_EQ(client.outcome(kDynamicSlider, hex("01 00 00 00")), Outcome::success);
+  ASSERT_EQ(client.outcome(kDynamicSlider, hex("01 00 00 00")), Outcome::kSuccess);
   EXPECT_EQ(featureStatus(client, 5), hex("01 01 00 00  01 00 00 00"));
-  ASSERT_EQ(client.outcome(kDynamicSlider, hex("00 00 00 00")), Outcome::success);
+  ASSERT_EQ(client.outcome(kDynamicSlider, hex("00 00 00 00")), Outcome::kSuccess);
   EXPECT_EQ(featureStatus(client, 5), hex("01 00 00 00  00 00 00 00"));
 }
 
 TEST(SimulatorDynamicSlider, is_0_or_1) {
   ModelClient client;
   for (const std::uint32_t value : {2U, 0x100U, 0x80000001U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kDynamicSlider, Record{4}.u32(0, value)), Outcome::malformed) << value;
+    EXPECT_EQ(client.outcome(kDynamicSlider, Record{4}.u32(0, value)), Outcome::kMalformed) << value;
   EXPECT_EQ(featureStatus(client, 5), hex("01 00 00 00  00 00 00 00"));
 }
 

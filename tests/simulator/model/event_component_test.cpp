@@ -11,7 +11,7 @@ Record registration(std::uint32_t index, std::uint64_t event, std::uint8_t regis
 }
 
 void registerEvent(ModelClient& client, std::uint32_t index, std::uint64_t event) {
-  EXPECT_EQ(client.outcome(0x80222024, registration(index, event)), Outcome::success) << index;
+  EXPECT_EQ(client.outcome(0x80222024, registration(index, event)), Outcome::kSuccess) << index;
 }
 Outcome unregisterEvent(ModelClient& client, std::uint32_t index, std::uint64_t event) {
   return client.outcome(0x80222024, registration(index, event, 0));
@@ -35,33 +35,33 @@ TEST(SimulatorEvent, is_kept_until_it_is_unregistered) {
   registerEvent(client, 0, 0x123456789A);
   ASSERT_EQ(client.surroundings.kept.size(), 1U);
   EXPECT_EQ(client.surroundings.kept.begin()->second, 0x123456789A);
-  EXPECT_EQ(unregisterEvent(client, 0, 0x123456789A), Outcome::success);
+  EXPECT_EQ(unregisterEvent(client, 0, 0x123456789A), Outcome::kSuccess);
   EXPECT_TRUE(client.surroundings.kept.empty());
-  EXPECT_EQ(unregisterEvent(client, 0, 0x123456789A), Outcome::refused);
+  EXPECT_EQ(unregisterEvent(client, 0, 0x123456789A), Outcome::kRefused);
 }
 
 TEST(SimulatorEvent, is_registered_once_by_a_session) {
   ModelClient client;
   registerEvent(client, 2, 50);
-  EXPECT_EQ(client.outcome(kEventRegistration, registration(2, 50)), Outcome::refused);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(2, 50)), Outcome::kRefused);
   registerEvent(client, 3, 50);
   registerEvent(client, 2, 51);
   client.session = 2;
   registerEvent(client, 2, 50);
-  EXPECT_EQ(client.outcome(kEventRegistration, registration(2, 50)), Outcome::refused);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(2, 50)), Outcome::kRefused);
   EXPECT_EQ(client.surroundings.kept.size(), 4U);
 }
 
 TEST(SimulatorEvent, is_unregistered_by_its_own_session_only) {
   ModelClient client;
   registerEvent(client, 2, 50);
-  EXPECT_EQ(unregisterEvent(client, 3, 50), Outcome::refused);
-  EXPECT_EQ(unregisterEvent(client, 2, 51), Outcome::refused);
+  EXPECT_EQ(unregisterEvent(client, 3, 50), Outcome::kRefused);
+  EXPECT_EQ(unregisterEvent(client, 2, 51), Outcome::kRefused);
   client.session = 2;
-  EXPECT_EQ(unregisterEvent(client, 2, 50), Outcome::refused);
+  EXPECT_EQ(unregisterEvent(client, 2, 50), Outcome::kRefused);
   EXPECT_EQ(client.surroundings.kept.size(), 1U);
   client.session = 1;
-  EXPECT_EQ(unregisterEvent(client, 2, 50), Outcome::success);
+  EXPECT_EQ(unregisterEvent(client, 2, 50), Outcome::kSuccess);
   registerEvent(client, 2, 50);
 }
 
@@ -88,34 +88,34 @@ TEST(SimulatorEvent, there_are_64_registrations_at_once) {
     registerEvent(client, i % 7, 100 + i);
   }
   client.session = 9;
-  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99)), Outcome::refused);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99)), Outcome::kRefused);
   EXPECT_EQ(client.surroundings.kept.size(), 64U);
   client.session = 2;
-  ASSERT_EQ(unregisterEvent(client, 1, 101), Outcome::success);
+  ASSERT_EQ(unregisterEvent(client, 1, 101), Outcome::kSuccess);
   client.session = 9;
   registerEvent(client, 0, 99);
-  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 98)), Outcome::refused);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 98)), Outcome::kRefused);
 }
 
 TEST(SimulatorEvent, there_are_8_registrations_at_once_of_a_session) {
   ModelClient client;
   for (std::uint32_t i = 0; i < 8; ++i) registerEvent(client, i % 7, 100 + i);
-  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99)), Outcome::refused);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99)), Outcome::kRefused);
   EXPECT_EQ(client.surroundings.kept.size(), 8U);
   client.session = 2;
   registerEvent(client, 0, 99);
   client.session = 1;
-  ASSERT_EQ(unregisterEvent(client, 3, 103), Outcome::success);
+  ASSERT_EQ(unregisterEvent(client, 3, 103), Outcome::kSuccess);
   registerEvent(client, 0, 98);
-  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 97)), Outcome::refused);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 97)), Outcome::kRefused);
 }
 
 TEST(SimulatorEvent, of_no_object_is_refused) {
   ModelClient client;
   client.surroundings.canKeepEvents = false;
-  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99)), Outcome::refused);
+  EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99)), Outcome::kRefused);
   client.surroundings.canKeepEvents = true;
-  EXPECT_EQ(unregisterEvent(client, 0, 99), Outcome::refused);
+  EXPECT_EQ(unregisterEvent(client, 0, 99), Outcome::kRefused);
   registerEvent(client, 0, 99);
 }
 
@@ -123,13 +123,13 @@ TEST(SimulatorEvent, malformed_registrations_leave_no_trace) {
   ModelClient client;
   for (const std::uint8_t registered : std::initializer_list<std::uint8_t>{0, 1}) {
     for (const std::uint32_t index : {7U, 8U, 0x100U, 0x80000000U, 0xFFFFFFFFU})
-      EXPECT_EQ(client.outcome(kEventRegistration, registration(index, 99, registered)), Outcome::malformed) << index;
-    EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 0, registered)), Outcome::malformed);
+      EXPECT_EQ(client.outcome(kEventRegistration, registration(index, 99, registered)), Outcome::kMalformed) << index;
+    EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 0, registered)), Outcome::kMalformed);
     expectOnlyZero(client, kEventRegistration, registration(0, 99, registered), 0, 1, 4);
   }
   for (unsigned registered = 2; registered < 256; ++registered)
     EXPECT_EQ(client.outcome(kEventRegistration, registration(0, 99, static_cast<std::uint8_t>(registered))),
-              Outcome::malformed);
+              Outcome::kMalformed);
   EXPECT_TRUE(client.surroundings.kept.empty());
 }
 
@@ -241,18 +241,18 @@ TEST(SimulatorEvent, of_index_3_tells_of_policy_binaries) {
 TEST(SimulatorEvent, of_index_4_tells_of_sensor_updates) {
   ModelClient client;
   registerAll(client);
-  ASSERT_EQ(client.outcome(kSensorUpdate, Record{16}.u32(0, 3)), Outcome::success);
+  ASSERT_EQ(client.outcome(kSensorUpdate, Record{16}.u32(0, 3)), Outcome::kSuccess);
   EXPECT_EQ(signalled(client), Handles{1004});
-  ASSERT_EQ(client.outcome(kSensorUpdate, Record{16}.u32(0, 4)), Outcome::malformed);
+  ASSERT_EQ(client.outcome(kSensorUpdate, Record{16}.u32(0, 4)), Outcome::kMalformed);
   EXPECT_EQ(signalled(client), Handles{});
 }
 
 TEST(SimulatorEvent, of_index_5_tells_of_firmware_events) {
   ModelClient client;
   registerAll(client);
-  ASSERT_EQ(client.outcome(kFirmwareEvent, Bytes(40)), Outcome::success);
+  ASSERT_EQ(client.outcome(kFirmwareEvent, Bytes(40)), Outcome::kSuccess);
   EXPECT_EQ(signalled(client), Handles{1005});
-  ASSERT_EQ(client.outcome(kFirmwareEventV2, Bytes(64)), Outcome::success);
+  ASSERT_EQ(client.outcome(kFirmwareEventV2, Bytes(64)), Outcome::kSuccess);
   EXPECT_EQ(signalled(client), Handles{1005});
 }
 
@@ -263,7 +263,7 @@ TEST(SimulatorEvent, of_index_6_tells_of_overrides) {
   EXPECT_EQ(signalled(client), Handles{1006});
   liftOverride(client, 36);
   EXPECT_EQ(signalled(client), Handles{1006});
-  ASSERT_EQ(client.outcome(kOverride, overrideRequest(52, 5)), Outcome::malformed);
+  ASSERT_EQ(client.outcome(kOverride, overrideRequest(52, 5)), Outcome::kMalformed);
   EXPECT_EQ(signalled(client), Handles{});
 }
 
@@ -275,10 +275,10 @@ TEST(SimulatorEvent, reaches_every_registration_of_its_index) {
   client.session = 2;
   client.surroundings.caller = 101;
   registerEvent(client, 5, 4);
-  ASSERT_EQ(client.outcome(kFirmwareEvent, Bytes(40)), Outcome::success);
+  ASSERT_EQ(client.outcome(kFirmwareEvent, Bytes(40)), Outcome::kSuccess);
   EXPECT_EQ(signalled(client), (Handles{1, 2, 4}));
-  ASSERT_EQ(unregisterEvent(client, 5, 4), Outcome::success);
-  ASSERT_EQ(client.outcome(kFirmwareEvent, Bytes(40)), Outcome::success);
+  ASSERT_EQ(unregisterEvent(client, 5, 4), Outcome::kSuccess);
+  ASSERT_EQ(client.outcome(kFirmwareEvent, Bytes(40)), Outcome::kSuccess);
   EXPECT_EQ(signalled(client), (Handles{1, 2}));
 }
 

@@ -14,14 +14,14 @@ TEST(SimulatorFeature, nothing_is_active_at_first_and_all_but_automatic_mode_are
 TEST(SimulatorFeature, there_is_no_8_and_nothing_beyond_9) {
   ModelClient client;
   for (const std::uint32_t id : {8U, 10U, 11U, 0x100U, 0x10000U, 0x80000000U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kFeatureStatus, Record{4}.u32(0, id), 8), Outcome::malformed) << id;
+    EXPECT_EQ(client.outcome(kFeatureStatus, Record{4}.u32(0, id), 8), Outcome::kMalformed) << id;
 }
 
 TEST(SimulatorFeature, a_set_table_makes_its_feature_active_and_counts) {
   for (const auto& which : kTables) {
     ModelClient client;
     for (std::uint32_t times = 1; times <= 3; ++times) {
-      ASSERT_EQ(client.same(which.code, Record{which.size}.u32(0, 1)).outcome, Outcome::success);
+      ASSERT_EQ(client.same(which.code, Record{which.size}.u32(0, 1)).outcome, Outcome::kSuccess);
       for (const auto& other : kTables) {
         const bool isActive = other.feature == which.feature;
         const Record expected =
@@ -54,7 +54,7 @@ TEST(SimulatorFeature, stores_count_their_policies) {
       EXPECT_EQ(part(featureStatus(client, kIds[later]), 1, 7), Bytes(7));
   }
   for (std::size_t store = 0; store < 3; ++store) {
-    ASSERT_EQ(client.same(kModifyCodes[store], modifyRequest(3)).outcome, Outcome::success);
+    ASSERT_EQ(client.same(kModifyCodes[store], modifyRequest(3)).outcome, Outcome::kSuccess);
     EXPECT_EQ(featureStatus(client, kIds[store]), hex("01 00 00 00  00 00 00 00"));
   }
 }

@@ -45,7 +45,7 @@ TEST(SimulatorTable, set_is_read_back_by_0_and_4) {
   for (const auto& which : kTables) {
     const Record set = fullTable(which, 3);
     const auto answer = client.same(which.code, set);
-    ASSERT_EQ(answer.outcome, Outcome::success);
+    ASSERT_EQ(answer.outcome, Outcome::kSuccess);
     EXPECT_EQ(word(answer.answer, 0), 1);
     EXPECT_EQ(difference(table(client, which, 0), answerOf(set, 0)), "");
     EXPECT_EQ(difference(table(client, which, 4), answerOf(set, 4)), "");
@@ -55,7 +55,7 @@ TEST(SimulatorTable, set_is_read_back_by_0_and_4) {
 TEST(SimulatorTable, built_in_table_is_zero_and_stays_so) {
   ModelClient client;
   for (const auto& which : kTables) {
-    ASSERT_EQ(client.same(which.code, fullTable(which, 3)).outcome, Outcome::success);
+    ASSERT_EQ(client.same(which.code, fullTable(which, 3)).outcome, Outcome::kSuccess);
     EXPECT_EQ(table(client, which, 2), Record{which.size}.u32(0, 2).bytes());
   }
 }
@@ -65,12 +65,12 @@ TEST(SimulatorTable, previous_table_is_the_one_before_the_last_set) {
   for (const auto& which : kTables) {
     const Record first = fullTable(which, 3);
     const Record second = fullTable(which, 5);
-    ASSERT_EQ(client.same(which.code, first).outcome, Outcome::success);
+    ASSERT_EQ(client.same(which.code, first).outcome, Outcome::kSuccess);
     EXPECT_EQ(table(client, which, 3), Record{which.size}.u32(0, 3).bytes());
-    ASSERT_EQ(client.same(which.code, second).outcome, Outcome::success);
+    ASSERT_EQ(client.same(which.code, second).outcome, Outcome::kSuccess);
     EXPECT_EQ(difference(table(client, which, 3), answerOf(first, 3)), "");
     EXPECT_EQ(difference(table(client, which, 0), answerOf(second, 0)), "");
-    ASSERT_EQ(client.same(which.code, second).outcome, Outcome::success);
+    ASSERT_EQ(client.same(which.code, second).outcome, Outcome::kSuccess);
     EXPECT_EQ(difference(table(client, which, 3), answerOf(second, 3)), "");
   }
 }
@@ -79,7 +79,7 @@ TEST(SimulatorTable, read_looks_at_its_operation_only) {
   ModelClient client;
   for (const auto& which : kTables) {
     const Record set = fullTable(which, 3);
-    ASSERT_EQ(client.same(which.code, set).outcome, Outcome::success);
+    ASSERT_EQ(client.same(which.code, set).outcome, Outcome::kSuccess);
     for (const std::uint32_t operation : {0U, 4U})
       EXPECT_EQ(client.answer(which.code, Record{which.size, 0xEE}.u32(0, operation), which.size),
                 answerOf(set, operation));
@@ -91,9 +91,9 @@ TEST(SimulatorTable, read_looks_at_its_operation_only) {
 
 TEST(SimulatorTable, tables_share_nothing) {
   ModelClient client;
-  for (const auto& which : kTables) ASSERT_EQ(client.same(which.code, fullTable(which, 3)).outcome, Outcome::success);
+  for (const auto& which : kTables) ASSERT_EQ(client.same(which.code, fullTable(which, 3)).outcome, Outcome::kSuccess);
   for (const auto& which : kTables) {
-    ASSERT_EQ(client.same(which.code, Record{which.size}.u32(0, 1)).outcome, Outcome::success);
+    ASSERT_EQ(client.same(which.code, Record{which.size}.u32(0, 1)).outcome, Outcome::kSuccess);
     for (const auto& other : kTables)
       if (other.feature > which.feature) {
         EXPECT_EQ(table(client, other, 0), answerOf(fullTable(other, 3), 0));
@@ -107,14 +107,14 @@ TEST(SimulatorTable, every_byte_of_a_field_is_kept) {
     for (std::size_t offset = 4; offset < which.size; ++offset) {
       if (isReserved(which.code, offset)) continue;
       const Record set = Record{which.size}.u32(0, 1).u8(offset, 0xFF);
-      ASSERT_EQ(client.same(which.code, set).outcome, Outcome::success) << std::hex << which.code << " " << offset;
+      ASSERT_EQ(client.same(which.code, set).outcome, Outcome::kSuccess) << std::hex << which.code << " " << offset;
       ASSERT_EQ(difference(table(client, which, 0), answerOf(set, 0)), "");
     }
 }
 
 TEST(SimulatorTable, every_byte_without_a_field_is_zero) {
   ModelClient client;
-  for (const auto& which : kTables) ASSERT_EQ(client.same(which.code, fullTable(which, 3)).outcome, Outcome::success);
+  for (const auto& which : kTables) ASSERT_EQ(client.same(which.code, fullTable(which, 3)).outcome, Outcome::kSuccess);
   const auto before = settingsOf(client);
   for (const auto& which : kTables)
     for (std::size_t offset = 4; offset < which.size; ++offset)
@@ -128,7 +128,7 @@ TEST(SimulatorTable, other_operations_are_unknown) {
   const auto before = settingsOf(client);
   for (const auto& which : kTables)
     for (const std::uint32_t operation : {5U, 6U, 0x101U, 0x80000001U, 0xFFFFFFFFU})
-      EXPECT_EQ(client.same(which.code, Record{which.size}.u32(0, operation)).outcome, Outcome::unknownRequest);
+      EXPECT_EQ(client.same(which.code, Record{which.size}.u32(0, operation)).outcome, Outcome::kUnknownRequest);
   EXPECT_EQ(settingsOf(client), before);
 }
 

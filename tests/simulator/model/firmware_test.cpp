@@ -7,8 +7,8 @@ namespace {
 TEST(SimulatorFirmware, events_of_both_versions_are_taken) {
   ModelClient client;
   for (int i = 0; i < 3; ++i) {
-    EXPECT_EQ(client.outcome(0x80222028, Bytes(40)), Outcome::success);
-    EXPECT_EQ(client.outcome(0x8022202C, Bytes(64)), Outcome::success);
+    EXPECT_EQ(client.outcome(0x80222028, Bytes(40)), Outcome::kSuccess);
+    EXPECT_EQ(client.outcome(0x8022202C, Bytes(64)), Outcome::kSuccess);
   }
 }
 
@@ -22,8 +22,8 @@ TEST(SimulatorFirmware, lengths_are_exact) {
   ModelClient client;
   expectOnlyLengths(client, kFirmwareEvent, Bytes(40), 0);
   expectOnlyLengths(client, kFirmwareEventV2, Bytes(64), 0);
-  EXPECT_EQ(client.outcome(kFirmwareEvent, Bytes(64)), Outcome::wrongLength);
-  EXPECT_EQ(client.outcome(kFirmwareEventV2, Bytes(40)), Outcome::wrongLength);
+  EXPECT_EQ(client.outcome(kFirmwareEvent, Bytes(64)), Outcome::kWrongLength);
+  EXPECT_EQ(client.outcome(kFirmwareEventV2, Bytes(40)), Outcome::kWrongLength);
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ TEST(SimulatorLimits, full_store_answers_2_to_an_id_that_it_holds) {
 TEST(SimulatorLimits, malformed_policy_fails_in_a_full_store_too) {
   ModelClient client;
   fill(client, kModifyPb, 400);
-  EXPECT_EQ(client.same(kModifyPb, addRequest(simplePolicy(5).u32(184, 16))).outcome, Outcome::malformed);
+  EXPECT_EQ(client.same(kModifyPb, addRequest(simplePolicy(5).u32(184, 16))).outcome, Outcome::kMalformed);
 }
 
 TEST(SimulatorLimits, delete_makes_room_for_one) {
@@ -66,12 +66,12 @@ TEST(SimulatorLimits, status_of_a_full_store_has_400_entries) {
   ModelClient client;
   fill(client, kModifyPb, 400);
   const auto reply = client.same(kModifyPb, Record{4000 + 140 * 400}.u32(0, 4).u32(3976, 400));
-  ASSERT_EQ(reply.outcome, Outcome::success);
+  ASSERT_EQ(reply.outcome, Outcome::kSuccess);
   ASSERT_EQ(reply.answer.size(), 60000U);
   EXPECT_EQ(part(reply.answer, 3996 + 140 * 399, 14), hex("77 05 00 00  00 00 00 00  8f 01 00 00  70 00"));
   EXPECT_EQ(part(reply.answer, 59996, 4), hex("00 00 00 00"));
-  EXPECT_EQ(client.same(kModifyPb, Record{4000 + 140 * 401}.u32(0, 4).u32(3976, 401)).outcome, Outcome::refused);
-  EXPECT_EQ(client.same(kModifyPb, Record{4000 + 140 * 399}.u32(0, 4).u32(3976, 399)).outcome, Outcome::refused);
+  EXPECT_EQ(client.same(kModifyPb, Record{4000 + 140 * 401}.u32(0, 4).u32(3976, 401)).outcome, Outcome::kRefused);
+  EXPECT_EQ(client.same(kModifyPb, Record{4000 + 140 * 399}.u32(0, 4).u32(3976, 399)).outcome, Outcome::kRefused);
 }
 
 TEST(SimulatorLimits, every_chunk_after_the_last_is_empty) {
@@ -81,7 +81,7 @@ TEST(SimulatorLimits, every_chunk_after_the_last_is_empty) {
   // 5 times these indexes is small again in 32 bits.
   for (const std::uint32_t chunk : {80U, 81U, 0x33333333U, 0x33333334U, 0x66666667U, 0xFFFFFFFFU}) {
     const auto reply = client.same(kReadPb, chunkQuery(chunk));
-    ASSERT_EQ(reply.outcome, Outcome::success);
+    ASSERT_EQ(reply.outcome, Outcome::kSuccess);
     EXPECT_EQ(part(reply.answer, 12, 19860), Bytes(19860)) << chunk;
   }
 }

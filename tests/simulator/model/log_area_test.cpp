@@ -5,8 +5,8 @@ namespace test {
 namespace {
 
 void expectAreasWalk(ModelClient& client) {
-  EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::keyValue)), kvRows()), "");
-  EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::exKeyValue)), exKVRows()), "");
+  EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::kKeyValue)), kvRows()), "");
+  EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::kExKeyValue)), exKVRows()), "");
 }
 
 TEST(SimulatorLogArea, listings_have_every_key_once) {
@@ -26,11 +26,11 @@ TEST(SimulatorLogArea, ends_where_the_listing_says) {
   ModelClient client;
   const Telemetry telemetry{client};
   // 228 records of 3680 bytes, 50 of 620: the end's id follows.
-  const auto area = bytesOfArea(client.surroundings.area(LogKind::keyValue));
+  const auto area = bytesOfArea(client.surroundings.area(LogKind::kKeyValue));
   EXPECT_EQ(word(area, 0), 1);
   EXPECT_EQ(word(area, 3680 - 8), 228);
   EXPECT_EQ(part(area, 3680, 16384 - 3680), Bytes(16384 - 3680));
-  const auto ex = bytesOfArea(client.surroundings.area(LogKind::exKeyValue));
+  const auto ex = bytesOfArea(client.surroundings.area(LogKind::kExKeyValue));
   EXPECT_EQ(word(ex, 0), 1);
   EXPECT_EQ(word(ex, 620 - 36), 50);
   EXPECT_EQ(part(ex, 620, 4096 - 620), Bytes(4096 - 620));

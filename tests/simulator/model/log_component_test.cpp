@@ -34,7 +34,7 @@ TEST(SimulatorLog, each_start_is_a_mapping_and_an_id_of_its_own) {
   ModelClient client;
   for (std::uint32_t id = 1; id <= 5; ++id) EXPECT_EQ(startLog(client, 7), id);
   EXPECT_EQ(client.surroundings.mapped.size(), 5U);
-  ASSERT_EQ(client.outcome(kLog, logRequest(8, 3), 32), Outcome::success);
+  ASSERT_EQ(client.outcome(kLog, logRequest(8, 3), 32), Outcome::kSuccess);
   EXPECT_EQ(startLog(client, 7), 6);
 }
 
@@ -55,33 +55,33 @@ TEST(SimulatorLog, any_stop_will_do_for_any_kind) {
   for (const std::uint32_t start : kStartOperations)
     for (const std::uint32_t stop : kStopOperations) {
       ModelClient client;
-      EXPECT_EQ(client.outcome(kLog, logRequest(stop, startLog(client, start)), 32), Outcome::success);
+      EXPECT_EQ(client.outcome(kLog, logRequest(stop, startLog(client, start)), 32), Outcome::kSuccess);
       EXPECT_TRUE(client.surroundings.mapped.empty());
     }
 }
 
 TEST(SimulatorLog, stop_of_no_log_is_refused) {
   ModelClient client;
-  EXPECT_EQ(client.outcome(kLog, logRequest(1, 0), 32), Outcome::refused);
-  EXPECT_EQ(client.outcome(kLog, logRequest(1, 1), 32), Outcome::refused);
+  EXPECT_EQ(client.outcome(kLog, logRequest(1, 0), 32), Outcome::kRefused);
+  EXPECT_EQ(client.outcome(kLog, logRequest(1, 1), 32), Outcome::kRefused);
   const auto id = startLog(client, 0);
   for (const std::uint32_t other : {0U, id + 1, id + 0x100, id + 0x10000, id | 0x80000000, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kLog, logRequest(1, other), 32), Outcome::refused) << other;
+    EXPECT_EQ(client.outcome(kLog, logRequest(1, other), 32), Outcome::kRefused) << other;
   EXPECT_TRUE(client.surroundings.unmapped.empty());
-  ASSERT_EQ(client.outcome(kLog, logRequest(1, id), 32), Outcome::success);
-  EXPECT_EQ(client.outcome(kLog, logRequest(1, id), 32), Outcome::refused);
+  ASSERT_EQ(client.outcome(kLog, logRequest(1, id), 32), Outcome::kSuccess);
+  EXPECT_EQ(client.outcome(kLog, logRequest(1, id), 32), Outcome::kRefused);
 }
 
 TEST(SimulatorLog, belongs_to_its_process_not_to_its_session) {
   ModelClient client;
   const auto id = startLog(client, 7);
   client.surroundings.caller = 101;
-  EXPECT_EQ(client.outcome(kLog, logRequest(8, id), 32), Outcome::refused);
+  EXPECT_EQ(client.outcome(kLog, logRequest(8, id), 32), Outcome::kRefused);
   client.session = 2;
-  EXPECT_EQ(client.outcome(kLog, logRequest(8, id), 32), Outcome::refused);
+  EXPECT_EQ(client.outcome(kLog, logRequest(8, id), 32), Outcome::kRefused);
   EXPECT_EQ(client.surroundings.mapped.size(), 1U);
   client.surroundings.caller = 100;
-  EXPECT_EQ(client.outcome(kLog, logRequest(8, id), 32), Outcome::success);
+  EXPECT_EQ(client.outcome(kLog, logRequest(8, id), 32), Outcome::kSuccess);
   EXPECT_TRUE(client.surroundings.mapped.empty());
 }
 
@@ -102,12 +102,12 @@ TEST(SimulatorLog, there_are_64_at_once_in_all_processes) {
   }
   client.session = 9;
   for (const std::uint32_t operation : kStartOperations)
-    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::refused);
+    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::kRefused);
   EXPECT_EQ(client.surroundings.mapped.size(), 64U);
   client.surroundings.caller = 100;
-  ASSERT_EQ(client.outcome(kLog, logRequest(1, 1), 32), Outcome::success);
+  ASSERT_EQ(client.outcome(kLog, logRequest(1, 1), 32), Outcome::kSuccess);
   EXPECT_EQ(startLog(client, 0), 65);
-  EXPECT_EQ(client.outcome(kLog, logRequest(0), 32), Outcome::refused);
+  EXPECT_EQ(client.outcome(kLog, logRequest(0), 32), Outcome::kRefused);
 }
 
 TEST(SimulatorLog, there_are_8_at_once_of_a_session) {
@@ -117,7 +117,7 @@ TEST(SimulatorLog, there_are_8_at_once_of_a_session) {
     EXPECT_EQ(startLog(client, kStartOperations[i % 4]), i + 1);
   }
   for (const std::uint32_t operation : kStartOperations)
-    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::refused);
+    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::kRefused);
   EXPECT_EQ(client.surroundings.mapped.size(), 8U);
   client.session = 2;
   EXPECT_EQ(startLog(client, 7), 9) << "another session has a share of its own, and refused starts took no id";
@@ -127,10 +127,10 @@ TEST(SimulatorLog, a_stop_gives_its_place_back_to_the_session_that_started_it) {
   ModelClient client;
   for (std::uint32_t i = 0; i < 8; ++i) startLog(client, 7);
   client.session = 2;
-  ASSERT_EQ(client.outcome(kLog, logRequest(8, 5), 32), Outcome::success);
+  ASSERT_EQ(client.outcome(kLog, logRequest(8, 5), 32), Outcome::kSuccess);
   client.session = 1;
   EXPECT_EQ(startLog(client, 0), 9);
-  EXPECT_EQ(client.outcome(kLog, logRequest(0), 32), Outcome::refused);
+  EXPECT_EQ(client.outcome(kLog, logRequest(0), 32), Outcome::kRefused);
 }
 
 TEST(SimulatorLog, close_ends_the_logs_of_its_session_in_their_process) {
@@ -165,15 +165,15 @@ TEST(SimulatorLog, a_start_that_cannot_map_is_refused_and_leaves_nothing) {
   ModelClient client;
   for (const std::uint32_t operation : kStartOperations) {
     client.surroundings.canMapLogs = false;
-    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::refused);
+    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::kRefused);
     client.surroundings.canMapLogs = true;
     client.surroundings.hasLogMemory = false;
-    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::refused);
+    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::kRefused);
     client.surroundings.hasLogMemory = true;
   }
   EXPECT_TRUE(client.surroundings.mapped.empty());
   EXPECT_FALSE(client.driver().hasMappedLogs());
-  EXPECT_EQ(client.outcome(kLog, logRequest(1, 1), 32), Outcome::refused);
+  EXPECT_EQ(client.outcome(kLog, logRequest(1, 1), 32), Outcome::kRefused);
   EXPECT_EQ(startLog(client, 0), 1);
 }
 
@@ -183,14 +183,14 @@ TEST(SimulatorLog, tells_its_versions) {
   EXPECT_EQ(client.answer(kLog, logRequest(5), 32), logRequest(5).u32(24, 4).bytes());
   EXPECT_EQ(client.answer(kLog, logRequest(13), 32), logRequest(13).u32(24, 5).bytes());
   for (const std::uint32_t operation : {4U, 5U, 6U, 13U})
-    EXPECT_EQ(client.outcome(kLog, Record{32, 0xEE}.u32(4, operation), 32), Outcome::success) << operation;
+    EXPECT_EQ(client.outcome(kLog, Record{32, 0xEE}.u32(4, operation), 32), Outcome::kSuccess) << operation;
   EXPECT_TRUE(client.surroundings.mapped.empty());
 }
 
 TEST(SimulatorLog, other_operations_are_unknown) {
   ModelClient client;
   for (const std::uint32_t operation : {9U, 12U, 14U, 15U, 0x100U, 0x10007U, 0x80000000U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::unknownRequest) << operation;
+    EXPECT_EQ(client.outcome(kLog, logRequest(operation), 32), Outcome::kUnknownRequest) << operation;
 }
 
 TEST(SimulatorLog, lengths_are_exact) {
@@ -207,7 +207,7 @@ TEST(SimulatorLog, mapped_logs_are_known) {
   for (std::uint32_t i = 0; i < 4; ++i) {
     const auto id = startLog(client, kStartOperations[i]);
     EXPECT_TRUE(client.driver().hasMappedLogs());
-    ASSERT_EQ(client.outcome(kLog, logRequest(kStopOperations[i], id), 32), Outcome::success);
+    ASSERT_EQ(client.outcome(kLog, logRequest(kStopOperations[i], id), 32), Outcome::kSuccess);
     EXPECT_FALSE(client.driver().hasMappedLogs());
   }
 }
@@ -249,7 +249,7 @@ TEST(SimulatorLogUpdate, comes_with_a_start) {
 TEST(SimulatorLogUpdate, shows_what_the_request_itself_has_set) {
   ModelClient client;
   const Telemetry telemetry{client};
-  ASSERT_EQ(client.outcome(kTaControl, Record{8}.u32(0, 0x11223344).u32(4, 5)), Outcome::success);
+  ASSERT_EQ(client.outcome(kTaControl, Record{8}.u32(0, 0x11223344).u32(4, 5)), Outcome::kSuccess);
   EXPECT_EQ(telemetry.number(75), 0x11223344);
 }
 
@@ -264,7 +264,7 @@ TEST(SimulatorLogUpdate, touches_no_area_that_is_not_mapped) {
     client.refresh();
     for (const LogKind kind : kLogKinds) EXPECT_EQ(isUntouched(client, kind), kind != kLogKinds[i]);
 
-    ASSERT_EQ(client.outcome(kLog, logRequest(1, id), 32), Outcome::success);
+    ASSERT_EQ(client.outcome(kLog, logRequest(1, id), 32), Outcome::kSuccess);
     auto& area = client.surroundings.area(kLogKinds[i]);
     std::ranges::fill(area, std::byte{0xCC});
     client.surroundings.clock += 60000;
@@ -279,7 +279,7 @@ TEST(SimulatorLogUpdate, goes_on_while_another_log_of_the_kind_is_mapped) {
   ModelClient client;
   const Telemetry telemetry{client};
   const auto second = startLog(client, 7);
-  ASSERT_EQ(client.outcome(kLog, logRequest(8, second), 32), Outcome::success);
+  ASSERT_EQ(client.outcome(kLog, logRequest(8, second), 32), Outcome::kSuccess);
   client.surroundings.clock += 4000;
   client.refresh();
   EXPECT_EQ(telemetry.number(39), 4);
@@ -289,12 +289,12 @@ TEST(SimulatorLogUpdate, plain_areas_follow_the_platform) {
   ModelClient client;
   startLog(client, 0);
   startLog(client, 2);
-  const auto plain = bytesOfArea(client.surroundings.area(LogKind::plain));
-  const auto ex = bytesOfArea(client.surroundings.area(LogKind::ex));
+  const auto plain = bytesOfArea(client.surroundings.area(LogKind::kPlain));
+  const auto ex = bytesOfArea(client.surroundings.area(LogKind::kEx));
   client.surroundings.clock += 60000;
   client.refresh();
-  EXPECT_NE(bytesOfArea(client.surroundings.area(LogKind::plain)), plain);
-  EXPECT_NE(bytesOfArea(client.surroundings.area(LogKind::ex)), ex);
+  EXPECT_NE(bytesOfArea(client.surroundings.area(LogKind::kPlain)), plain);
+  EXPECT_NE(bytesOfArea(client.surroundings.area(LogKind::kEx)), ex);
 }
 
 TEST(SimulatorLogUpdate, lost_memory_of_an_area_is_survived) {
@@ -302,9 +302,9 @@ TEST(SimulatorLogUpdate, lost_memory_of_an_area_is_survived) {
   startLog(client, 7);
   client.surroundings.hasLogMemory = false;
   client.surroundings.clock += 1000;
-  EXPECT_EQ(client.outcome(kOemId, {}, 32), Outcome::success);
+  EXPECT_EQ(client.outcome(kOemId, {}, 32), Outcome::kSuccess);
   client.refresh();
-  EXPECT_EQ(client.outcome(kLog, logRequest(8, 1), 32), Outcome::success);
+  EXPECT_EQ(client.outcome(kLog, logRequest(8, 1), 32), Outcome::kSuccess);
 }
 
 TEST(SimulatorLogSupport, describes_both_generations) {
@@ -318,19 +318,19 @@ TEST(SimulatorLogSupport, answers_as_much_as_fits_and_there_is) {
   const Bytes all = hex("01 00 00 00  03 00 00 00  00 10 00 00  e4 00 00 00");
   for (std::size_t length = 4; length < 40; ++length) {
     const auto reply = client.send(kLogSupport, hex("00"), length);
-    ASSERT_EQ(reply.outcome, Outcome::success) << length;
+    ASSERT_EQ(reply.outcome, Outcome::kSuccess) << length;
     EXPECT_EQ(reply.answer, part(all, 0, std::min<std::size_t>(length, 16))) << length;
   }
   for (std::size_t length = 0; length < 4; ++length)
-    EXPECT_EQ(client.outcome(kLogSupport, hex("00"), length), Outcome::wrongLength) << length;
+    EXPECT_EQ(client.outcome(kLogSupport, hex("00"), length), Outcome::kWrongLength) << length;
 }
 
 TEST(SimulatorLogSupport, is_asked_with_one_byte_0_or_1) {
   ModelClient client;
   for (unsigned generation = 2; generation < 256; ++generation)
-    EXPECT_EQ(client.outcome(kLogSupport, {static_cast<std::uint8_t>(generation)}, 16), Outcome::malformed);
+    EXPECT_EQ(client.outcome(kLogSupport, {static_cast<std::uint8_t>(generation)}, 16), Outcome::kMalformed);
   for (const std::size_t length : {0U, 2U, 4U, 16U})
-    EXPECT_EQ(client.outcome(kLogSupport, Bytes(length), 16), Outcome::wrongLength) << length;
+    EXPECT_EQ(client.outcome(kLogSupport, Bytes(length), 16), Outcome::kWrongLength) << length;
 }
 
 }  // namespace

@@ -17,8 +17,8 @@ FaultyAreas areasWith(LogFault fault) {
   client.driver().setLogFault(fault);
   startLog(client, 7);
   startLog(client, 10);
-  return {bytesOfArea(client.surroundings.area(LogKind::keyValue)),
-          bytesOfArea(client.surroundings.area(LogKind::exKeyValue))};
+  return {bytesOfArea(client.surroundings.area(LogKind::kKeyValue)),
+          bytesOfArea(client.surroundings.area(LogKind::kExKeyValue))};
 }
 
 /// Follows records to the end of an area, or to a key that there is not; their key ids.
@@ -33,25 +33,25 @@ std::vector<std::uint32_t> keysIn(const Bytes& area, const std::vector<KeyRow>& 
 }
 
 TEST(SimulatorLogFault, unknown_key_comes_first) {
-  const auto areas = areasWith(LogFault::unknownKey);
+  const auto areas = areasWith(LogFault::kUnknownKey);
   EXPECT_EQ(word(areas.plain, 0), 229);
   EXPECT_EQ(word(areas.ex, 0), 51);
 }
 
 TEST(SimulatorLogFault, negative_key_comes_first) {
-  const auto areas = areasWith(LogFault::negativeKey);
+  const auto areas = areasWith(LogFault::kNegativeKey);
   EXPECT_EQ(word(areas.plain, 0), 0x80000001);
   EXPECT_EQ(word(areas.ex, 0), 0x80000001);
 }
 
 TEST(SimulatorLogFault, empty_log_begins_with_its_end) {
-  const auto areas = areasWith(LogFault::empty);
+  const auto areas = areasWith(LogFault::kEmpty);
   EXPECT_EQ(word(areas.plain, 0), 0);
   EXPECT_EQ(word(areas.ex, 0), 0);
 }
 
 TEST(SimulatorLogFault, log_without_an_end_has_valid_keys_to_its_last_byte) {
-  const auto areas = areasWith(LogFault::noEnd);
+  const auto areas = areasWith(LogFault::kNoEnd);
   for (const auto& [area, rows] : {std::pair{areas.plain, kvRows()}, std::pair{areas.ex, exKVRows()}}) {
     const auto keys = keysIn(area, rows);
     EXPECT_GT(keys.size(), rows.size()) << "the run repeats";
@@ -66,28 +66,28 @@ TEST(SimulatorLogFault, log_without_an_end_has_valid_keys_to_its_last_byte) {
 }
 
 TEST(SimulatorLogFault, repeated_key_fills_the_area) {
-  const auto areas = areasWith(LogFault::repeatedKey);
+  const auto areas = areasWith(LogFault::kRepeatedKey);
   for (std::size_t offset = 0; offset < 16384; offset += 8) ASSERT_EQ(word(areas.plain, offset), 25) << offset;
   for (std::size_t offset = 0; offset < 4096; offset += 8) ASSERT_EQ(word(areas.ex, offset), 1) << offset;
 }
 
 TEST(SimulatorLogFault, version_is_that_of_key_value_logs_only) {
   ModelClient client;
-  client.driver().setLogFault(LogFault::version);
+  client.driver().setLogFault(LogFault::kVersion);
   for (const std::uint32_t operation : kStartOperations)
     EXPECT_EQ(word(client.answer(kLog, logRequest(operation), 32), 24), operation < 7 ? 0U : 2U);
 }
 
 TEST(SimulatorLogFault, plain_logs_and_their_versions_are_sound_with_any_fault) {
-  for (const auto fault : {LogFault::unknownKey, LogFault::negativeKey, LogFault::noEnd, LogFault::repeatedKey,
-                           LogFault::empty, LogFault::version}) {
+  for (const auto fault : {LogFault::kUnknownKey, LogFault::kNegativeKey, LogFault::kNoEnd, LogFault::kRepeatedKey,
+                           LogFault::kEmpty, LogFault::kVersion}) {
     ModelClient client;
     client.driver().setLogFault(fault);
     startLog(client, 0);
     startLog(client, 2);
-    EXPECT_EQ(part(bytesOfArea(client.surroundings.area(LogKind::plain)), 0, 8), hex("56 51 54 4c  03 00 00 00"));
-    EXPECT_EQ(part(bytesOfArea(client.surroundings.area(LogKind::ex)), 0, 8), hex("56 51 54 4c  04 00 00 00"));
-    if (fault != LogFault::version) {
+    EXPECT_EQ(part(bytesOfArea(client.surroundings.area(LogKind::kPlain)), 0, 8), hex("56 51 54 4c  03 00 00 00"));
+    EXPECT_EQ(part(bytesOfArea(client.surroundings.area(LogKind::kEx)), 0, 8), hex("56 51 54 4c  04 00 00 00"));
+    if (fault != LogFault::kVersion) {
       EXPECT_EQ(word(client.answer(kLog, logRequest(7), 32), 24), 1);
     }
   }
@@ -95,15 +95,15 @@ TEST(SimulatorLogFault, plain_logs_and_their_versions_are_sound_with_any_fault) 
 
 TEST(SimulatorLogFault, stays_when_the_areas_are_written_again) {
   ModelClient client;
-  client.driver().setLogFault(LogFault::unknownKey);
+  client.driver().setLogFault(LogFault::kUnknownKey);
   startLog(client, 7);
   client.surroundings.clock += 5000;
   client.refresh();
-  EXPECT_EQ(word(bytesOfArea(client.surroundings.area(LogKind::keyValue)), 0), 229);
-  client.driver().setLogFault(LogFault::none);
+  EXPECT_EQ(word(bytesOfArea(client.surroundings.area(LogKind::kKeyValue)), 0), 229);
+  client.driver().setLogFault(LogFault::kNone);
   client.surroundings.clock += 5000;
   client.refresh();
-  EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::keyValue)), kvRows()), "");
+  EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::kKeyValue)), kvRows()), "");
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ void expectZeroElsewhere(std::uint32_t code, const Bytes& valid, std::size_t out
     if (within(offset, meaningful)) continue;
     Bytes request = valid;
     request[offset] = 0xFF;
-    ASSERT_EQ(client.send(code, request, outputLength).outcome, Outcome::malformed) << "byte " << offset;
+    ASSERT_EQ(client.send(code, request, outputLength).outcome, Outcome::kMalformed) << "byte " << offset;
   }
   for (const std::uint32_t store : kReadCodes) EXPECT_EQ(client.ids(store), Ids{7});
   EXPECT_EQ(client.same(kModifyAsm, modifyRequest(7)).answer, modifyRequest(7).bytes());
@@ -62,21 +62,21 @@ TEST(SimulatorMalformed, status_flag_is_0_or_1) {
   ModelClient client;
   for (unsigned flag = 2; flag < 256; ++flag)
     EXPECT_EQ(client.same(kModifyPb, modifyRequest(4).u8(3984, static_cast<std::uint8_t>(flag))).outcome,
-              Outcome::malformed);
+              Outcome::kMalformed);
 }
 
 TEST(SimulatorMalformed, count_query_is_0_or_1) {
   ModelClient client;
   for (const std::uint32_t code : kReadCodes)
     for (unsigned query = 2; query < 256; ++query)
-      EXPECT_EQ(client.same(code, Record{19872}.u8(0, static_cast<std::uint8_t>(query))).outcome, Outcome::malformed);
+      EXPECT_EQ(client.same(code, Record{19872}.u8(0, static_cast<std::uint8_t>(query))).outcome, Outcome::kMalformed);
 }
 
 TEST(SimulatorMalformed, count_query_is_padded_with_zero) {
   ModelClient client;
   for (std::size_t offset = 1; offset < 4; ++offset) {
-    EXPECT_EQ(client.same(kReadPb, countQuery().u8(offset, 1)).outcome, Outcome::malformed);
-    EXPECT_EQ(client.same(kReadPb, chunkQuery(0).u8(offset, 1)).outcome, Outcome::malformed);
+    EXPECT_EQ(client.same(kReadPb, countQuery().u8(offset, 1)).outcome, Outcome::kMalformed);
+    EXPECT_EQ(client.same(kReadPb, chunkQuery(0).u8(offset, 1)).outcome, Outcome::kMalformed);
   }
 }
 
@@ -84,9 +84,9 @@ TEST(SimulatorMalformed, there_are_three_stores_to_look_into) {
   ModelClient client;
   for (const std::uint32_t code : kModifyCodes) ASSERT_EQ(client.add(code, simplePolicy(7)), 0);
   for (const std::uint32_t store : {0U, 1U, 2U})
-    EXPECT_EQ(client.send(kLookup, lookupRequest(store, 7), 3972).outcome, Outcome::success) << store;
+    EXPECT_EQ(client.send(kLookup, lookupRequest(store, 7), 3972).outcome, Outcome::kSuccess) << store;
   for (const std::uint32_t store : {3U, 4U, 0x100U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.send(kLookup, lookupRequest(store, 7), 3972).outcome, Outcome::malformed) << store;
+    EXPECT_EQ(client.send(kLookup, lookupRequest(store, 7), 3972).outcome, Outcome::kMalformed) << store;
 }
 
 }  // namespace

@@ -90,10 +90,10 @@ TEST(SimulatorOverride, value_is_in_force_until_it_is_lifted) {
     const Bytes own = keyValue(client, it.key);
     EXPECT_EQ(word(own, 4), 0) << it.name;
     for (const std::int64_t value : {it.lowest, it.highest, (it.lowest + it.highest) / 2}) {
-      ASSERT_EQ(client.outcome(0x80222060, overrideRequest(it.key, wordOf(value))), Outcome::success) << it.name;
+      ASSERT_EQ(client.outcome(0x80222060, overrideRequest(it.key, wordOf(value))), Outcome::kSuccess) << it.name;
       EXPECT_EQ(keyValue(client, it.key), valueAnswer(value, 1)) << it.name;
     }
-    ASSERT_EQ(client.outcome(0x80222060, overrideRequest(it.key, 0, 0)), Outcome::success) << it.name;
+    ASSERT_EQ(client.outcome(0x80222060, overrideRequest(it.key, 0, 0)), Outcome::kSuccess) << it.name;
     EXPECT_EQ(keyValue(client, it.key), own) << it.name;
   }
 }
@@ -107,7 +107,7 @@ TEST(SimulatorOverride, value_outside_the_limits_is_malformed) {
     if (it.lowest < 0) outside.insert(outside.end(), {it.lowest - 1, -0x80000000LL});
     if (it.lowest == 0 && it.highest < kAny) outside.insert(outside.end(), {-1, -0x80000000LL});
     for (const std::int64_t value : outside)
-      EXPECT_EQ(client.outcome(kOverride, overrideRequest(it.key, wordOf(value))), Outcome::malformed)
+      EXPECT_EQ(client.outcome(kOverride, overrideRequest(it.key, wordOf(value))), Outcome::kMalformed)
           << it.name << " " << value;
   }
   EXPECT_EQ(settingsOf(client), before);
@@ -116,7 +116,7 @@ TEST(SimulatorOverride, value_outside_the_limits_is_malformed) {
 TEST(SimulatorOverride, refused_value_keeps_the_earlier_override) {
   ModelClient client;
   overrideKey(client, 58, 40);
-  EXPECT_EQ(client.outcome(kOverride, overrideRequest(58, 101)), Outcome::malformed);
+  EXPECT_EQ(client.outcome(kOverride, overrideRequest(58, 101)), Outcome::kMalformed);
   EXPECT_EQ(keyValue(client, 58), valueAnswer(40, 1));
 }
 
@@ -126,10 +126,10 @@ TEST(SimulatorOverride, all_other_keys_are_unknown) {
   for (std::uint32_t key = 0; key < 300; ++key)
     if (std::ranges::find(kKeys, key, &KeyLimits::key) == std::end(kKeys)) others.push_back(key);
   for (const std::uint32_t key : others) {
-    EXPECT_EQ(client.outcome(kOverride, overrideRequest(key, 0)), Outcome::malformed) << key;
-    EXPECT_EQ(client.outcome(kOverride, overrideRequest(key, 0, 0)), Outcome::malformed) << key;
-    EXPECT_EQ(client.outcome(kOverrideValue, Record{4}.u32(0, key), 8), Outcome::malformed) << key;
-    EXPECT_EQ(client.outcome(kOverrideMetadata, Record{4}.u32(0, key), 52), Outcome::malformed) << key;
+    EXPECT_EQ(client.outcome(kOverride, overrideRequest(key, 0)), Outcome::kMalformed) << key;
+    EXPECT_EQ(client.outcome(kOverride, overrideRequest(key, 0, 0)), Outcome::kMalformed) << key;
+    EXPECT_EQ(client.outcome(kOverrideValue, Record{4}.u32(0, key), 8), Outcome::kMalformed) << key;
+    EXPECT_EQ(client.outcome(kOverrideMetadata, Record{4}.u32(0, key), 52), Outcome::kMalformed) << key;
   }
 }
 
@@ -137,7 +137,7 @@ TEST(SimulatorOverride, anything_but_0_sets) {
   ModelClient client;
   for (unsigned enable = 1; enable < 256; ++enable) {
     ASSERT_EQ(client.outcome(kOverride, overrideRequest(36, enable, static_cast<std::uint8_t>(enable))),
-              Outcome::success);
+              Outcome::kSuccess);
     EXPECT_EQ(keyValue(client, 36), valueAnswer(enable, 1));
   }
 }
@@ -145,9 +145,9 @@ TEST(SimulatorOverride, anything_but_0_sets) {
 TEST(SimulatorOverride, lifting_ignores_the_value_and_that_there_was_none) {
   ModelClient client;
   overrideKey(client, 52, 4);
-  EXPECT_EQ(client.outcome(kOverride, overrideRequest(52, 0xFFFFFFFF, 0)), Outcome::success);
+  EXPECT_EQ(client.outcome(kOverride, overrideRequest(52, 0xFFFFFFFF, 0)), Outcome::kSuccess);
   EXPECT_EQ(word(keyValue(client, 52), 4), 0);
-  EXPECT_EQ(client.outcome(kOverride, overrideRequest(52, 5, 0)), Outcome::success);
+  EXPECT_EQ(client.outcome(kOverride, overrideRequest(52, 5, 0)), Outcome::kSuccess);
 }
 
 TEST(SimulatorOverride, enable_is_padded_with_zero) {

@@ -25,7 +25,7 @@ constexpr std::uint32_t kRequestFailed = 1;
 /// Adds to the empty store of a driver that all calls share: a fresh one for each would take most of the time.
 std::uint32_t addToEmpty(const Bytes& policy) {
   static ModelClient client;
-  EXPECT_EQ(client.same(kModifyPb, modifyRequest(3)).outcome, Outcome::success);
+  EXPECT_EQ(client.same(kModifyPb, modifyRequest(3)).outcome, Outcome::kSuccess);
   const std::uint32_t result = client.add(kModifyPb, policy);
   EXPECT_EQ(client.count(kReadPb), result == kAdded ? 1 : 0);
   return result;

@@ -7,7 +7,7 @@ namespace {
 TEST(SimulatorStores, add_answers_with_the_request_and_result_0) {
   ModelClient client;
   const auto reply = client.same(0x80222034, addRequest(simplePolicy(0x11223344)));
-  ASSERT_EQ(reply.outcome, Outcome::success);
+  ASSERT_EQ(reply.outcome, Outcome::kSuccess);
   ASSERT_EQ(reply.answer.size(), 4000U);
   EXPECT_EQ(part(reply.answer, 0, 6), hex("01 00 00 00  70 00"));
   EXPECT_EQ(part(reply.answer, 168, 4), hex("44 33 22 11"));
@@ -18,7 +18,7 @@ TEST(SimulatorStores, second_policy_of_an_id_is_refused_with_result_2) {
   ModelClient client;
   ASSERT_EQ(client.add(kModifyPb, simplePolicy(7)), 0);
   const auto reply = client.same(kModifyPb, addRequest(simplePolicy(7).u32(168, 99)));
-  ASSERT_EQ(reply.outcome, Outcome::success);
+  ASSERT_EQ(reply.outcome, Outcome::kSuccess);
   EXPECT_EQ(part(reply.answer, 3980, 4), hex("02 00 00 00"));
   EXPECT_EQ(client.policies(kReadPb), std::vector<Bytes>{simplePolicy(7)});
 }
@@ -59,7 +59,7 @@ TEST(SimulatorStores, delete_answers_with_its_result_alone) {
   ModelClient client;
   ASSERT_EQ(client.add(kModifyPb, simplePolicy(7)), 0);
   const auto done = client.send(0x80222034, deleteRequest(7), 4);
-  EXPECT_EQ(done.outcome, Outcome::success);
+  EXPECT_EQ(done.outcome, Outcome::kSuccess);
   EXPECT_EQ(done.answer, hex("00 00 00 00"));
   EXPECT_EQ(client.count(kReadPb), 0);
 }
@@ -69,7 +69,7 @@ TEST(SimulatorStores, delete_of_an_absent_id_answers_4) {
   ASSERT_EQ(client.add(kModifyPb, simplePolicy(7)), 0);
   for (const std::uint32_t id : {0U, 6U, 8U, 0x70000U}) {
     const auto reply = client.send(kModifyPb, deleteRequest(id), 4);
-    EXPECT_EQ(reply.outcome, Outcome::success);
+    EXPECT_EQ(reply.outcome, Outcome::kSuccess);
     EXPECT_EQ(reply.answer, hex("04 00 00 00"));
   }
   EXPECT_EQ(client.send(kModifyAsm, deleteRequest(7), 4).answer, hex("04 00 00 00"));
@@ -84,7 +84,7 @@ TEST(SimulatorStores, reset_empties_one_store) {
       ASSERT_EQ(client.add(code, simplePolicy(8)), 0);
     }
     const auto reply = client.same(kModifyCodes[reset], modifyRequest(3));
-    EXPECT_EQ(reply.outcome, Outcome::success);
+    EXPECT_EQ(reply.outcome, Outcome::kSuccess);
     EXPECT_EQ(reply.answer, modifyRequest(3).bytes());
     for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(client.ids(kReadCodes[i]), i == reset ? Ids{} : (Ids{7, 8}));
     EXPECT_EQ(client.add(kModifyCodes[reset], simplePolicy(8)), 0);
@@ -94,7 +94,7 @@ TEST(SimulatorStores, reset_empties_one_store) {
 
 TEST(SimulatorStores, reset_of_an_empty_store_succeeds) {
   ModelClient client;
-  EXPECT_EQ(client.same(kModifyPb, modifyRequest(3)).outcome, Outcome::success);
+  EXPECT_EQ(client.same(kModifyPb, modifyRequest(3)).outcome, Outcome::kSuccess);
 }
 
 TEST(SimulatorLookup, finds_the_policy_of_a_key) {
@@ -103,7 +103,7 @@ TEST(SimulatorLookup, finds_the_policy_of_a_key) {
   ASSERT_EQ(client.add(kModifyAsm, simplePolicy(7).u32(168, 0xABCD)), 0);
   ASSERT_EQ(client.add(kModifyPb, simplePolicy(7).u32(168, 0x1234)), 0);
   const auto reply = client.send(0x80222040, Record{3984}.u32(4, 7).u32(3980, 1), 3972);
-  ASSERT_EQ(reply.outcome, Outcome::success);
+  ASSERT_EQ(reply.outcome, Outcome::kSuccess);
   EXPECT_EQ(difference(reply.answer, simplePolicy(7).u32(168, 0xABCD).bytes()), "");
   EXPECT_EQ(client.ids(kReadAsm), (Ids{6, 7}));
 }
@@ -112,16 +112,16 @@ TEST(SimulatorLookup, fails_without_a_match) {
   ModelClient client;
   ASSERT_EQ(client.add(kModifyPb, simplePolicy(7)), 0);
   for (const std::uint32_t key : {0U, 6U, 8U, 0x700U})
-    EXPECT_EQ(client.send(kLookup, lookupRequest(0, key), 3972).outcome, Outcome::refused) << key;
-  EXPECT_EQ(client.send(kLookup, lookupRequest(1, 7), 3972).outcome, Outcome::refused);
-  EXPECT_EQ(client.send(kLookup, lookupRequest(2, 7), 3972).outcome, Outcome::refused);
+    EXPECT_EQ(client.send(kLookup, lookupRequest(0, key), 3972).outcome, Outcome::kRefused) << key;
+  EXPECT_EQ(client.send(kLookup, lookupRequest(1, 7), 3972).outcome, Outcome::kRefused);
+  EXPECT_EQ(client.send(kLookup, lookupRequest(2, 7), 3972).outcome, Outcome::kRefused);
 }
 
 TEST(SimulatorLookup, forgets_what_was_removed) {
   ModelClient client;
   ASSERT_EQ(client.add(kModifyPb, simplePolicy(7)), 0);
   ASSERT_EQ(client.remove(kModifyPb, 7), 0);
-  EXPECT_EQ(client.send(kLookup, lookupRequest(0, 7), 3972).outcome, Outcome::refused);
+  EXPECT_EQ(client.send(kLookup, lookupRequest(0, 7), 3972).outcome, Outcome::kRefused);
 }
 
 }  // namespace

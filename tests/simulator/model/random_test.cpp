@@ -75,7 +75,7 @@ void expectReadable(ModelClient& client) {
     EXPECT_EQ(ids.size(), policies.size());
   }
   const auto version = client.same(kModifyAsm, modifyRequest(7));
-  ASSERT_EQ(version.outcome, Outcome::success);
+  ASSERT_EQ(version.outcome, Outcome::kSuccess);
   EXPECT_LE(word(version.answer, 3988), 0xFFFF);
   EXPECT_LE(word(version.answer, 3992), 0xFFFF);
 }
@@ -105,7 +105,7 @@ Bytes toldSettings(ModelClient& client) {
   return all;
 }
 
-bool mayChangeSettings(std::uint32_t code) { return simulator::rowOf(code).changes == simulator::Changes::settings; }
+bool mayChangeSettings(std::uint32_t code) { return simulator::rowOf(code).changes == simulator::Changes::kSettings; }
 
 /// Sends a request, which changes no settings unless the driver's list says so; notes its code when it changes some.
 Outcome sendWatched(ModelClient& client, std::uint32_t code, const Bytes& request, std::size_t outputLength,
@@ -151,9 +151,9 @@ void expectAreaIsUpToDate(ModelClient& client, LogKind kind, std::uint32_t start
   if (std::ranges::none_of(client.surroundings.mapped, isOfKind)) return;
   const auto before = bytesOfArea(client.surroundings.area(kind));
   const auto started = client.send(kLog, logRequest(startOperation), 32);
-  if (started.outcome != Outcome::success) return;
+  if (started.outcome != Outcome::kSuccess) return;
   EXPECT_EQ(difference(bytesOfArea(client.surroundings.area(kind)), before), "");
-  EXPECT_EQ(client.outcome(kLog, logRequest(1, word(started.answer, 0)), 32), Outcome::success);
+  EXPECT_EQ(client.outcome(kLog, logRequest(1, word(started.answer, 0)), 32), Outcome::kSuccess);
 }
 
 void expectAreasWalk(ModelClient& client) {
@@ -161,11 +161,11 @@ void expectAreasWalk(ModelClient& client) {
     return std::ranges::count(client.surroundings.mapped, kind, &ScriptedSurroundings::Mapping::kind) != 0;
   };
   client.refresh();
-  if (isMapped(LogKind::keyValue)) {
-    EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::keyValue)), kvRows()), "");
+  if (isMapped(LogKind::kKeyValue)) {
+    EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::kKeyValue)), kvRows()), "");
   }
-  if (isMapped(LogKind::exKeyValue)) {
-    EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::exKeyValue)), exKVRows()), "");
+  if (isMapped(LogKind::kExKeyValue)) {
+    EXPECT_EQ(faultOfArea(bytesOfArea(client.surroundings.area(LogKind::kExKeyValue)), exKVRows()), "");
   }
   EXPECT_LE(client.surroundings.mapped.size(), 64U);
   EXPECT_LE(client.surroundings.kept.size(), 64U);
@@ -188,7 +188,7 @@ TEST(SimulatorRandom, damaged_requests_of_every_kind_leave_logs_and_settings_rea
     const std::size_t outputLength = below(random, 30) == 0 ? below(random, 600) : shape.outputLength;
     const auto outcome = sendWatched(client, shape.code, request, outputLength, changing);
     ++outcomes[static_cast<std::size_t>(outcome)];
-    if (outcome == Outcome::success) succeeded.insert(shape.code);
+    if (outcome == Outcome::kSuccess) succeeded.insert(shape.code);
     if (i % 5000 == 0) expectAreasWalk(client);
     if (i % 7 == 0)
       for (std::size_t kind = 0; kind < 4; ++kind)

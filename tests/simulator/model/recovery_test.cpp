@@ -42,7 +42,7 @@ class Recovery : public testing::Test {
   Bytes send(simulator::Driver& to, std::uint32_t code, Bytes record) {
     const auto length = static_cast<std::uint32_t>(record.size());
     const auto answer = to.control(surroundings, 1, code, std::as_writable_bytes(std::span{record}), length, length);
-    EXPECT_EQ(answer.outcome, Outcome::success);
+    EXPECT_EQ(answer.outcome, Outcome::kSuccess);
     return record;
   }
   Bytes binaryInForce(simulator::Driver& to) { return part(send(to, kPolicyBinary, Record{24}.u32(0, 2)), 8, 8); }

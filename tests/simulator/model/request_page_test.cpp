@@ -45,8 +45,8 @@ TEST(SimulatorRequestPage, has_the_operations_and_lengths_that_the_driver_takes)
   for (const Form& form : requestPage())
     for (const std::uint32_t operation : operationsOf(form)) {
       const Outcome outcome = outcomeOf(form, operation, form.inputLength, form.outputLength);
-      EXPECT_NE(outcome, Outcome::wrongLength) << nameOf(form, operation);
-      EXPECT_NE(outcome, Outcome::unknownRequest) << nameOf(form, operation);
+      EXPECT_NE(outcome, Outcome::kWrongLength) << nameOf(form, operation);
+      EXPECT_NE(outcome, Outcome::kUnknownRequest) << nameOf(form, operation);
     }
 }
 
@@ -57,11 +57,12 @@ TEST(SimulatorRequestPage, has_no_lengths_too_few) {
         const std::size_t in = form.inputLength + change;
         const std::size_t out = form.outputLength + change;
         if (form.inputLength != 0 || change == 1) {
-          EXPECT_EQ(outcomeOf(form, operation, in, form.outputLength), Outcome::wrongLength) << nameOf(form, operation);
+          EXPECT_EQ(outcomeOf(form, operation, in, form.outputLength), Outcome::kWrongLength)
+              << nameOf(form, operation);
         }
         const bool isRight = form.isOutputLeast && change == 1;
         if (form.outputLength != 0 || change == 1) {
-          EXPECT_EQ(outcomeOf(form, operation, form.inputLength, out) == Outcome::wrongLength, !isRight)
+          EXPECT_EQ(outcomeOf(form, operation, form.inputLength, out) == Outcome::kWrongLength, !isRight)
               << nameOf(form, operation);
         }
       }
@@ -81,7 +82,7 @@ TEST(SimulatorRequestPage, has_no_operations_too_few) {
     const auto known = allOperationsOf(form.code);
     for (const std::uint32_t operation : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U, 9U, 10U, 11U, 12U, 13U, 14U, 0xFFFFU}) {
       if (form.operations.empty() || std::ranges::find(known, operation) != known.end()) continue;
-      EXPECT_EQ(outcomeOf(form, operation, form.inputLength, form.outputLength), Outcome::unknownRequest)
+      EXPECT_EQ(outcomeOf(form, operation, form.inputLength, form.outputLength), Outcome::kUnknownRequest)
           << nameOf(form, operation);
       ++unknown;
     }

@@ -7,14 +7,14 @@ namespace {
 TEST(SimulatorRequests, announcement_is_answered_with_itself) {
   ModelClient client;
   const auto reply = client.send(0x80222068, hex("03 00 00 00  00 00 00 00  00 00 00 00"), 12);
-  EXPECT_EQ(reply.outcome, Outcome::success);
+  EXPECT_EQ(reply.outcome, Outcome::kSuccess);
   EXPECT_EQ(reply.answer, hex("03 00 00 00  00 00 00 00  00 00 00 00"));
 }
 
 TEST(SimulatorRequests, announcement_carries_no_values) {
   ModelClient client;
   for (std::size_t offset = 4; offset < 12; ++offset)
-    EXPECT_EQ(client.send(0x80222068, Record{12}.u32(0, 3).u8(offset, 1), 12).outcome, Outcome::malformed) << offset;
+    EXPECT_EQ(client.send(0x80222068, Record{12}.u32(0, 3).u8(offset, 1), 12).outcome, Outcome::kMalformed) << offset;
 }
 
 TEST(SimulatorRequests, all_other_codes_are_unknown) {
@@ -24,19 +24,19 @@ TEST(SimulatorRequests, all_other_codes_are_unknown) {
   for (std::uint32_t code = 0x80221F00; code < 0x80222200; ++code) {
     const bool isKnown = std::ranges::find(known, code) != known.end();
     const auto outcome = client.send(code, {}, 0).outcome;
-    EXPECT_EQ(outcome, isKnown ? Outcome::wrongLength : Outcome::unknownRequest) << std::hex << code;
-    unknown += outcome == Outcome::unknownRequest ? 1 : 0;
+    EXPECT_EQ(outcome, isKnown ? Outcome::kWrongLength : Outcome::kUnknownRequest) << std::hex << code;
+    unknown += outcome == Outcome::kUnknownRequest ? 1 : 0;
   }
   EXPECT_EQ(unknown, 0x300 - known.size());
   for (const std::uint32_t code : {0U, 0x222034U, 0x80222036U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.send(code, Record{4000}, 4000).outcome, Outcome::unknownRequest) << std::hex << code;
+    EXPECT_EQ(client.send(code, Record{4000}, 4000).outcome, Outcome::kUnknownRequest) << std::hex << code;
 }
 
 TEST(SimulatorRequests, other_operations_on_a_store_are_unknown) {
   ModelClient client;
   for (const std::uint32_t code : kModifyCodes)
     for (const std::uint32_t operation : {0U, 2U, 8U, 9U, 0x100U, 0x80000001U, 0xFFFFFFFFU})
-      EXPECT_EQ(client.same(code, modifyRequest(operation)).outcome, Outcome::unknownRequest) << operation;
+      EXPECT_EQ(client.same(code, modifyRequest(operation)).outcome, Outcome::kUnknownRequest) << operation;
 }
 
 struct Form {
@@ -82,7 +82,7 @@ TEST(SimulatorLengths, every_form_succeeds_with_its_lengths) {
   for (const auto& form : forms()) {
     ModelClient client;
     fill(client);
-    EXPECT_EQ(client.send(form.code, form.input, form.outputLength).outcome, Outcome::success) << form.name;
+    EXPECT_EQ(client.send(form.code, form.input, form.outputLength).outcome, Outcome::kSuccess) << form.name;
   }
 }
 
@@ -94,7 +94,7 @@ TEST(SimulatorLengths, every_other_input_length_fails_and_changes_nothing) {
       if (length == form.input.size()) continue;
       Bytes input = form.input;
       input.resize(length);
-      ASSERT_EQ(client.send(form.code, input, form.outputLength).outcome, Outcome::wrongLength)
+      ASSERT_EQ(client.send(form.code, input, form.outputLength).outcome, Outcome::kWrongLength)
           << form.name << " " << length;
     }
   expectUntouched(client);
@@ -106,7 +106,8 @@ TEST(SimulatorLengths, every_other_output_length_fails_and_changes_nothing) {
   for (const auto& form : forms())
     for (std::size_t length = 0; length < form.outputLength + 300; ++length) {
       if (length == form.outputLength) continue;
-      ASSERT_EQ(client.send(form.code, form.input, length).outcome, Outcome::wrongLength) << form.name << " " << length;
+      ASSERT_EQ(client.send(form.code, form.input, length).outcome, Outcome::kWrongLength)
+          << form.name << " " << length;
     }
   expectUntouched(client);
 }
@@ -120,7 +121,7 @@ TEST(SimulatorLengths, both_lengths_wrong_alike_fail_and_change_nothing) {
       if (length == form.outputLength) continue;
       Bytes input = form.input;
       input.resize(length);
-      ASSERT_EQ(client.same(form.code, input).outcome, Outcome::wrongLength) << form.name << " " << length;
+      ASSERT_EQ(client.same(form.code, input).outcome, Outcome::kWrongLength) << form.name << " " << length;
     }
   }
   expectUntouched(client);
@@ -131,9 +132,9 @@ TEST(SimulatorLengths, a_buffer_shorter_than_its_lengths_is_never_touched) {
   std::byte small[3999]{};
   small[0] = std::byte{3};
   const auto input = client.driver().control(client.surroundings, 1, kModifyPb, small, 4000, 4000);
-  EXPECT_EQ(input.outcome, Outcome::wrongLength);
+  EXPECT_EQ(input.outcome, Outcome::kWrongLength);
   const auto output = client.driver().control(client.surroundings, 1, kModifyPb, std::span{small}.first(3000), 0, 4000);
-  EXPECT_EQ(output.outcome, Outcome::wrongLength);
+  EXPECT_EQ(output.outcome, Outcome::kWrongLength);
 }
 
 TEST(SimulatorRequests, buffers_need_no_alignment) {
@@ -144,7 +145,7 @@ TEST(SimulatorRequests, buffers_need_no_alignment) {
   std::memcpy(memory.data() + 1, request.data(), request.size());
   const auto answer =
       client.driver().control(client.surroundings, 1, kReadPb, std::span{memory}.subspan(1), 19872, 19872);
-  EXPECT_EQ(answer.outcome, Outcome::success);
+  EXPECT_EQ(answer.outcome, Outcome::kSuccess);
   EXPECT_EQ(memory[5], std::byte{1});
 }
 

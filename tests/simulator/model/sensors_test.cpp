@@ -38,7 +38,7 @@ TEST(SimulatorSensor, shows_what_was_simulated_from_then_on) {
   ModelClient client;
   for (std::uint32_t sensor = 0; sensor < 4; ++sensor) {
     const auto before = sensorData(client);
-    ASSERT_EQ(client.outcome(0x80222080, update(sensor, 0x11223344, 0xFFFFFFFF, 7)), Outcome::success);
+    ASSERT_EQ(client.outcome(0x80222080, update(sensor, 0x11223344, 0xFFFFFFFF, 7)), Outcome::kSuccess);
     const auto after = sensorData(client);
     for (std::uint32_t other = 0; other < 4; ++other)
       EXPECT_EQ(part(after, 16 * std::size_t{other}, 16),
@@ -54,14 +54,14 @@ TEST(SimulatorSensor, shows_what_was_simulated_from_then_on) {
 
 TEST(SimulatorSensor, update_of_zero_is_an_update) {
   ModelClient client;
-  ASSERT_EQ(client.outcome(kSensorUpdate, update(3, 0, 0, 0)), Outcome::success);
+  ASSERT_EQ(client.outcome(kSensorUpdate, update(3, 0, 0, 0)), Outcome::kSuccess);
   EXPECT_EQ(part(sensorData(client), 48, 16), hex("01 00 00 00  00 00 00 00  00 00 00 00  00 00 00 00"));
 }
 
 TEST(SimulatorSensor, last_update_counts) {
   ModelClient client;
-  ASSERT_EQ(client.outcome(kSensorUpdate, update(1, 1, 2, 3)), Outcome::success);
-  ASSERT_EQ(client.outcome(kSensorUpdate, update(1, 4, 5, 6)), Outcome::success);
+  ASSERT_EQ(client.outcome(kSensorUpdate, update(1, 1, 2, 3)), Outcome::kSuccess);
+  ASSERT_EQ(client.outcome(kSensorUpdate, update(1, 4, 5, 6)), Outcome::kSuccess);
   EXPECT_EQ(part(sensorData(client), 16, 16), hex("01 00 00 00  04 00 00 00  05 00 00 00  06 00 00 00"));
 }
 
@@ -69,7 +69,7 @@ TEST(SimulatorSensor, there_are_four) {
   ModelClient client;
   const auto before = settingsOf(client);
   for (const std::uint32_t sensor : {4U, 5U, 0x100U, 0x10000U, 0x80000000U, 0xFFFFFFFFU})
-    EXPECT_EQ(client.outcome(kSensorUpdate, update(sensor, 1, 2, 3)), Outcome::malformed) << sensor;
+    EXPECT_EQ(client.outcome(kSensorUpdate, update(sensor, 1, 2, 3)), Outcome::kMalformed) << sensor;
   EXPECT_EQ(settingsOf(client), before);
 }
 
@@ -79,7 +79,7 @@ TEST(SimulatorSensor, telemetry_shows_status_and_data) {
   EXPECT_EQ(telemetry.value(47), hex("01 00  01 00  01 00  00 00"));
   for (std::uint32_t sensor = 0; sensor < 4; ++sensor) {
     EXPECT_EQ(telemetry.value(48 + sensor), part(sensorData(client), 16 * std::size_t{sensor} + 4, 12));
-    ASSERT_EQ(client.outcome(kSensorUpdate, update(sensor, 10 + sensor, 0x80000000, 3)), Outcome::success);
+    ASSERT_EQ(client.outcome(kSensorUpdate, update(sensor, 10 + sensor, 0x80000000, 3)), Outcome::kSuccess);
     EXPECT_EQ(telemetry.value(48 + sensor), Record{12}.u32(0, 10 + sensor).u32(4, 0x80000000).u32(8, 3).bytes());
   }
   EXPECT_EQ(telemetry.value(47), hex("01 00  01 00  01 00  01 00"));

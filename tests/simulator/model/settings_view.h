@@ -45,10 +45,10 @@ inline Record overrideRequest(std::uint32_t key, std::uint32_t value, std::uint8
   return Record{12}.u8(0, enable).u32(4, key).u32(8, value);
 }
 inline void overrideKey(ModelClient& client, std::uint32_t key, std::uint32_t value) {
-  EXPECT_EQ(client.outcome(kOverride, overrideRequest(key, value)), Outcome::success) << key;
+  EXPECT_EQ(client.outcome(kOverride, overrideRequest(key, value)), Outcome::kSuccess) << key;
 }
 inline void liftOverride(ModelClient& client, std::uint32_t key) {
-  EXPECT_EQ(client.outcome(kOverride, overrideRequest(key, 0, 0)), Outcome::success) << key;
+  EXPECT_EQ(client.outcome(kOverride, overrideRequest(key, 0, 0)), Outcome::kSuccess) << key;
 }
 /// A key's value in force.
 inline std::uint32_t inForce(ModelClient& client, std::uint32_t key) {

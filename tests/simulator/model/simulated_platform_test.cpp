@@ -39,7 +39,7 @@ std::vector<Bytes> course(std::uint64_t seed, std::uint64_t clock) {
     pass(client, 30000);
     if (step == 5) overrideKey(client, 52, 3);
     if (step == 9) {
-      EXPECT_EQ(client.outcome(kSensorUpdate, Record{16}.u32(0, 1).u32(4, 5)), Outcome::success);
+      EXPECT_EQ(client.outcome(kSensorUpdate, Record{16}.u32(0, 1).u32(4, 5)), Outcome::kSuccess);
     }
     areas.push_back(areasOf(client));
   }
@@ -298,14 +298,14 @@ TEST(SimulatorPlatform, plain_logs_begin_as_documented) {
   startLogs(client);
   pass(client, 90000);
   client.answer(kAppIo, Record{12}.u32(0, 4).u32(4, 11).u32(8, 22), 12);
-  const auto plain = bytesOfArea(client.surroundings.area(LogKind::plain));
+  const auto plain = bytesOfArea(client.surroundings.area(LogKind::kPlain));
   Record expected = Record{4096}.text(0, "VQTL").u32(4, 3).u32(8, 90).u32(12, 1).u32(16, inForce(client, 52));
   expected.u32(20, telemetry.number(28)).u32(24, telemetry.number(27)).u32(28, telemetry.number(85));
   expected.u32(32, telemetry.number(175)).u32(36, telemetry.number(185)).u32(40, 11).u32(44, 22).u32(48, 11);
   expected.u32(52, 22);
   EXPECT_EQ(difference(plain, expected.bytes()), "");
   expected.u32(4, 4);
-  const auto ex = bytesOfArea(client.surroundings.area(LogKind::ex));
+  const auto ex = bytesOfArea(client.surroundings.area(LogKind::kEx));
   EXPECT_EQ(difference(part(ex, 0, 56), part(expected, 0, 56)), "");
   EXPECT_EQ(part(ex, 184, 4096 - 184), Bytes(4096 - 184));
   const auto cores = telemetry.value(166);

@@ -13,7 +13,7 @@ inline constexpr std::uint32_t kLog = 0x80222058;
 
 inline constexpr std::uint32_t kStartOperations[] = {0, 2, 7, 10};
 inline constexpr std::uint32_t kStopOperations[] = {1, 3, 8, 11};
-inline constexpr LogKind kLogKinds[] = {LogKind::plain, LogKind::ex, LogKind::keyValue, LogKind::exKeyValue};
+inline constexpr LogKind kLogKinds[] = {LogKind::kPlain, LogKind::kEx, LogKind::kKeyValue, LogKind::kExKeyValue};
 
 inline Record logRequest(std::uint32_t operation, std::uint32_t logId = 0) {
   return Record{32}.u32(0, logId).u32(4, operation);
@@ -88,8 +88,8 @@ class Telemetry {
     startLog(client_, 10);
   }
 
-  [[nodiscard]] Bytes value(std::uint32_t key) const { return valueIn(LogKind::keyValue, kvRows(), key); }
-  [[nodiscard]] Bytes exValue(std::uint32_t key) const { return valueIn(LogKind::exKeyValue, exKVRows(), key); }
+  [[nodiscard]] Bytes value(std::uint32_t key) const { return valueIn(LogKind::kKeyValue, kvRows(), key); }
+  [[nodiscard]] Bytes exValue(std::uint32_t key) const { return valueIn(LogKind::kExKeyValue, exKVRows(), key); }
   [[nodiscard]] std::uint32_t number(std::uint32_t key) const { return word(value(key), 0); }
   [[nodiscard]] std::uint32_t exNumber(std::uint32_t key) const { return word(exValue(key), 0); }
   [[nodiscard]] std::int32_t signedNumber(std::uint32_t key) const { return static_cast<std::int32_t>(number(key)); }

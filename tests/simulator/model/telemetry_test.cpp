@@ -40,11 +40,11 @@ TEST(SimulatorTelemetry, shows_which_features_are_active) {
   const Telemetry telemetry{client};
   for (const std::uint32_t key : {15U, 17U, 19U, 21U, 23U, 149U}) EXPECT_EQ(telemetry.text(key), "No") << key;
   EXPECT_EQ(telemetry.text(53), "Off");
-  ASSERT_EQ(client.same(0x80222014, Record{80}.u32(0, 1)).outcome, Outcome::success);
+  ASSERT_EQ(client.same(0x80222014, Record{80}.u32(0, 1)).outcome, Outcome::kSuccess);
   EXPECT_EQ(telemetry.text(15), "Yes");
-  ASSERT_EQ(client.same(0x80222018, Record{404}.u32(0, 1)).outcome, Outcome::success);
+  ASSERT_EQ(client.same(0x80222018, Record{404}.u32(0, 1)).outcome, Outcome::kSuccess);
   EXPECT_EQ(telemetry.text(17), "Yes");
-  ASSERT_EQ(client.same(0x8022201C, Record{420}.u32(0, 1)).outcome, Outcome::success);
+  ASSERT_EQ(client.same(0x8022201C, Record{420}.u32(0, 1)).outcome, Outcome::kSuccess);
   EXPECT_EQ(telemetry.text(19), "Yes");
   constexpr std::uint32_t kStoreKeys[] = {21, 23, 149};
   for (std::size_t store = 0; store < 3; ++store) {
@@ -53,7 +53,7 @@ TEST(SimulatorTelemetry, shows_which_features_are_active) {
     ASSERT_EQ(client.remove(kModifyCodes[store], 7), 0);
     EXPECT_EQ(telemetry.text(kStoreKeys[store]), "No");
   }
-  ASSERT_EQ(client.outcome(kDynamicSlider, Record{4}.u32(0, 1)), Outcome::success);
+  ASSERT_EQ(client.outcome(kDynamicSlider, Record{4}.u32(0, 1)), Outcome::kSuccess);
   EXPECT_EQ(telemetry.text(53), "On");
 }
 
@@ -90,13 +90,13 @@ TEST(SimulatorTelemetry, names_the_policy_binary_in_force) {
   EXPECT_EQ(telemetry.text(76), "Loaded");
   EXPECT_EQ(telemetry.exValue(47)[0], 0);
   client.surroundings.memory[0x1000] = sample("laptop-r5.bin");
-  ASSERT_EQ(client.outcome(kPolicyBinary, Record{24}.u64(8, 3371).u64(16, 0x1000), 24), Outcome::success);
+  ASSERT_EQ(client.outcome(kPolicyBinary, Record{24}.u64(8, 3371).u64(16, 0x1000), 24), Outcome::kSuccess);
   EXPECT_EQ(telemetry.text(74), "3.41");
   EXPECT_EQ(telemetry.text(76), "Replaced");
   EXPECT_EQ(telemetry.exValue(47)[0], 1);
   ASSERT_EQ(client.add(kModifyAsm, simplePolicy(7)), 0);
-  ASSERT_EQ(client.same(kModifyAsm, modifyRequest(6).u32(3988, 65535).u32(3992, 65535)).outcome, Outcome::success);
-  ASSERT_EQ(client.outcome(kPolicyBinary, Record{24}.u32(0, 4), 24), Outcome::success);
+  ASSERT_EQ(client.same(kModifyAsm, modifyRequest(6).u32(3988, 65535).u32(3992, 65535)).outcome, Outcome::kSuccess);
+  ASSERT_EQ(client.outcome(kPolicyBinary, Record{24}.u32(0, 4), 24), Outcome::kSuccess);
   EXPECT_EQ(telemetry.text(74), "65535.65535");
 }
 
@@ -131,8 +131,8 @@ TEST(SimulatorTelemetry, counts_seconds_of_throttling_while_it_is_shown) {
 TEST(SimulatorTelemetry, counts_firmware_events) {
   ModelClient client;
   const Telemetry telemetry{client};
-  for (int i = 0; i < 3; ++i) ASSERT_EQ(client.outcome(kFirmwareEvent, Bytes(40)), Outcome::success);
-  ASSERT_EQ(client.outcome(kFirmwareEventV2, Bytes(64)), Outcome::success);
+  for (int i = 0; i < 3; ++i) ASSERT_EQ(client.outcome(kFirmwareEvent, Bytes(40)), Outcome::kSuccess);
+  ASSERT_EQ(client.outcome(kFirmwareEventV2, Bytes(64)), Outcome::kSuccess);
   EXPECT_EQ(telemetry.exValue(20), Record{40}.u32(0, 3).u32(4, 1).bytes());
 }
 

@@ -177,11 +177,11 @@ TEST_F(Files, that_are_links_to_nothing_cannot_be_written) {
 
 TEST_F(Files, that_are_devices_are_no_files) {
   for (const std::string device : {"NUL", "nul", "CON", "COM1", "\\\\.\\NUL"})
-    EXPECT_EQ(platform::fileKind(device), platform::FileKind::other) << device;
-  EXPECT_EQ(platform::fileKind(target), platform::FileKind::regular);
-  EXPECT_EQ(platform::fileKind(folder.path(".")), platform::FileKind::folder);
-  EXPECT_EQ(platform::fileKind(folder.path("missing")), platform::FileKind::none);
-  EXPECT_EQ(platform::fileKind(folder.path("a?b")), platform::FileKind::none);
+    EXPECT_EQ(platform::fileKind(device), platform::FileKind::kOther) << device;
+  EXPECT_EQ(platform::fileKind(target), platform::FileKind::kRegular);
+  EXPECT_EQ(platform::fileKind(folder.path(".")), platform::FileKind::kFolder);
+  EXPECT_EQ(platform::fileKind(folder.path("missing")), platform::FileKind::kNone);
+  EXPECT_EQ(platform::fileKind(folder.path("a?b")), platform::FileKind::kNone);
 }
 
 TEST_F(Files, have_a_size_that_is_not_a_link_s) {
@@ -192,7 +192,7 @@ TEST_F(Files, have_a_size_that_is_not_a_link_s) {
 
 TEST_F(Files, are_found_and_removed_in_the_form_without_limit) {
   const std::string plain = "\\\\?\\" + target;
-  EXPECT_EQ(platform::fileKind(plain), platform::FileKind::regular);
+  EXPECT_EQ(platform::fileKind(plain), platform::FileKind::kRegular);
   EXPECT_EQ(platform::fileSize(plain), 3U);
   EXPECT_TRUE(platform::resizeFile(plain, 1));
   EXPECT_EQ(content("target"), "o");

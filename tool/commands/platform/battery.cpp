@@ -28,8 +28,8 @@ Battery readBattery(const Session& session) {
   auto& limits = battery.limits;
   require(vqsGetBatteryLimits(session.get(), limits.data(), &limits[1], &limits[2], &limits[3]),
           "the battery's limits cannot be read");
-  const KeyTable table{LogGeneration::plain};
-  const auto reading = TelemetryLog{session, LogGeneration::plain, table}.read();
+  const KeyTable table{LogGeneration::kPlain};
+  const auto reading = TelemetryLog{session, LogGeneration::kPlain, table}.read();
   const auto numberOf = [&](const char* name) { return reading.number(table.named(name)); };
   battery.chargeLevel = numberOf("BatteryChargeLevel");
   battery.chargeRate = numberOf("BatteryChargeRate");

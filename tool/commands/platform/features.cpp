@@ -33,7 +33,7 @@ std::string featuresAsJson(const std::vector<VqsFeatureStatus>& features) {
 
 std::string featuresAsText(const std::vector<VqsFeatureStatus>& features) {
   TextTable table{
-      {{"INDEX", Align::right}, {"SUPPORTED", Align::left}, {"ACTIVE", Align::left}, {"VALUE", Align::right}}};
+      {{"INDEX", Align::kRight}, {"SUPPORTED", Align::kLeft}, {"ACTIVE", Align::kLeft}, {"VALUE", Align::kRight}}};
   for (std::size_t index = 0; index < features.size(); ++index)
     table.add({std::to_string(index), yesOrNo(features[index].flagA != 0), yesOrNo(features[index].flagB != 0),
                std::to_string(features[index].value)});

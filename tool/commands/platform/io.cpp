@@ -21,8 +21,8 @@ struct ApplicationIo {
 
 ApplicationIo readIo(const Session& session) {
   ApplicationIo io;
-  const KeyTable table{LogGeneration::plain};
-  const auto reading = TelemetryLog{session, LogGeneration::plain, table}.read();
+  const KeyTable table{LogGeneration::kPlain};
+  const auto reading = TelemetryLog{session, LogGeneration::kPlain, table}.read();
   io.inputs = {reading.number(table.named("AppInput1")), reading.number(table.named("AppInput2"))};
   require(vqsGetAppOutput(session.get(), io.outputs.data(), &io.outputs[1]), "the application outputs cannot be read");
   require(vqsGetTaskbarIcon(session.get(), io.taskbarIcon.data(), &io.taskbarIcon[1]),

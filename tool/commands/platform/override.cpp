@@ -35,11 +35,11 @@ std::string overridesAsJson(const std::vector<OverrideKey>& keys) {
 
 std::string overridesAsText(const std::vector<OverrideKey>& keys) {
   if (keys.empty()) return "The driver has no keys that can be overridden.\n";
-  TextTable table{{{"KEY", Align::right},
-                   {"NAME", Align::left},
-                   {"RANGE", Align::left},
-                   {"VALUE", Align::right},
-                   {"OVERRIDDEN", Align::left}}};
+  TextTable table{{{"KEY", Align::kRight},
+                   {"NAME", Align::kLeft},
+                   {"RANGE", Align::kLeft},
+                   {"VALUE", Align::kRight},
+                   {"OVERRIDDEN", Align::kLeft}}};
   for (const auto& key : keys)
     table.add({std::to_string(key.key), printable(key.name), fmt::format("{} to {}", key.lowest, key.highest),
                std::to_string(key.value), yesOrNo(key.overridden)});

@@ -50,11 +50,11 @@ std::string sensorsAsJson(const Sensors& sensors) {
 }
 
 std::string sensorsAsText(const Sensors& sensors) {
-  TextTable table{{{"SENSOR", Align::right},
-                   {"STATUS", Align::right},
-                   {"WORD 0", Align::right},
-                   {"WORD 1", Align::right},
-                   {"WORD 2", Align::right}}};
+  TextTable table{{{"SENSOR", Align::kRight},
+                   {"STATUS", Align::kRight},
+                   {"WORD 0", Align::kRight},
+                   {"WORD 1", Align::kRight},
+                   {"WORD 2", Align::kRight}}};
   for (std::size_t i = 0; i < sensors.size(); ++i)
     table.add({std::to_string(i), std::to_string(sensors[i].status), describeWord(sensors[i].words[0]),
                describeWord(sensors[i].words[1]), describeWord(sensors[i].words[2])});

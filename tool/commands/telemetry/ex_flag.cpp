@@ -5,7 +5,7 @@ namespace tool {
 
 CLI::Option* addExFlag(CLI::App& command, LogGeneration& generation) {
   return command.add_flag_callback(
-      "--ex", [&generation] { generation = LogGeneration::ex; }, "The Ex key/value log, which has keys of its own");
+      "--ex", [&generation] { generation = LogGeneration::kEx; }, "The Ex key/value log, which has keys of its own");
 }
 
 }  // namespace tool

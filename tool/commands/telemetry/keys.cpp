@@ -8,7 +8,7 @@ namespace tool {
 namespace {
 
 struct TelemetryKeysArguments {
-  LogGeneration generation = LogGeneration::plain;
+  LogGeneration generation = LogGeneration::kPlain;
   bool json = false;
 };
 
@@ -24,11 +24,11 @@ std::string keysAsJson(const KeyTable& table) {
 }
 
 std::string keysAsText(const KeyTable& table) {
-  TextTable text{{{"ID", Align::right},
-                  {"NAME", Align::left},
-                  {"TYPE", Align::left},
-                  {"COUNT", Align::right},
-                  {"PARAM", Align::right}}};
+  TextTable text{{{"ID", Align::kRight},
+                  {"NAME", Align::kLeft},
+                  {"TYPE", Align::kLeft},
+                  {"COUNT", Align::kRight},
+                  {"PARAM", Align::kRight}}};
   for (const auto& key : table.keys())
     text.add({std::to_string(key.id), key.name, describeElementType(key.type), std::to_string(key.count),
               std::to_string(key.param)});

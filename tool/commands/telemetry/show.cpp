@@ -8,7 +8,7 @@ namespace tool {
 namespace {
 
 struct TelemetryShowArguments {
-  LogGeneration generation = LogGeneration::plain;
+  LogGeneration generation = LogGeneration::kPlain;
   bool json = false;
 };
 
@@ -20,7 +20,7 @@ std::string readingAsJson(const Reading& reading) {
 
 std::string readingAsText(const Reading& reading) {
   if (reading.values.empty()) return reading.fault.empty() ? "The driver's log holds no keys.\n" : "";
-  TextTable table{{{"ID", Align::right}, {"NAME", Align::left}, {"VALUE", Align::left}}};
+  TextTable table{{{"ID", Align::kRight}, {"NAME", Align::kLeft}, {"VALUE", Align::kLeft}}};
   for (const auto& value : reading.values) table.add({std::to_string(value.key().id), value.key().name, value.text()});
   return table.render();
 }

@@ -18,7 +18,7 @@ namespace {
 
 struct TelemetryWatchArguments {
   std::vector<std::string> keys;
-  LogGeneration generation = LogGeneration::plain;
+  LogGeneration generation = LogGeneration::kPlain;
   std::string every = "1000";
   std::optional<std::string> count;
 };
@@ -32,7 +32,7 @@ struct WatchPlan {
 };
 
 std::vector<std::string> usualKeys(LogGeneration generation) {
-  if (generation == LogGeneration::ex)
+  if (generation == LogGeneration::kEx)
     return {"PowerSource", "BatChargeLevel", "BatChargeRate", "PowerSliderPosition",
             "LidState",    "UserPresent",    "AmbientLight",  "DisplayBrightness",
             "SkinTemp",    "ApuPower"};
