@@ -11,41 +11,33 @@
 
 namespace vqs {
 
-/// What packing and unpacking end with.
-enum : int {
-  kConverted = 0,
-  kMalformed = 1,
-  kNullPointer = 2,
-  kTooSmall = 3,
-  /// a text could not be converted, or there was nothing to convert
-  kNotConverted = -1
-};
-
 /// The size of one caller body of a structure version; nothing for a version that does not exist.
 std::optional<std::size_t> policyBodySize(std::uint32_t structureVersion);
 
-// Caller's form to driver's form. The destination is filled with zeros beforehand; a failure leaves it partly written.
-// Counts above their limits travel as they are, with as many entries as there is room for.
-int packPolicyV0(const VqsPolicyV0* source, PackedPolicy* destination, const TextConversion& text);
-int packPolicyV1(const VqsPolicyV1* source, PackedPolicy* destination, const TextConversion& text);
-int packPolicyV2(const VqsPolicyV2* source, PackedPolicy* destination);
+// Caller's form to driver's form; false for a null pointer, content that is malformed, or text that cannot be
+// converted. The destination is filled with zeros beforehand; a failure leaves it partly written. Counts above their
+// limits travel as they are, with as many entries as there is room for.
+bool packPolicyV0(const VqsPolicyV0* source, PackedPolicy* destination, const TextConversion& text);
+bool packPolicyV1(const VqsPolicyV1* source, PackedPolicy* destination, const TextConversion& text);
+bool packPolicyV2(const VqsPolicyV2* source, PackedPolicy* destination);
 
-/// Packs a body of a structure version; kMalformed for a version that does not exist.
-int packPolicyBody(std::uint32_t structureVersion, const void* body, PackedPolicy* destination,
-                   const TextConversion& text);
+/// Packs a body of a structure version; false for a version that does not exist, too.
+bool packPolicyBody(std::uint32_t structureVersion, const void* body, PackedPolicy* destination,
+                    const TextConversion& text);
 
-// Driver's form to caller's form. A failure leaves the destination partly written.
-int unpackPolicyV0(const PackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text);
-int unpackPolicyV1(const PackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text);
-int unpackPolicyV2(const PackedPolicy* source, VqsPolicyV2* destination);
+// Driver's form to caller's form; false as above. A failure leaves the destination partly written.
+bool unpackPolicyV0(const PackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text);
+bool unpackPolicyV1(const PackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text);
+bool unpackPolicyV2(const PackedPolicy* source, VqsPolicyV2* destination);
 
-/// Unpacks into a body of a structure version; kMalformed for a version that does not exist.
-int unpackPolicyBody(std::uint32_t structureVersion, const PackedPolicy* source, void* body,
-                     const TextConversion& text);
+/// Unpacks into a body of a structure version; false for a version that does not exist, too.
+bool unpackPolicyBody(std::uint32_t structureVersion, const PackedPolicy* source, void* body,
+                      const TextConversion& text);
 
-/// Unpacks `count` policies into bodies of a structure version, back to back; stops at the first failure.
-int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
-                      const PackedPolicy* policies, std::uint32_t count, const TextConversion& text);
+/// Unpacks `count` policies into bodies of a structure version, back to back; stops at the first failure. False for no
+/// policies, and for bodies that do not fit, before any is written.
+bool unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
+                       const PackedPolicy* policies, std::uint32_t count, const TextConversion& text);
 
 /// The structure version of a record of `size` bytes, if the whole body of that version is among them. It is read once,
 /// so that a caller who changes it meanwhile cannot have more read or written than there is.

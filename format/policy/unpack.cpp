@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "format/policy/conversion.h"
+#include "format/policy/fields.h"
 
 namespace vqs {
 namespace {
@@ -30,92 +31,64 @@ bool fitsVersion0(std::span<const VqsChar16> text) {
 }
 
 template <class Text, class Conversion>
-int unpackText(const PackedText& source, Text& destination, const Conversion& text) {
-  if (source.flag > VQS_POLICY_MAX_TEXT_FLAG) return kMalformed;
+bool unpackText(const PackedText& source, Text& destination, const Conversion& text) {
+  if (source.flag > VQS_POLICY_MAX_TEXT_FLAG) return false;
   destination.flag = source.flag;
-  return unpackUnits(destination.text, source.text, text) ? kConverted : kNotConverted;
+  return unpackUnits(destination.text, source.text, text);
 }
 
-int unpackCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destination) {
-  if (source.op > VQS_POLICY_MAX_OPERATOR) return kMalformed;
-  destination = source;
-  return kConverted;
+/// Version 0 refuses an action with an option that it cannot hold.
+bool unpackAction(const VqsPolicyAction& source, VqsPolicyActionV0& destination) {
+  if (source.option1 != 0) return false;
+  copyAction(source, destination);
+  return true;
 }
 
-int unpackAction(const VqsPolicyAction& source, VqsPolicyActionV0& destination) {
-  if (source.option1 != 0) return kMalformed;
-  destination.actionId = source.actionId;
-  destination.value = source.value;
-  return kConverted;
-}
-
-int unpackAction(const VqsPolicyAction& source, VqsPolicyAction& destination) {
-  destination.actionId = source.actionId;
-  destination.value = source.value;
-  destination.value2 = source.value2;
-  destination.option1 = source.option1;
-  destination.option2 = source.option2;
-  destination.value3 = source.value3;
-  destination.option3 = source.option3;
-  destination.value4 = source.value4;
-  return kConverted;
-}
-
-template <class Policy>
-void unpackScalars(const PackedPolicy& source, Policy& destination) {
-  std::ranges::copy(source.description, destination.description);
-  destination.flag0 = source.flag0;
-  destination.id = source.id;
-  destination.param0 = source.param0;
-  destination.flag1 = source.flag1;
-  destination.flag2 = source.flag2;
-  destination.param1 = source.param1;
-  destination.param2 = source.param2;
-  destination.conditionCount = source.conditionCount;
-  destination.actionCount = source.actionCount;
-  destination.textCount = source.textCount;
+bool unpackAction(const VqsPolicyAction& source, VqsPolicyAction& destination) {
+  copyAction(source, destination);
+  return true;
 }
 
 template <class Policy, class Conversion>
-int unpackTexts(const PackedPolicy& source, Policy& destination, const Conversion& text) {
+bool unpackTexts(const PackedPolicy& source, Policy& destination, const Conversion& text) {
   for (std::size_t i = 0; i < source.textCount; ++i) {
     if constexpr (std::is_same_v<Policy, VqsPolicyV0>)
-      if (!fitsVersion0(source.texts[i].text)) return kMalformed;
-    if (const int result = unpackText(source.texts[i], destination.texts[i], text)) return result;
+      if (!fitsVersion0(source.texts[i].text)) return false;
+    if (!unpackText(source.texts[i], destination.texts[i], text)) return false;
   }
-  return kConverted;
+  return true;
 }
 
 template <class Policy, class Conversion>
-int unpackPolicy(const PackedPolicy* source, Policy* destination, const Conversion& text) {
-  if (source == nullptr || destination == nullptr) return kNullPointer;
-  if (!unpackName(destination->name, source->name, text)) return kNotConverted;
-  unpackScalars(*source, *destination);
-  if (source->conditionCount > VQS_POLICY_MAX_CONDITIONS) return kMalformed;
+bool unpackPolicy(const PackedPolicy* source, Policy* destination, const Conversion& text) {
+  if (source == nullptr || destination == nullptr) return false;
+  if (!unpackName(destination->name, source->name, text)) return false;
+  copyScalars(*source, *destination);
+  if (source->conditionCount > VQS_POLICY_MAX_CONDITIONS) return false;
   for (std::size_t i = 0; i < source->conditionCount; ++i)
-    if (const int result = unpackCondition(source->conditions[i], destination->conditions[i])) return result;
-  if (source->textCount > VQS_POLICY_MAX_TEXTS) return kMalformed;
-  if (const int result = unpackTexts(*source, *destination, text)) return result;
-  if (source->actionCount > VQS_POLICY_MAX_ACTIONS) return kMalformed;
+    if (!copyCondition(source->conditions[i], destination->conditions[i])) return false;
+  if (source->textCount > VQS_POLICY_MAX_TEXTS) return false;
+  if (!unpackTexts(*source, *destination, text)) return false;
+  if (source->actionCount > VQS_POLICY_MAX_ACTIONS) return false;
   for (std::size_t i = 0; i < source->actionCount; ++i)
-    if (const int result = unpackAction(source->actions[i], destination->actions[i])) return result;
-  return kConverted;
+    if (!unpackAction(source->actions[i], destination->actions[i])) return false;
+  return true;
 }
 
 }  // namespace
 
-int unpackPolicyV0(const PackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text) {
+bool unpackPolicyV0(const PackedPolicy* source, VqsPolicyV0* destination, const TextConversion& text) {
   return unpackPolicy(source, destination, text);
 }
-int unpackPolicyV1(const PackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text) {
+bool unpackPolicyV1(const PackedPolicy* source, VqsPolicyV1* destination, const TextConversion& text) {
   return unpackPolicy(source, destination, text);
 }
-int unpackPolicyV2(const PackedPolicy* source, VqsPolicyV2* destination) {
+bool unpackPolicyV2(const PackedPolicy* source, VqsPolicyV2* destination) {
   return unpackPolicy(source, destination, NoConversion{});
 }
 
-int unpackPolicyBody(std::uint32_t structureVersion, const PackedPolicy* source, void* body,
-                     const TextConversion& text) {
+bool unpackPolicyBody(std::uint32_t structureVersion, const PackedPolicy* source, void* body,
+                      const TextConversion& text) {
   switch (structureVersion) {
     case 0:
       return unpackPolicyV0(source, static_cast<VqsPolicyV0*>(body), text);
@@ -124,21 +97,19 @@ int unpackPolicyBody(std::uint32_t structureVersion, const PackedPolicy* source,
     case 2:
       return unpackPolicyV2(source, static_cast<VqsPolicyV2*>(body));
     default:
-      return kMalformed;
+      return false;
   }
 }
 
-int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
-                      const PackedPolicy* policies, std::uint32_t count, const TextConversion& text) {
-  if (destination == nullptr || destinationSize == 0) return kNullPointer;
+bool unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
+                       const PackedPolicy* policies, std::uint32_t count, const TextConversion& text) {
+  if (destination == nullptr || destinationSize == 0) return false;
   const auto bodySize = policyBodySize(structureVersion);
-  if (!bodySize) return kMalformed;
-  if (destinationSize < std::uint64_t{count} * *bodySize) return kTooSmall;
-  if (count == 0) return kNotConverted;
+  if (!bodySize || count == 0 || destinationSize < std::uint64_t{count} * *bodySize) return false;
   auto* body = static_cast<std::byte*>(destination);
   for (std::size_t i = 0; i < count; ++i)
-    if (const int result = unpackPolicyBody(structureVersion, policies + i, body + i * *bodySize, text)) return result;
-  return kConverted;
+    if (!unpackPolicyBody(structureVersion, policies + i, body + i * *bodySize, text)) return false;
+  return true;
 }
 
 }  // namespace vqs

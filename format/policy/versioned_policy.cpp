@@ -27,7 +27,7 @@ std::optional<std::uint32_t> wholeBodyVersion(const VqsVersionedPolicy& record, 
 bool packVersionedPolicy(const VqsVersionedPolicy& record, std::uint64_t size, PackedPolicy& destination,
                          const TextConversion& text) {
   const auto version = wholeBodyVersion(record, size);
-  return version && packPolicyBody(*version, &record.policy, &destination, text) == kConverted;
+  return version && packPolicyBody(*version, &record.policy, &destination, text);
 }
 
 }  // namespace vqs

@@ -22,8 +22,7 @@ vqsStatus createFromBodies(std::uint32_t structureVersion, const void* bodies, s
   const auto policies = memory.arrayAt<PackedPolicy>(0, count);
   const auto* body = static_cast<const std::byte*>(bodies);
   for (std::size_t i = 0; i < count; ++i)
-    if (packPolicyBody(structureVersion, body + i * *stride, &policies[i], kRuntimeText) != kConverted)
-      return VQS_REQUEST_FAILED;
+    if (!packPolicyBody(structureVersion, body + i * *stride, &policies[i], kRuntimeText)) return VQS_REQUEST_FAILED;
   return writePolicyBinary(policies, versions, path);
 }
 

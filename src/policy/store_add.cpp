@@ -15,7 +15,7 @@ vqsStatus addPolicy(QtfSession* session, const VqsPolicyV0* policy, std::uint32_
   const RuntimeBuffer memory{sizeof(PackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& packed = memory.as<PackedPolicy>();
-  if (packPolicyV0(policy, &packed, kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
+  if (!packPolicyV0(policy, &packed, kRuntimeText)) return VQS_REQUEST_FAILED;
   const vqsStatus result =
       policyStoreRequest(session->handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
   // The caller's own id: nothing of the driver's reply reaches it.

@@ -17,7 +17,7 @@ constexpr std::size_t readBufferSize(std::size_t count) {
 vqsStatus unpackInto(VqsPolicyV0* policies, std::span<const PackedPolicy> packed) {
   if (policies == nullptr && !packed.empty()) return VQS_REQUEST_FAILED;
   for (std::size_t i = 0; i < packed.size(); ++i)
-    if (unpackPolicyV0(&packed[i], &policies[i], kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
+    if (!unpackPolicyV0(&packed[i], &policies[i], kRuntimeText)) return VQS_REQUEST_FAILED;
   return VQS_SUCCESS;
 }
 
@@ -82,7 +82,7 @@ vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list
   // The capacity, not the store's count: what lies beyond the store's policies comes out as empty policies.
   const auto packed = memory.arrayAt<vqs::PackedPolicy>(sizeof(vqs::PolicyReadBuffer), capacity);
   return vqs::unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), capacity,
-                                vqs::kRuntimeText) == vqs::kConverted
+                                vqs::kRuntimeText)
              ? VQS_SUCCESS
              : VQS_REQUEST_FAILED;
 }
@@ -94,7 +94,7 @@ vqsStatus VQS_CALL vqsPbIDGetPolicy(QtfSession* session, uint32_t id, VqsPolicyV
   auto& packed = memory.as<vqs::PackedPolicy>();
   const vqsStatus result = vqs::policyLookup(session->handle, id, packed, VQS_POLICY_STORE_PB);
   if (result != VQS_SUCCESS) return result;
-  return vqs::unpackPolicyV0(&packed, policy, vqs::kRuntimeText) == vqs::kConverted ? VQS_SUCCESS : VQS_REQUEST_FAILED;
+  return vqs::unpackPolicyV0(&packed, policy, vqs::kRuntimeText) ? VQS_SUCCESS : VQS_REQUEST_FAILED;
 }
 
 vqsStatus VQS_CALL vqsPbGetPolicyByPrioV2(QtfSession* session, uint32_t priority, VqsVersionedPolicy* record,
@@ -107,7 +107,6 @@ vqsStatus VQS_CALL vqsPbGetPolicyByPrioV2(QtfSession* session, uint32_t priority
   if (result != VQS_SUCCESS) return result;
   const auto version = vqs::wholeBodyVersion(*record, size);
   if (!version) return VQS_REQUEST_FAILED;
-  return vqs::unpackPolicyBody(*version, &packed, &record->policy, vqs::kRuntimeText) == vqs::kConverted
-             ? VQS_SUCCESS
-             : VQS_REQUEST_FAILED;
+  return vqs::unpackPolicyBody(*version, &packed, &record->policy, vqs::kRuntimeText) ? VQS_SUCCESS
+                                                                                      : VQS_REQUEST_FAILED;
 }

@@ -29,7 +29,7 @@ vqsStatus replacePolicy(HANDLE handle, std::uint32_t id, VqsPolicyV0* policy, st
   if (policy != nullptr) policy->id = id;
   if (deleted != VQS_SUCCESS || driverResult == nullptr || *driverResult != 0) return deleted;
   auto& packed = memory.as<PackedPolicy>();
-  if (packPolicyV0(policy, &packed, kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
+  if (!packPolicyV0(policy, &packed, kRuntimeText)) return VQS_REQUEST_FAILED;
   return policyStoreRequest(handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
 }
 

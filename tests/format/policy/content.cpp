@@ -1,10 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/format/policy/content.h"
 
+#include <cerrno>
+
 #include "src/channel/text.h"
 
 namespace test {
 namespace {
+
+/// The conversions tell no more than that they failed: the runtime's error indicator, cleared before, tells why.
+int resultOf(bool isConverted) {
+  if (isConverted) return 0;
+  return errno == 0 ? 1 : -1;
+}
 
 void putNarrow(Record& record, std::size_t offset, const std::u16string& units) {
   for (const char16_t unit : units) record.u8(offset++, static_cast<std::uint8_t>(unit));
@@ -150,20 +158,16 @@ PolicyContent numberedPolicy(std::uint32_t id) {
 
 int pack(std::uint32_t version, const Bytes& body, vqs::PackedPolicy& packed) {
   EXPECT_EQ(body.size(), layoutOf(version).size);
-  if (version == 0)
-    return vqs::packPolicyV0(reinterpret_cast<const VqsPolicyV0*>(body.data()), &packed, vqs::kRuntimeText);
-  if (version == 1)
-    return vqs::packPolicyV1(reinterpret_cast<const VqsPolicyV1*>(body.data()), &packed, vqs::kRuntimeText);
-  return vqs::packPolicyV2(reinterpret_cast<const VqsPolicyV2*>(body.data()), &packed);
+  errno = 0;
+  return resultOf(vqs::packPolicyBody(version, body.data(), &packed, vqs::kRuntimeText));
 }
 
 int unpack(std::uint32_t version, const Bytes& packed, Bytes& body) {
   EXPECT_EQ(packed.size(), 3972U);
   EXPECT_EQ(body.size(), layoutOf(version).size);
+  errno = 0;
   const auto* source = reinterpret_cast<const vqs::PackedPolicy*>(packed.data());
-  if (version == 0) return vqs::unpackPolicyV0(source, reinterpret_cast<VqsPolicyV0*>(body.data()), vqs::kRuntimeText);
-  if (version == 1) return vqs::unpackPolicyV1(source, reinterpret_cast<VqsPolicyV1*>(body.data()), vqs::kRuntimeText);
-  return vqs::unpackPolicyV2(source, reinterpret_cast<VqsPolicyV2*>(body.data()));
+  return resultOf(vqs::unpackPolicyBody(version, source, body.data(), vqs::kRuntimeText));
 }
 
 std::string versionName(const ::testing::TestParamInfo<std::uint32_t>& instance) {

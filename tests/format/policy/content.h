@@ -144,7 +144,8 @@ PolicyContent fullPolicy(std::uint32_t version);
 /// Full in its texts and its name, few entries; different for every id.
 PolicyContent numberedPolicy(std::uint32_t id);
 
-/// The library's conversions on bodies as bytes; the pointers point at exactly as many bytes as there are.
+/// The library's conversions on bodies as bytes; the pointers point at exactly as many bytes as there are. 0 when all
+/// went well, -1 for a text that could not be converted, 1 for anything else.
 int pack(std::uint32_t version, const Bytes& body, vqs::PackedPolicy& packed);
 int unpack(std::uint32_t version, const Bytes& packed, Bytes& body);
 

@@ -239,12 +239,12 @@ TEST(PackNothing, is_a_null_pointer) {
   const auto v0 = poisoned<VqsPolicyV0>();
   const auto v1 = poisoned<VqsPolicyV1>();
   const auto v2 = poisoned<VqsPolicyV2>();
-  EXPECT_EQ(vqs::packPolicyV0(nullptr, &packed, vqs::kRuntimeText), 2);
-  EXPECT_EQ(vqs::packPolicyV0(&v0, nullptr, vqs::kRuntimeText), 2);
-  EXPECT_EQ(vqs::packPolicyV1(nullptr, &packed, vqs::kRuntimeText), 2);
-  EXPECT_EQ(vqs::packPolicyV1(&v1, nullptr, vqs::kRuntimeText), 2);
-  EXPECT_EQ(vqs::packPolicyV2(nullptr, &packed), 2);
-  EXPECT_EQ(vqs::packPolicyV2(&v2, nullptr), 2);
+  EXPECT_FALSE(vqs::packPolicyV0(nullptr, &packed, vqs::kRuntimeText));
+  EXPECT_FALSE(vqs::packPolicyV0(&v0, nullptr, vqs::kRuntimeText));
+  EXPECT_FALSE(vqs::packPolicyV1(nullptr, &packed, vqs::kRuntimeText));
+  EXPECT_FALSE(vqs::packPolicyV1(&v1, nullptr, vqs::kRuntimeText));
+  EXPECT_FALSE(vqs::packPolicyV2(nullptr, &packed));
+  EXPECT_FALSE(vqs::packPolicyV2(&v2, nullptr));
   EXPECT_EQ(difference(bytesOf(packed), Record{3972}.bytes()), "");
 }
 

@@ -256,12 +256,12 @@ TEST(UnpackNothing, is_a_null_pointer) {
   auto v0 = poisoned<VqsPolicyV0>();
   auto v1 = poisoned<VqsPolicyV1>();
   auto v2 = poisoned<VqsPolicyV2>();
-  EXPECT_EQ(vqs::unpackPolicyV0(nullptr, &v0, vqs::kRuntimeText), 2);
-  EXPECT_EQ(vqs::unpackPolicyV0(&packed, nullptr, vqs::kRuntimeText), 2);
-  EXPECT_EQ(vqs::unpackPolicyV1(nullptr, &v1, vqs::kRuntimeText), 2);
-  EXPECT_EQ(vqs::unpackPolicyV1(&packed, nullptr, vqs::kRuntimeText), 2);
-  EXPECT_EQ(vqs::unpackPolicyV2(nullptr, &v2), 2);
-  EXPECT_EQ(vqs::unpackPolicyV2(&packed, nullptr), 2);
+  EXPECT_FALSE(vqs::unpackPolicyV0(nullptr, &v0, vqs::kRuntimeText));
+  EXPECT_FALSE(vqs::unpackPolicyV0(&packed, nullptr, vqs::kRuntimeText));
+  EXPECT_FALSE(vqs::unpackPolicyV1(nullptr, &v1, vqs::kRuntimeText));
+  EXPECT_FALSE(vqs::unpackPolicyV1(&packed, nullptr, vqs::kRuntimeText));
+  EXPECT_FALSE(vqs::unpackPolicyV2(nullptr, &v2));
+  EXPECT_FALSE(vqs::unpackPolicyV2(&packed, nullptr));
   EXPECT_EQ(bytesOf(v0), Bytes(804, kPoison));
   EXPECT_EQ(bytesOf(v1), Bytes(1448, kPoison));
   EXPECT_EQ(bytesOf(v2), Bytes(3916, kPoison));
