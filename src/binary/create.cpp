@@ -29,24 +29,22 @@ vqsStatus createFromBodies(std::uint32_t structureVersion, const void* bodies, s
 /// The packed policies of a store, in store order.
 vqsStatus fetchStorePolicies(HANDLE handle, std::uint32_t readCode, std::optional<RuntimeBuffer>& memory,
                              std::span<PackedPolicy>& policies) {
-  const RuntimeBuffer fetch{sizeof(PolicyFetchRequest)};
-  if (!fetch) return VQS_REQUEST_FAILED;
-  auto& request = fetch.as<PolicyFetchRequest>();
-  if (queryPolicyCount(handle, readCode, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
-  const std::uint32_t count = request.policyCount;
+  const HeapRecord<PolicyFetchRequest> request;
+  if (!request) return VQS_REQUEST_FAILED;
+  if (queryPolicyCount(handle, readCode, *request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  const std::uint32_t count = request->policyCount;
   memory.emplace(saturatingProduct(count, sizeof(PackedPolicy)));
   if (!*memory) return VQS_REQUEST_FAILED;
   policies = memory->arrayAt<PackedPolicy>(0, count);
-  return fetchPolicies(handle, readCode, request, policies);
+  return fetchPolicies(handle, readCode, *request, policies);
 }
 
 vqsStatus queryBinaryVersions(HANDLE handle, std::uint32_t modifyCode, BinaryVersions& versions) {
-  const RuntimeBuffer memory{sizeof(PolicyStoreRequest)};
-  if (!memory) return VQS_REQUEST_FAILED;
-  auto& request = memory.as<PolicyStoreRequest>();
-  request.operation = kStoreGetBinaryVersion;
-  if (sendSame(handle, modifyCode, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
-  versions = {static_cast<std::uint16_t>(request.versionWord1), static_cast<std::uint16_t>(request.versionWord2)};
+  const HeapRecord<PolicyStoreRequest> request;
+  if (!request) return VQS_REQUEST_FAILED;
+  request->operation = kStoreGetBinaryVersion;
+  if (sendSame(handle, modifyCode, *request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  versions = {static_cast<std::uint16_t>(request->versionWord1), static_cast<std::uint16_t>(request->versionWord2)};
   return VQS_SUCCESS;
 }
 

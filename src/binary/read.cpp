@@ -92,8 +92,7 @@ vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* /*session*/, const char* path, Vq
   VqsPolicyBinary image{};
   const vqsStatus result = vqs::readPolicyBinaryImage(path, image);
   if (result != VQS_SUCCESS) return result;
-  vqs::ProcessHeapBuffer memory{sizeof(VqsPolicyBinaryV0)};
-  *binary = static_cast<VqsPolicyBinaryV0*>(memory.handOver());
+  *binary = vqs::ProcessHeapRecord<VqsPolicyBinaryV0>{}.handOver();
   if (*binary == nullptr) return VQS_OUT_OF_MEMORY;
   // A summary only: the policies were validated, and stay behind.
   (*binary)->binaryVersion1 = image.binaryVersion1;

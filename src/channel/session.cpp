@@ -20,13 +20,13 @@ void announce(HANDLE handle) {
 
 vqsStatus openSession(QtfSession** out) {
   if (out == nullptr) return VQS_INVALID_PARAMETER;
-  RuntimeBuffer memory{sizeof(QtfSession)};
-  if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& session = memory.as<QtfSession>();
-  const vqsStatus result = openDriver(&session.handle);
+  HeapRecord<QtfSession> session;
+  if (!session) return VQS_OUT_OF_MEMORY;
+  const vqsStatus result = openDriver(&session->handle);
   if (result != VQS_SUCCESS) return result;
-  *out = static_cast<QtfSession*>(memory.handOver());
-  announce(session.handle);
+  const HANDLE handle = session->handle;
+  *out = session.handOver();
+  announce(handle);
   return VQS_SUCCESS;
 }
 

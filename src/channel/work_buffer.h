@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdlib>
 #include <limits>
 #include <span>
 #include <type_traits>
@@ -18,10 +17,10 @@ constexpr std::size_t saturatingProduct(std::size_t count, std::size_t size) {
   return size != 0 && count > kMost / size ? kMost : count * size;
 }
 
-/// The runtime's allocator.
+/// The runtime's allocator. Out of line: a compiler that sees both leaves out memory that nothing reads.
 struct RuntimeMemory {
-  static void* allocate(std::size_t size) { return std::calloc(1, size); }
-  static void release(void* memory) { std::free(memory); }
+  static void* allocate(std::size_t size);
+  static void release(void* memory);
 };
 
 /// The process heap, shared by every module of the process.
@@ -70,5 +69,26 @@ class WorkBuffer {
 
 using RuntimeBuffer = WorkBuffer<RuntimeMemory>;
 using ProcessHeapBuffer = WorkBuffer<ProcessHeapMemory>;
+
+/// One zero-filled record in memory of its own. False when it could not be allocated.
+template <class Record, class Memory = RuntimeMemory>
+class HeapRecord {
+ public:
+  explicit operator bool() const { return static_cast<bool>(memory_); }
+  Record& operator*() const { return memory_.template as<Record>(); }
+  Record* operator->() const { return get(); }
+  [[nodiscard]] Record* get() const { return &**this; }
+
+  void reset() { memory_.reset(); }
+
+  /// Hands the record to whoever called the library.
+  Record* handOver() { return static_cast<Record*>(memory_.handOver()); }
+
+ private:
+  WorkBuffer<Memory> memory_{sizeof(Record)};
+};
+
+template <class Record>
+using ProcessHeapRecord = HeapRecord<Record, ProcessHeapMemory>;
 
 }  // namespace vqs

@@ -67,10 +67,10 @@ vqsStatus copyKeys(std::span<const QtfLogKeyInfo, N> table, QtfLogKeyInfo* keys,
 
 vqsStatus VQS_CALL vqsCreateQTFLogKVIter(QtfLogKV* log, QtfLogKVIter** iterator) {
   if (log == nullptr || iterator == nullptr) return VQS_INVALID_PARAMETER;
-  vqs::RuntimeBuffer memory{sizeof(QtfLogKVIter)};
-  if (!memory) return VQS_OUT_OF_MEMORY;
-  memory.as<QtfLogKVIter>().cursor = vqs::areaOf(*log);
-  *iterator = static_cast<QtfLogKVIter*>(memory.handOver());
+  vqs::HeapRecord<QtfLogKVIter> made;
+  if (!made) return VQS_OUT_OF_MEMORY;
+  made->cursor = vqs::areaOf(*log);
+  *iterator = made.handOver();
   return VQS_SUCCESS;
 }
 

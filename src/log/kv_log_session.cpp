@@ -35,17 +35,17 @@ vqsStatus startKVLog(QtfSession& session, std::uint32_t operation, QtfLogKV** ou
     undoStart(session.handle, record.LogId);
     return VQS_VERSION_MISMATCH;
   }
-  RuntimeBuffer memory{sizeof(QtfLogKV)};
-  if (!memory) {
+  HeapRecord<QtfLogKV> log;
+  if (!log) {
     undoStart(session.handle, record.LogId);
     return VQS_OUT_OF_MEMORY;
   }
-  memory.as<QtfLogKV>().area = record.Address;
-  auto* log = static_cast<QtfLogKV*>(memory.handOver());
+  log->area = record.Address;
+  auto* const handle = log.handOver();
   session.logSessionId = record.LogId;
-  session.logReference = reinterpret_cast<std::uint64_t>(log);
+  session.logReference = reinterpret_cast<std::uint64_t>(handle);
   session.kvHandleMark = markOf(session.logReference);
-  if (out != nullptr) *out = log;
+  if (out != nullptr) *out = handle;
   return VQS_SUCCESS;
 }
 

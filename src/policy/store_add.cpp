@@ -12,14 +12,12 @@ namespace {
 vqsStatus addPolicy(QtfSession* session, const VqsPolicyV0* policy, std::uint32_t* idOut, std::uint32_t* driverResult,
                     VqsPolicyStore store) {
   if (!isOpen(session) || policy == nullptr || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const RuntimeBuffer memory{sizeof(PackedPolicy)};
-  if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<PackedPolicy>();
-  if (!packPolicyV0(policy, &packed, kRuntimeText)) return VQS_REQUEST_FAILED;
-  const vqsStatus result =
-      policyStoreRequest(session->handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
+  const HeapRecord<PackedPolicy> packed;
+  if (!packed) return VQS_OUT_OF_MEMORY;
+  if (!packPolicyV0(policy, packed.get(), kRuntimeText)) return VQS_REQUEST_FAILED;
+  const vqsStatus result = addToStore(session->handle, store, *packed, *driverResult);
   // The caller's own id: nothing of the driver's reply reaches it.
-  if (result == VQS_SUCCESS && idOut != nullptr) *idOut = packed.id;
+  if (result == VQS_SUCCESS && idOut != nullptr) *idOut = packed->id;
   return result;
 }
 
@@ -44,10 +42,8 @@ vqsStatus VQS_CALL vqsBalanceProfileAddPolicy(QtfSession* session, const VqsPoli
 vqsStatus VQS_CALL vqsPbAddPolicyV2(QtfSession* session, const VqsVersionedPolicy* record, uint64_t size,
                                     uint32_t* driverResult, VqsPolicyStore store) {
   if (!vqs::isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapBuffer memory{sizeof(vqs::PackedPolicy)};
-  if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<vqs::PackedPolicy>();
-  if (!vqs::packVersionedPolicy(*record, size, packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
-  return vqs::policyStoreRequest(session->handle, vqs::kStoreAdd, store,
-                                 {.policy = &packed, .driverResult = driverResult});
+  const vqs::ProcessHeapRecord<vqs::PackedPolicy> packed;
+  if (!packed) return VQS_OUT_OF_MEMORY;
+  if (!vqs::packVersionedPolicy(*record, size, *packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
+  return vqs::addToStore(session->handle, store, *packed, *driverResult);
 }

@@ -6,25 +6,25 @@
 namespace vqs {
 namespace {
 
-vqsStatus resetStore(QtfSession* session, VqsPolicyStore store) {
+vqsStatus reset(QtfSession* session, VqsPolicyStore store) {
   if (!isOpen(session)) return VQS_INVALID_PARAMETER;
-  return policyStoreRequest(session->handle, kStoreReset, store, {});
+  return resetStore(session->handle, store);
 }
 
 vqsStatus getStatus(QtfSession* session, VqsPolicyStatusList* list, VqsPolicyStore store) {
   if (!isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
-  return policyStoreRequest(session->handle, kStoreStatus, store, {.statusList = list});
+  return readStoreStatus(session->handle, store, *list);
 }
 
 }  // namespace
 }  // namespace vqs
 
-vqsStatus VQS_CALL vqsPbReset(QtfSession* session) { return vqs::resetStore(session, VQS_POLICY_STORE_PB); }
+vqsStatus VQS_CALL vqsPbReset(QtfSession* session) { return vqs::reset(session, VQS_POLICY_STORE_PB); }
 
-vqsStatus VQS_CALL vqsAsmReset(QtfSession* session) { return vqs::resetStore(session, VQS_POLICY_STORE_ASM); }
+vqsStatus VQS_CALL vqsAsmReset(QtfSession* session) { return vqs::reset(session, VQS_POLICY_STORE_ASM); }
 
 vqsStatus VQS_CALL vqsBalanceProfileReset(QtfSession* session) {
-  return vqs::resetStore(session, VQS_POLICY_STORE_BALANCE_PROFILE);
+  return vqs::reset(session, VQS_POLICY_STORE_BALANCE_PROFILE);
 }
 
 vqsStatus VQS_CALL vqsPbGetPoliciesStatus(QtfSession* session, VqsPolicyStatusList* list) {
@@ -42,9 +42,7 @@ vqsStatus VQS_CALL vqsBalanceProfileGetPoliciesStatus(QtfSession* session, VqsPo
 vqsStatus VQS_CALL vqsSetBinaryVersion(QtfSession* session, uint16_t word1, uint16_t word2, uint32_t* driverResult,
                                        VqsPolicyStore store) {
   if (!vqs::isOpen(session) || driverResult == nullptr || store != VQS_POLICY_STORE_ASM) return VQS_INVALID_PARAMETER;
-  const std::uint64_t version = word1 | std::uint64_t{word2} << 32;
-  return vqs::policyStoreRequest(session->handle, vqs::kStoreSetBinaryVersion, store,
-                                 {.driverResult = driverResult, .version = version});
+  return vqs::setBinaryVersion(session->handle, word1, word2, *driverResult);
 }
 
 vqsStatus VQS_CALL vqsPbCheckStructureSupport(QtfSession* /*session*/, uint32_t structureVersion) {

@@ -32,7 +32,7 @@ vqsStatus readPolicies(HANDLE handle, VqsPolicyList& list, const PolicyReadBuffe
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& buffer = memory.template as<PolicyReadBuffer>();
   buffer = asked;
-  const vqsStatus result = policyStoreRequest(handle, kStoreReadAll, store, {.readBuffer = &buffer});
+  const vqsStatus result = readStore(handle, store, buffer);
   list.count = buffer.count;
   if (result != VQS_SUCCESS || asked.countOnly != 0) return result;
   return unpackInto(list.policies, memory.template arrayAt<PackedPolicy>(sizeof(PolicyReadBuffer), buffer.count));
@@ -73,7 +73,7 @@ vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list
   auto& buffer = memory.as<vqs::PolicyReadBuffer>();
   buffer.countOnly = capacity == 0 ? 1 : 0;
   buffer.count = capacity;
-  const vqsStatus result = vqs::policyStoreRequest(session->handle, vqs::kStoreReadAll, store, {.readBuffer = &buffer});
+  const vqsStatus result = vqs::readStore(session->handle, store, buffer);
   if (result != VQS_SUCCESS) return result;
   if (buffer.countOnly != 0) {
     list->count = buffer.count;
@@ -89,24 +89,22 @@ vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list
 
 vqsStatus VQS_CALL vqsPbIDGetPolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy) {
   if (!vqs::isOpen(session) || policy == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::RuntimeBuffer memory{sizeof(vqs::PackedPolicy)};
-  if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<vqs::PackedPolicy>();
-  const vqsStatus result = vqs::policyLookup(session->handle, id, packed, VQS_POLICY_STORE_PB);
+  const vqs::HeapRecord<vqs::PackedPolicy> packed;
+  if (!packed) return VQS_OUT_OF_MEMORY;
+  const vqsStatus result = vqs::policyLookup(session->handle, id, *packed, VQS_POLICY_STORE_PB);
   if (result != VQS_SUCCESS) return result;
-  return vqs::unpackPolicyV0(&packed, policy, vqs::kRuntimeText) ? VQS_SUCCESS : VQS_REQUEST_FAILED;
+  return vqs::unpackPolicyV0(packed.get(), policy, vqs::kRuntimeText) ? VQS_SUCCESS : VQS_REQUEST_FAILED;
 }
 
 vqsStatus VQS_CALL vqsPbGetPolicyByPrioV2(QtfSession* session, uint32_t priority, VqsVersionedPolicy* record,
                                           uint64_t size, VqsPolicyStore store) {
   if (!vqs::isOpen(session) || record == nullptr || size == 0) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapBuffer memory{sizeof(vqs::PackedPolicy)};
-  if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<vqs::PackedPolicy>();
-  const vqsStatus result = vqs::policyLookup(session->handle, priority, packed, store);
+  const vqs::ProcessHeapRecord<vqs::PackedPolicy> packed;
+  if (!packed) return VQS_OUT_OF_MEMORY;
+  const vqsStatus result = vqs::policyLookup(session->handle, priority, *packed, store);
   if (result != VQS_SUCCESS) return result;
   const auto version = vqs::wholeBodyVersion(*record, size);
   if (!version) return VQS_REQUEST_FAILED;
-  return vqs::unpackPolicyBody(*version, &packed, &record->policy, vqs::kRuntimeText) ? VQS_SUCCESS
-                                                                                      : VQS_REQUEST_FAILED;
+  return vqs::unpackPolicyBody(*version, packed.get(), &record->policy, vqs::kRuntimeText) ? VQS_SUCCESS
+                                                                                           : VQS_REQUEST_FAILED;
 }

@@ -8,12 +8,9 @@
 
 namespace vqs {
 
-/// What a store is asked to do. Reading goes to the store's read code, all else to its modify code.
-enum PolicyStoreOperation : std::int32_t {
-  kStoreReadAll = 0,
+/// What a store is asked to do on its modify code.
+enum PolicyStoreOperation : std::uint32_t {
   kStoreAdd = 1,
-  /// an older number of add, sent as add
-  kStoreAddAlias = 2,
   kStoreReset = 3,
   kStoreStatus = 4,
   kStoreDelete = 5,

@@ -9,28 +9,23 @@
 namespace vqs {
 namespace {
 
-vqsStatus deletePolicy(HANDLE handle, std::uint32_t id, std::uint32_t* driverResult, VqsPolicyStore store) {
-  return policyStoreRequest(handle, kStoreDelete, store, {.id = &id, .driverResult = driverResult});
-}
-
 vqsStatus deleteFromSession(QtfSession* session, std::uint32_t id, std::uint32_t* driverResult, VqsPolicyStore store) {
   if (!isOpen(session)) return VQS_INVALID_PARAMETER;
-  return deletePolicy(session->handle, id, driverResult, store);
+  return deleteFromStore(session->handle, store, id, driverResult);
 }
 
 /// Delete first, pack and add afterwards. A record or a verdict that is missing, which the Asm and BalanceProfile
 /// exports do not check, ends the road where it is needed.
 vqsStatus replacePolicy(HANDLE handle, std::uint32_t id, VqsPolicyV0* policy, std::uint32_t* driverResult,
                         VqsPolicyStore store) {
-  const RuntimeBuffer memory{sizeof(PackedPolicy)};
-  if (!memory) return VQS_OUT_OF_MEMORY;
-  const vqsStatus deleted = deletePolicy(handle, id, driverResult, store);
+  const HeapRecord<PackedPolicy> packed;
+  if (!packed) return VQS_OUT_OF_MEMORY;
+  const vqsStatus deleted = deleteFromStore(handle, store, id, driverResult);
   // Whatever became of the delete, the caller's record now carries the id.
   if (policy != nullptr) policy->id = id;
   if (deleted != VQS_SUCCESS || driverResult == nullptr || *driverResult != 0) return deleted;
-  auto& packed = memory.as<PackedPolicy>();
-  if (!packPolicyV0(policy, &packed, kRuntimeText)) return VQS_REQUEST_FAILED;
-  return policyStoreRequest(handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
+  if (!packPolicyV0(policy, packed.get(), kRuntimeText)) return VQS_REQUEST_FAILED;
+  return addToStore(handle, store, *packed, *driverResult);
 }
 
 vqsStatus replaceSessionChecked(QtfSession* session, std::uint32_t id, VqsPolicyV0* policy, std::uint32_t* driverResult,
@@ -72,13 +67,11 @@ vqsStatus VQS_CALL vqsBalanceProfileReplacePolicy(QtfSession* session, uint32_t 
 vqsStatus VQS_CALL vqsPbReplacePolicyV2(QtfSession* session, uint32_t id, const VqsVersionedPolicy* record,
                                         uint64_t size, uint32_t* driverResult, VqsPolicyStore store) {
   if (!vqs::isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapBuffer memory{sizeof(vqs::PackedPolicy)};
-  if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& packed = memory.as<vqs::PackedPolicy>();
+  const vqs::ProcessHeapRecord<vqs::PackedPolicy> packed;
+  if (!packed) return VQS_OUT_OF_MEMORY;
   // The record keeps its own id; only the replace of version 0 records writes the argument into it.
-  if (!vqs::packVersionedPolicy(*record, size, packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
-  const vqsStatus deleted = vqs::deletePolicy(session->handle, id, driverResult, store);
+  if (!vqs::packVersionedPolicy(*record, size, *packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
+  const vqsStatus deleted = vqs::deleteFromStore(session->handle, store, id, driverResult);
   if (deleted != VQS_SUCCESS || *driverResult != 0) return deleted;
-  return vqs::policyStoreRequest(session->handle, vqs::kStoreAdd, store,
-                                 {.policy = &packed, .driverResult = driverResult});
+  return vqs::addToStore(session->handle, store, *packed, *driverResult);
 }

@@ -17,58 +17,11 @@ std::span<PackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
   return {reinterpret_cast<PackedPolicy*>(&buffer + 1), buffer.count};
 }
 
-vqsStatus readAll(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer) {
-  const RuntimeBuffer memory{sizeof(PolicyFetchRequest)};
-  if (!memory) return VQS_REQUEST_FAILED;
-  const auto codes = policyStoreCodes(store);
-  if (!codes) return VQS_INVALID_PARAMETER;
-  auto& request = memory.as<PolicyFetchRequest>();
-  if (queryPolicyCount(handle, codes->read, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
-  const std::uint32_t total = request.policyCount;
-  if (buffer.countOnly == 0 && buffer.count < total) return VQS_INVALID_PARAMETER;
-  buffer.count = total;
-  if (buffer.countOnly != 0) return VQS_SUCCESS;
-  return fetchPolicies(handle, codes->read, request, policiesOf(buffer));
-}
-
 /// Sends a request that is answered with the driver's verdict.
-vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t* driverResult) {
+vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t& driverResult) {
   const vqsStatus result = sendSame(handle, code, request);
-  if (driverResult != nullptr) *driverResult = result == VQS_SUCCESS ? request.result : 1;
+  driverResult = result == VQS_SUCCESS ? request.result : 1;
   return result;
-}
-
-vqsStatus add(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request, const PolicyStoreArguments& arguments) {
-  if (arguments.policy == nullptr) return VQS_REQUEST_FAILED;
-  request.operation = kStoreAdd;
-  request.policy = *arguments.policy;
-  const auto codes = policyStoreCodes(store);
-  if (!codes) return VQS_INVALID_PARAMETER;
-  return sendForVerdict(handle, codes->modify, request, arguments.driverResult);
-}
-
-vqsStatus reset(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request) {
-  const auto codes = policyStoreCodes(store);
-  if (!codes) return VQS_INVALID_PARAMETER;
-  return sendSame(handle, codes->modify, request);
-}
-
-vqsStatus remove(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request,
-                 const PolicyStoreArguments& arguments) {
-  if (arguments.id == nullptr) return VQS_REQUEST_FAILED;
-  request.policy.id = *arguments.id;
-  const auto codes = policyStoreCodes(store);
-  if (!codes) return VQS_INVALID_PARAMETER;
-  // The verdict is the whole answer: four bytes, straight into the caller's word.
-  return sendSplit(handle, codes->modify, request, arguments.driverResult);
-}
-
-vqsStatus setBinaryVersion(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request,
-                           const PolicyStoreArguments& arguments) {
-  if (store != VQS_POLICY_STORE_ASM) return VQS_INVALID_PARAMETER;
-  request.versionWord1 = static_cast<std::uint32_t>(arguments.version);
-  request.versionWord2 = static_cast<std::uint32_t>(arguments.version >> 32);
-  return sendForVerdict(handle, kCodeAsmModify, request, arguments.driverResult);
 }
 
 void copyStatus(const PolicyStatusEntry& entry, VqsPolicyStatus& status) {
@@ -81,6 +34,7 @@ void copyStatus(const PolicyStatusEntry& entry, VqsPolicyStatus& status) {
 
 /// The second status request: as long as all entries need. The caller's array is trusted to hold as many.
 vqsStatus readStatus(HANDLE handle, std::uint32_t code, std::uint32_t count, VqsPolicyStatus* entries) {
+  if (entries == nullptr) return VQS_REQUEST_FAILED;
   const RuntimeBuffer memory{sizeof(PolicyStoreRequest) + sizeof(PolicyStatusEntry) * std::size_t{count}};
   if (!memory) return VQS_REQUEST_FAILED;
   auto& request = memory.as<PolicyStoreRequest>();
@@ -90,24 +44,6 @@ vqsStatus readStatus(HANDLE handle, std::uint32_t code, std::uint32_t count, Vqs
   const auto answer = memory.arrayAt<PolicyStatusEntry>(offsetof(PolicyStoreRequest, statusEntries), count);
   for (std::size_t i = 0; i < answer.size(); ++i) copyStatus(answer[i], entries[i]);
   return VQS_SUCCESS;
-}
-
-vqsStatus status(HANDLE handle, VqsPolicyStore store, RuntimeBuffer& memory, VqsPolicyStatusList* list) {
-  if (list == nullptr) return VQS_REQUEST_FAILED;
-  const auto codes = policyStoreCodes(store);
-  if (!codes) return VQS_INVALID_PARAMETER;
-  auto& request = memory.as<PolicyStoreRequest>();
-  request.countOnly = 1;
-  if (sendSame(handle, codes->modify, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
-  const std::uint32_t count = request.policyCount;
-  if (count == 0) return VQS_SUCCESS;
-  if (list->countOnly != 0) {
-    list->count = count;
-    return VQS_SUCCESS;
-  }
-  if (list->entries == nullptr) return VQS_REQUEST_FAILED;
-  memory.reset();
-  return readStatus(handle, codes->modify, count, list->entries);
 }
 
 }  // namespace
@@ -121,29 +57,75 @@ std::optional<PolicyStoreCodes> policyStoreCodes(VqsPolicyStore store) {
   return store < kCodes.size() ? std::optional{kCodes[store]} : std::nullopt;
 }
 
-vqsStatus policyStoreRequest(HANDLE handle, std::int32_t operation, VqsPolicyStore store,
-                             const PolicyStoreArguments& arguments) {
-  RuntimeBuffer memory{sizeof(PolicyStoreRequest)};
-  if (!memory) return VQS_REQUEST_FAILED;
-  auto& request = memory.as<PolicyStoreRequest>();
-  request.operation = static_cast<std::uint32_t>(operation);
-  switch (operation) {
-    case kStoreReadAll:
-      return readAll(handle, store, *arguments.readBuffer);
-    case kStoreAdd:
-    case kStoreAddAlias:
-      return add(handle, store, request, arguments);
-    case kStoreReset:
-      return reset(handle, store, request);
-    case kStoreStatus:
-      return status(handle, store, memory, arguments.statusList);
-    case kStoreDelete:
-      return remove(handle, store, request, arguments);
-    case kStoreSetBinaryVersion:
-      return setBinaryVersion(handle, store, request, arguments);
-    default:
-      return VQS_INVALID_PARAMETER;
-  }
+vqsStatus readStore(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer) {
+  // Not sent: with it, memory runs out where it always has.
+  const HeapRecord<PolicyStoreRequest> unsent;
+  if (!unsent) return VQS_REQUEST_FAILED;
+  const HeapRecord<PolicyFetchRequest> request;
+  if (!request) return VQS_REQUEST_FAILED;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  if (queryPolicyCount(handle, codes->read, *request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  const std::uint32_t total = request->policyCount;
+  if (buffer.countOnly == 0 && buffer.count < total) return VQS_INVALID_PARAMETER;
+  buffer.count = total;
+  if (buffer.countOnly != 0) return VQS_SUCCESS;
+  return fetchPolicies(handle, codes->read, *request, policiesOf(buffer));
+}
+
+vqsStatus addToStore(HANDLE handle, VqsPolicyStore store, const PackedPolicy& policy, std::uint32_t& driverResult) {
+  const HeapRecord<PolicyStoreRequest> request;
+  if (!request) return VQS_REQUEST_FAILED;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  request->operation = kStoreAdd;
+  request->policy = policy;
+  return sendForVerdict(handle, codes->modify, *request, driverResult);
+}
+
+vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult) {
+  const HeapRecord<PolicyStoreRequest> request;
+  if (!request) return VQS_REQUEST_FAILED;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  request->operation = kStoreDelete;
+  request->policy.id = id;
+  // The verdict is the whole answer: four bytes, straight into the caller's word.
+  return sendSplit(handle, codes->modify, *request, driverResult);
+}
+
+vqsStatus resetStore(HANDLE handle, VqsPolicyStore store) {
+  const HeapRecord<PolicyStoreRequest> request;
+  if (!request) return VQS_REQUEST_FAILED;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  request->operation = kStoreReset;
+  return sendSame(handle, codes->modify, *request);
+}
+
+vqsStatus readStoreStatus(HANDLE handle, VqsPolicyStore store, VqsPolicyStatusList& list) {
+  HeapRecord<PolicyStoreRequest> request;
+  if (!request) return VQS_REQUEST_FAILED;
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  request->operation = kStoreStatus;
+  request->countOnly = 1;
+  if (sendSame(handle, codes->modify, *request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  const std::uint32_t count = request->policyCount;
+  request.reset();
+  if (count == 0) return VQS_SUCCESS;
+  if (list.countOnly == 0) return readStatus(handle, codes->modify, count, list.entries);
+  list.count = count;
+  return VQS_SUCCESS;
+}
+
+vqsStatus setBinaryVersion(HANDLE handle, std::uint32_t word1, std::uint32_t word2, std::uint32_t& driverResult) {
+  const HeapRecord<PolicyStoreRequest> request;
+  if (!request) return VQS_REQUEST_FAILED;
+  request->operation = kStoreSetBinaryVersion;
+  request->versionWord1 = word1;
+  request->versionWord2 = word2;
+  return sendForVerdict(handle, kCodeAsmModify, *request, driverResult);
 }
 
 vqsStatus policyLookup(HANDLE handle, std::uint32_t key, PackedPolicy& destination, VqsPolicyStore store) {

@@ -21,26 +21,25 @@ struct PolicyStoreCodes {
 /// Nothing for a store that does not exist.
 std::optional<PolicyStoreCodes> policyStoreCodes(VqsPolicyStore store);
 
-/// What a store request carries; each operation uses the members named for it.
-struct PolicyStoreArguments {
-  /// read all; the packed policies follow the head in memory
-  PolicyReadBuffer* readBuffer = nullptr;
-  /// add
-  const PackedPolicy* policy = nullptr;
-  /// delete
-  const std::uint32_t* id = nullptr;
-  /// status
-  VqsPolicyStatusList* statusList = nullptr;
-  /// add, delete and set binary version
-  std::uint32_t* driverResult = nullptr;
-  /// set binary version: the first word in the low half, the second in the high half
-  std::uint64_t version = 0;
-};
+// The requests of a store: VQS_SUCCESS, VQS_REQUEST_FAILED (memory included), or VQS_INVALID_PARAMETER for a store that
+// does not exist.
 
-/// Carries out one operation on one store: VQS_SUCCESS, VQS_REQUEST_FAILED (memory included) or
-/// VQS_INVALID_PARAMETER.
-vqsStatus policyStoreRequest(HANDLE handle, std::int32_t operation, VqsPolicyStore store,
-                             const PolicyStoreArguments& arguments);
+/// Reads the count, or all policies, into a buffer that has room for its count; they follow it in memory. A store that
+/// holds more is VQS_INVALID_PARAMETER.
+vqsStatus readStore(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer);
+
+vqsStatus addToStore(HANDLE handle, VqsPolicyStore store, const PackedPolicy& policy, std::uint32_t& driverResult);
+
+/// The driver's result goes straight to the caller, who may have no place for it.
+vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult);
+
+vqsStatus resetStore(HANDLE handle, VqsPolicyStore store);
+
+/// The number of entries, or the entries, for which the caller's array is trusted to have room.
+vqsStatus readStoreStatus(HANDLE handle, VqsPolicyStore store, VqsPolicyStatusList& list);
+
+/// Only the Asm store has one.
+vqsStatus setBinaryVersion(HANDLE handle, std::uint32_t word1, std::uint32_t word2, std::uint32_t& driverResult);
 
 /// Asks for one policy by id or priority. The destination, zero-filled, is the answer's buffer whatever the result.
 vqsStatus policyLookup(HANDLE handle, std::uint32_t key, PackedPolicy& destination, VqsPolicyStore store);

@@ -83,5 +83,53 @@ TEST(WorkBuffer, is_false_when_the_process_heap_refuses) {
   EXPECT_TRUE(calls.of("HeapFree").empty());
 }
 
+struct Pair {
+  std::uint32_t first;
+  std::uint64_t second;
+};
+
+TEST(HeapRecord, is_zero_and_released_with_its_scope) {
+  const Faults faults;
+  {
+    const vqs::HeapRecord<Pair> record;
+    ASSERT_TRUE(static_cast<bool>(record));
+    EXPECT_EQ(record->first, 0U);
+    EXPECT_EQ((*record).second, 0U);
+    EXPECT_EQ(faults.outstanding(), 1);
+  }
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST(HeapRecord, is_false_without_memory) {
+  Faults faults;
+  faults.fail(Fault::kAllocation, 1);
+  const vqs::HeapRecord<Pair> record;
+  EXPECT_FALSE(static_cast<bool>(record));
+}
+
+TEST(HeapRecord, is_gone_when_reset_or_handed_over) {
+  const Faults faults;
+  vqs::HeapRecord<Pair> record;
+  record->second = 7;
+  Pair* const handed = record.handOver();
+  EXPECT_FALSE(static_cast<bool>(record));
+  EXPECT_EQ(handed->second, 7U);
+  EXPECT_EQ(faults.outstanding(), 1);
+  vqs::RuntimeMemory::release(handed);
+  vqs::HeapRecord<Pair> other;
+  other.reset();
+  EXPECT_FALSE(static_cast<bool>(other));
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
+TEST(HeapRecord, of_the_process_heap_goes_back_to_it) {
+  WindowsCalls calls;
+  {
+    const vqs::ProcessHeapRecord<Pair> record;
+  }
+  const std::vector<std::string> expected = {"HeapAlloc(8, 16)", "HeapFree(0)"};
+  EXPECT_EQ(calls.all(), expected);
+}
+
 }  // namespace
 }  // namespace test
