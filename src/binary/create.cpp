@@ -79,43 +79,43 @@ vqsStatus createFromDriver(const QtfSession* session, const char* path, BinaryVe
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsPbCreateBinary(QtfSession* /*session*/, const VqsPolicyV0* policies, uint32_t count,
                                      uint16_t binaryVersion1, uint16_t binaryVersion2, const char* path) {
   if (policies == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::RuntimeBuffer memory{vqs::saturatingProduct(count, sizeof(vqs::PackedPolicy))};
+  const RuntimeBuffer memory{saturatingProduct(count, sizeof(PackedPolicy))};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  return vqs::createFromBodies(0, policies, count, {binaryVersion1, binaryVersion2}, path, memory);
+  return createFromBodies(0, policies, count, {binaryVersion1, binaryVersion2}, path, memory);
 }
 
 vqsStatus VQS_CALL vqsPbCreateBinaryV2(QtfSession* session, const VqsPolicyListV2* list, uint16_t binaryVersion1,
                                        uint16_t binaryVersion2, const char* path) {
-  if (!vqs::isOpen(session) || list == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session) || list == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
   // The head as it is now: memory is measured by it, whatever the caller does to it meanwhile.
   const VqsPolicyListV2 head = *list;
-  const vqs::RuntimeBuffer memory{vqs::saturatingProduct(head.count, sizeof(vqs::PackedPolicy))};
+  const RuntimeBuffer memory{saturatingProduct(head.count, sizeof(PackedPolicy))};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  const auto stride = vqs::policyBodySize(head.structureVersion);
+  const auto stride = policyBodySize(head.structureVersion);
   if (!stride || head.size == 0 || head.size < std::uint64_t{head.count} * *stride) return VQS_REQUEST_FAILED;
-  return vqs::createFromBodies(head.structureVersion, list + 1, head.count, {binaryVersion1, binaryVersion2}, path,
-                               memory);
+  return createFromBodies(head.structureVersion, list + 1, head.count, {binaryVersion1, binaryVersion2}, path, memory);
 }
 
 vqsStatus VQS_CALL vqsPbCreateBinaryFromDriver(QtfSession* session, const char* path, uint16_t binaryVersion1,
                                                uint16_t binaryVersion2) {
-  return vqs::createFromDriver(session, path, {binaryVersion1, binaryVersion2}, VQS_POLICY_STORE_PB,
-                               vqs::RegistryExportKind::kNone);
+  return createFromDriver(session, path, {binaryVersion1, binaryVersion2}, VQS_POLICY_STORE_PB,
+                          RegistryExportKind::kNone);
 }
 
 vqsStatus VQS_CALL vqsAsmCreateBinaryFromDriver(QtfSession* session, const char* path, uint16_t binaryVersion1,
                                                 uint16_t binaryVersion2, uint8_t registryExport) {
-  return vqs::createFromDriver(session, path, {binaryVersion1, binaryVersion2}, VQS_POLICY_STORE_ASM,
-                               registryExport != 0 ? vqs::RegistryExportKind::kAsm : vqs::RegistryExportKind::kNone);
+  return createFromDriver(session, path, {binaryVersion1, binaryVersion2}, VQS_POLICY_STORE_ASM,
+                          registryExport != 0 ? RegistryExportKind::kAsm : RegistryExportKind::kNone);
 }
 
 vqsStatus VQS_CALL vqsBalanceProfileCreateBinaryFromDriver(QtfSession* session, const char* path,
                                                            uint16_t binaryVersion1, uint16_t binaryVersion2,
                                                            uint8_t registryExport) {
-  return vqs::createFromDriver(
-      session, path, {binaryVersion1, binaryVersion2}, VQS_POLICY_STORE_BALANCE_PROFILE,
-      registryExport != 0 ? vqs::RegistryExportKind::kBalanceProfile : vqs::RegistryExportKind::kNone);
+  return createFromDriver(session, path, {binaryVersion1, binaryVersion2}, VQS_POLICY_STORE_BALANCE_PROFILE,
+                          registryExport != 0 ? RegistryExportKind::kBalanceProfile : RegistryExportKind::kNone);
 }

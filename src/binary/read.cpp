@@ -87,12 +87,14 @@ vqsStatus readPolicyBinaryImage(const char* path, VqsPolicyBinary& image) {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* /*session*/, const char* path, VqsPolicyBinaryV0** binary) {
   if (path == nullptr || binary == nullptr) return VQS_INVALID_PARAMETER;
   VqsPolicyBinary image{};
-  const vqsStatus result = vqs::readPolicyBinaryImage(path, image);
+  const vqsStatus result = readPolicyBinaryImage(path, image);
   if (result != VQS_SUCCESS) return result;
-  *binary = vqs::ProcessHeapRecord<VqsPolicyBinaryV0>{}.handOver();
+  *binary = ProcessHeapRecord<VqsPolicyBinaryV0>{}.handOver();
   if (*binary == nullptr) return VQS_OUT_OF_MEMORY;
   // A summary only: the policies were validated, and stay behind.
   (*binary)->binaryVersion1 = image.binaryVersion1;
@@ -103,15 +105,15 @@ vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* /*session*/, const char* path, Vq
 
 vqsStatus VQS_CALL vqsPbReadBinaryV2(QtfSession* session, const char* path, VqsPolicyBinary* binary, uint64_t* size,
                                      uint32_t structureVersion) {
-  if (!vqs::isOpen(session) || path == nullptr || binary == nullptr || size == nullptr) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session) || path == nullptr || binary == nullptr || size == nullptr) return VQS_INVALID_PARAMETER;
   if (structureVersion == 0xFFFFFFFF) return VQS_INVALID_PARAMETER;
-  const auto loaded = vqs::loadPolicyBinary(path);
+  const auto loaded = loadPolicyBinary(path);
   if (!loaded) return VQS_REQUEST_FAILED;
   if (*size == 0) {
     // A version that a read refuses is sized like version 0.
-    const std::size_t stride = vqs::policyBodySize(structureVersion).value_or(sizeof(VqsPolicyV0));
-    *size = vqs::imageSize(loaded->policyCount, stride);
+    const std::size_t stride = policyBodySize(structureVersion).value_or(sizeof(VqsPolicyV0));
+    *size = imageSize(loaded->policyCount, stride);
     return VQS_SUCCESS;
   }
-  return vqs::readBodies(*loaded, binary, *size, structureVersion);
+  return readBodies(*loaded, binary, *size, structureVersion);
 }

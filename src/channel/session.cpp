@@ -48,10 +48,12 @@ vqsStatus closeSession(QtfSession* session, std::uint32_t stopOperation) {
 }  // namespace
 }  // namespace vqs
 
-vqsStatus VQS_CALL vqsInitialize(QtfSession** session) { return vqs::openSession(session); }
+using namespace vqs;
 
-vqsStatus VQS_CALL vqsExInitialize(QtfSession** session) { return vqs::folded(vqs::openSession(session)); }
+vqsStatus VQS_CALL vqsInitialize(QtfSession** session) { return openSession(session); }
 
-vqsStatus VQS_CALL vqsUninitialize(QtfSession* session) { return vqs::closeSession(session, vqs::kLogStop); }
+vqsStatus VQS_CALL vqsExInitialize(QtfSession** session) { return folded(openSession(session)); }
 
-vqsStatus VQS_CALL vqsExUninitialize(QtfSession* session) { return vqs::closeSession(session, vqs::kLogStopEx); }
+vqsStatus VQS_CALL vqsUninitialize(QtfSession* session) { return closeSession(session, kLogStop); }
+
+vqsStatus VQS_CALL vqsExUninitialize(QtfSession* session) { return closeSession(session, kLogStopEx); }

@@ -37,14 +37,16 @@ vqsStatus fileVersionWords(const char* name, uint32_t* words) {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsGetVersion(uint32_t words[4]) {
   if (words == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::fileVersionWords("VexoQTFServices.dll", words);
+  return fileVersionWords("VexoQTFServices.dll", words);
 }
 
 vqsStatus VQS_CALL vqsGetDriverVersion(uint32_t words[4]) {
   if (words == nullptr) return VQS_INVALID_PARAMETER;
-  const vqsStatus result = vqs::fileVersionWords("vexoqtf.sys", words);
+  const vqsStatus result = fileVersionWords("vexoqtf.sys", words);
   if (result != VQS_SUCCESS) std::fill_n(words, 4, 0U);
   return result;
 }

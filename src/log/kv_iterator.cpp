@@ -65,52 +65,54 @@ vqsStatus copyKeys(std::span<const QtfLogKeyInfo, N> table, QtfLogKeyInfo* keys,
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsCreateQTFLogKVIter(QtfLogKV* log, QtfLogKVIter** iterator) {
   if (log == nullptr || iterator == nullptr) return VQS_INVALID_PARAMETER;
-  vqs::HeapRecord<QtfLogKVIter> made;
+  HeapRecord<QtfLogKVIter> made;
   if (!made) return VQS_OUT_OF_MEMORY;
-  made->cursor = vqs::areaOf(*log);
+  made->cursor = areaOf(*log);
   *iterator = made.handOver();
   return VQS_SUCCESS;
 }
 
 vqsStatus VQS_CALL vqsDestroyQTFLogKVIter(QtfLogKVIter* iterator) {
   if (iterator == nullptr) return VQS_INVALID_PARAMETER;
-  vqs::RuntimeMemory::release(iterator);
+  RuntimeMemory::release(iterator);
   return VQS_SUCCESS;
 }
 
 vqsStatus VQS_CALL vqsResetQTFLogKVIter(QtfLogKV* log, QtfLogKVIter* iterator) {
   if (log == nullptr || iterator == nullptr) return VQS_INVALID_PARAMETER;
-  iterator->cursor = vqs::areaOf(*log);
+  iterator->cursor = areaOf(*log);
   return VQS_SUCCESS;
 }
 
-vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator) { return vqs::next(iterator, vqs::kKVValueSizes); }
+vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator) { return next(iterator, kKVValueSizes); }
 
-vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) { return vqs::next(iterator, vqs::kExKVValueSizes); }
+vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) { return next(iterator, kExKVValueSizes); }
 
 vqsStatus VQS_CALL vqsDoneQTFLogKVIter(const QtfLogKVIter* iterator, uint8_t* done) {
-  return vqs::isDone(iterator, done, VQS_LOG_KV_KEYS);
+  return isDone(iterator, done, VQS_LOG_KV_KEYS);
 }
 
 vqsStatus VQS_CALL vqsExDoneQTFLogExKVIter(const QtfLogKVIter* iterator, uint8_t* done) {
-  return vqs::isDone(iterator, done, VQS_LOG_EX_KV_KEYS);
+  return isDone(iterator, done, VQS_LOG_EX_KV_KEYS);
 }
 
 vqsStatus VQS_CALL vqsGetQTFLogKVIterData(const QtfLogKVIter* iterator, uint32_t* key, uint64_t* address) {
-  return vqs::data(iterator, key, address, VQS_LOG_KV_KEYS);
+  return data(iterator, key, address, VQS_LOG_KV_KEYS);
 }
 
 vqsStatus VQS_CALL vqsExGetQTFLogExKVIterData(const QtfLogKVIter* iterator, uint32_t* key, uint64_t* address) {
-  return vqs::data(iterator, key, address, VQS_LOG_EX_KV_KEYS);
+  return data(iterator, key, address, VQS_LOG_EX_KV_KEYS);
 }
 
 vqsStatus VQS_CALL vqsGetQTFLogKVMetadata_V2(QtfLogKeyInfo* keys, uint32_t* count) {
-  return vqs::copyKeys(vqs::kvKeys(), keys, count, VQS_LOG_KV_KEYS);
+  return copyKeys(kvKeys(), keys, count, VQS_LOG_KV_KEYS);
 }
 
 vqsStatus VQS_CALL vqsExGetQTFLogExKVMetadata_V2(QtfLogKeyInfo* keys, uint32_t* count) {
   // The count of the other generation's keys, as callers have always got it.
-  return vqs::copyKeys(vqs::exKVKeys(), keys, count, VQS_LOG_KV_KEYS);
+  return copyKeys(exKVKeys(), keys, count, VQS_LOG_KV_KEYS);
 }

@@ -62,22 +62,24 @@ vqsStatus stopKVLog(QtfSession& session, std::uint32_t operation) {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsStartQTFLogKV(QtfSession* session, QtfLogKV** log) {
-  if (!vqs::isOpen(session) || log == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::startKVLog(*session, vqs::kLogStartKV, log);
+  if (!isOpen(session) || log == nullptr) return VQS_INVALID_PARAMETER;
+  return startKVLog(*session, kLogStartKV, log);
 }
 
 vqsStatus VQS_CALL vqsStopQTFLogKV(QtfSession* session, QtfLogKV* log) {
-  if (!vqs::isOpen(session) || log == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::stopKVLog(*session, vqs::kLogStopKV);
+  if (!isOpen(session) || log == nullptr) return VQS_INVALID_PARAMETER;
+  return stopKVLog(*session, kLogStopKV);
 }
 
 vqsStatus VQS_CALL vqsExStartQTFLogExKV(QtfSession* session, QtfLogKV** log) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::startKVLog(*session, vqs::kLogStartExKV, log);
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  return startKVLog(*session, kLogStartExKV, log);
 }
 
 vqsStatus VQS_CALL vqsExStopQTFLogExKV(QtfSession* session) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::folded(vqs::stopKVLog(*session, vqs::kLogStopExKV));
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  return folded(stopKVLog(*session, kLogStopExKV));
 }

@@ -34,10 +34,12 @@ vqsStatus startExLog(QtfSession& session, LogRequest& record, std::uint64_t* add
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsStartQTFLog(QtfSession* session, uint64_t* address) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  auto record = vqs::logRequest(vqs::kLogStart);
-  if (vqs::sendLog(session->handle, record) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  auto record = logRequest(kLogStart);
+  if (sendLog(session->handle, record) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   if (address != nullptr) *address = record.Address;
   session->logReference = record.Address;
   session->logSessionId = record.LogId;
@@ -45,39 +47,39 @@ vqsStatus VQS_CALL vqsStartQTFLog(QtfSession* session, uint64_t* address) {
 }
 
 vqsStatus VQS_CALL vqsStopQTFLog(QtfSession* session) {
-  if (!vqs::isOpen(session) || session->logReference == 0) return VQS_INVALID_PARAMETER;
-  return vqs::stopLog(*session, vqs::kLogStop);
+  if (!isOpen(session) || session->logReference == 0) return VQS_INVALID_PARAMETER;
+  return stopLog(*session, kLogStop);
 }
 
 vqsStatus VQS_CALL vqsGetQTFLogSupport(QtfSession* session, void* buffer, uint32_t length) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::querySupport(session->handle, 0, buffer, length);
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  return querySupport(session->handle, 0, buffer, length);
 }
 
 vqsStatus VQS_CALL vqsGetQTFLogVersion(QtfSession* session, uint32_t* version) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::queryLogVersion(session->handle, vqs::kLogGetVersion, version);
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  return queryLogVersion(session->handle, kLogGetVersion, version);
 }
 
 vqsStatus VQS_CALL vqsExStartQTFLog(QtfSession* session, uint64_t* address, uint32_t* version) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  auto record = vqs::logRequest(vqs::kLogStartEx);
-  const vqsStatus started = vqs::startExLog(*session, record, address);
-  if (version == nullptr) return vqs::folded(started);
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  auto record = logRequest(kLogStartEx);
+  const vqsStatus started = startExLog(*session, record, address);
+  if (version == nullptr) return folded(started);
   // The second request decides: how the start went is dropped.
-  record.Operation = vqs::kLogGetVersionEx;
-  const vqsStatus asked = vqs::sendLog(session->handle, record);
+  record.Operation = kLogGetVersionEx;
+  const vqsStatus asked = sendLog(session->handle, record);
   if (asked == VQS_SUCCESS) *version = record.Value;
-  return vqs::folded(asked);
+  return folded(asked);
 }
 
 vqsStatus VQS_CALL vqsExStopQTFLog(QtfSession* session) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
   if (session->logReference == 0) return VQS_SUCCESS;
-  return vqs::folded(vqs::stopLog(*session, vqs::kLogStopEx));
+  return folded(stopLog(*session, kLogStopEx));
 }
 
 vqsStatus VQS_CALL vqsExQTFLogSupport(QtfSession* session, void* buffer, uint32_t length) {
-  if (!vqs::isOpen(session) || buffer == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::folded(vqs::querySupport(session->handle, 1, buffer, length));
+  if (!isOpen(session) || buffer == nullptr) return VQS_INVALID_PARAMETER;
+  return folded(querySupport(session->handle, 1, buffer, length));
 }

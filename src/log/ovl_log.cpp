@@ -36,10 +36,12 @@ vqsStatus queryOnOwnHandle(std::uint32_t operation, std::uint32_t* version) {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsOVLMapQTFLogAddress(uint64_t* address, uint32_t* logId) {
   if (address == nullptr || logId == nullptr) return VQS_INVALID_PARAMETER;
-  auto record = vqs::logRequest(vqs::kLogStart);
-  const vqsStatus result = vqs::sendOnOwnHandle(record);
+  auto record = logRequest(kLogStart);
+  const vqsStatus result = sendOnOwnHandle(record);
   if (result != VQS_SUCCESS) return result;
   *address = record.Address;
   *logId = record.LogId;
@@ -47,28 +49,26 @@ vqsStatus VQS_CALL vqsOVLMapQTFLogAddress(uint64_t* address, uint32_t* logId) {
 }
 
 vqsStatus VQS_CALL vqsOVLUnmapQTFLogId(uint32_t logId) {
-  auto record = vqs::logRequest(vqs::kLogStop, logId);
-  return vqs::sendOnOwnHandle(record);
+  auto record = logRequest(kLogStop, logId);
+  return sendOnOwnHandle(record);
 }
 
 vqsStatus VQS_CALL vqsOVLStartQTFLog(void* first, void* second) {
   if (first == nullptr || second == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::controlFilling(vqs::kPollingStart);
+  return controlFilling(kPollingStart);
 }
 
-vqsStatus VQS_CALL vqsOVLStopQTFLog(void) { return vqs::controlFilling(vqs::kPollingStop); }
+vqsStatus VQS_CALL vqsOVLStopQTFLog(void) { return controlFilling(kPollingStop); }
 
-vqsStatus VQS_CALL vqsOVLGetQTFLogVersion(uint32_t* version) {
-  return vqs::queryOnOwnHandle(vqs::kLogGetVersion, version);
-}
+vqsStatus VQS_CALL vqsOVLGetQTFLogVersion(uint32_t* version) { return queryOnOwnHandle(kLogGetVersion, version); }
 
 vqsStatus VQS_CALL vqsOVLGetInterfaceVersion(uint32_t* version) {
-  return vqs::queryOnOwnHandle(vqs::kLogGetInterfaceVersion, version);
+  return queryOnOwnHandle(kLogGetInterfaceVersion, version);
 }
 
 vqsStatus VQS_CALL vqsOVLForceDataUpdate(void) {
-  auto record = vqs::logRequest(vqs::kLogForceUpdate);
-  return vqs::sendOnOwnHandle(record);
+  auto record = logRequest(kLogForceUpdate);
+  return sendOnOwnHandle(record);
 }
 
 vqsStatus VQS_CALL vqsOVLGetDllVersion(uint32_t* version) {

@@ -67,32 +67,34 @@ vqsStatus waitForOutput(std::uint32_t milliseconds) {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsSetAppInput(QtfSession* session, int32_t index, uint32_t value) {
-  return vqs::setInput(session, index, value);
+  return setInput(session, index, value);
 }
 
 vqsStatus VQS_CALL vqsExSetAppInput(QtfSession* session, int32_t index, uint32_t value) {
-  return vqs::folded(vqs::setInput(session, index, value));
+  return folded(setInput(session, index, value));
 }
 
 vqsStatus VQS_CALL vqsSetAppInputs(QtfSession* session, uint32_t valueA, uint32_t valueB) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::send(session->handle, {.operation = vqs::kAppIoSetInputs, .valueA = valueA, .valueB = valueB});
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  return send(session->handle, {.operation = kAppIoSetInputs, .valueA = valueA, .valueB = valueB});
 }
 
 vqsStatus VQS_CALL vqsGetAppOutput(QtfSession* session, uint32_t* valueA, uint32_t* valueB) {
-  return vqs::getOutput(session, valueA, valueB);
+  return getOutput(session, valueA, valueB);
 }
 
 vqsStatus VQS_CALL vqsExGetAppOutput(QtfSession* session, uint32_t* valueA, uint32_t* valueB) {
-  return vqs::folded(vqs::getOutput(session, valueA, valueB));
+  return folded(getOutput(session, valueA, valueB));
 }
 
 vqsStatus VQS_CALL vqsWaitAppOutput(QtfSession* session, uint32_t milliseconds) {
-  return vqs::isOpen(session) ? vqs::waitForOutput(milliseconds) : vqsStatus{VQS_INVALID_PARAMETER};
+  return isOpen(session) ? waitForOutput(milliseconds) : vqsStatus{VQS_INVALID_PARAMETER};
 }
 
 vqsStatus VQS_CALL vqsWaitTaskbarIcon(QtfSession* session, void* event, uint32_t milliseconds) {
-  if (!vqs::isOpen(session) || event == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::waitFor(event, milliseconds);
+  if (!isOpen(session) || event == nullptr) return VQS_INVALID_PARAMETER;
+  return waitFor(event, milliseconds);
 }

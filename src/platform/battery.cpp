@@ -36,26 +36,28 @@ vqsStatus sendOnOwnHandle(BatteryRequest request, std::uint32_t& answer) {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsSetChargeRate(uint32_t rate) {
   std::uint32_t discarded = 0;
-  return vqs::sendOnOwnHandle({.operation = vqs::kSetChargeRate, .value = rate}, discarded);
+  return sendOnOwnHandle({.operation = kSetChargeRate, .value = rate}, discarded);
 }
 
 vqsStatus VQS_CALL vqsGetBatteryTemperature(uint32_t* temperature) {
   if (temperature == nullptr) return VQS_INVALID_PARAMETER;
   std::uint32_t answer = 0;
-  const vqsStatus result = vqs::sendOnOwnHandle({.operation = vqs::kGetTemperature, .value = 0}, answer);
+  const vqsStatus result = sendOnOwnHandle({.operation = kGetTemperature, .value = 0}, answer);
   if (result == VQS_SUCCESS) *temperature = answer;
   return result;
 }
 
 vqsStatus VQS_CALL vqsGetBatteryLimits(QtfSession* session, uint16_t* first, uint16_t* second, uint16_t* third,
                                        uint16_t* fourth) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
   if (first == nullptr || second == nullptr || third == nullptr || fourth == nullptr) return VQS_INVALID_PARAMETER;
-  vqs::BatteryRequest request{.operation = vqs::kGetLimits, .value = 0};
-  vqs::BatteryLimits answer{};
-  const vqsStatus result = vqs::sendSplit(session->handle, vqs::kCodeBattery, request, &answer);
+  BatteryRequest request{.operation = kGetLimits, .value = 0};
+  BatteryLimits answer{};
+  const vqsStatus result = sendSplit(session->handle, kCodeBattery, request, &answer);
   if (result != VQS_SUCCESS) return result;
   *first = answer.limits[0];
   *second = answer.limits[1];

@@ -45,11 +45,13 @@ vqsStatus programSE1(QtfSession* session, std::uint32_t first, std::uint32_t sec
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsGetTaskbarIcon(QtfSession* session, uint32_t* first, uint32_t* second) {
-  if (!vqs::isOpen(session) || first == nullptr || second == nullptr) return VQS_INVALID_PARAMETER;
-  vqs::TaskbarIconRecord request{};
-  vqs::TaskbarIconRecord answer{};
-  const vqsStatus result = vqs::sendSplit(session->handle, vqs::kCodeTaskbarIcon, request, &answer);
+  if (!isOpen(session) || first == nullptr || second == nullptr) return VQS_INVALID_PARAMETER;
+  TaskbarIconRecord request{};
+  TaskbarIconRecord answer{};
+  const vqsStatus result = sendSplit(session->handle, kCodeTaskbarIcon, request, &answer);
   if (result != VQS_SUCCESS) return result;
   *first = answer.first;
   *second = answer.second;
@@ -57,29 +59,29 @@ vqsStatus VQS_CALL vqsGetTaskbarIcon(QtfSession* session, uint32_t* first, uint3
 }
 
 vqsStatus VQS_CALL vqsGetDebugOutput(QtfSession* session, uint32_t* value) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::sendRequest(session->handle, vqs::kCodeDebugOutput,
-                          {.request = {}, .answer = value, .answerLength = sizeof(*value)}, nullptr);
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  return sendRequest(session->handle, kCodeDebugOutput,
+                     {.request = {}, .answer = value, .answerLength = sizeof(*value)}, nullptr);
 }
 
 vqsStatus VQS_CALL vqsControlPolling(QtfSession* session, uint8_t enable, uint32_t value) {
-  return vqs::controlPolling(session, 0, enable, value);
+  return controlPolling(session, 0, enable, value);
 }
 
 vqsStatus VQS_CALL vqsExControlPolling(QtfSession* session, uint8_t enable, uint32_t value) {
-  return vqs::folded(vqs::controlPolling(session, 1, enable, value));
+  return folded(controlPolling(session, 1, enable, value));
 }
 
 vqsStatus VQS_CALL vqsProgramSE1(QtfSession* session, uint32_t first, uint32_t second) {
-  return vqs::programSE1(session, first, second);
+  return programSE1(session, first, second);
 }
 
 vqsStatus VQS_CALL vqsExProgramSE1(QtfSession* session, uint32_t first, uint32_t second) {
-  return vqs::folded(vqs::programSE1(session, first, second));
+  return folded(programSE1(session, first, second));
 }
 
 vqsStatus VQS_CALL vqsTAControl(QtfSession* session, uint32_t first, uint32_t second) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  vqs::WordPair record{.first = first, .second = second};
-  return vqs::sendRequest(session->handle, vqs::kCodeTaControl, {.request = vqs::bytesOf(record)}, nullptr);
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  WordPair record{.first = first, .second = second};
+  return sendRequest(session->handle, kCodeTaControl, {.request = bytesOf(record)}, nullptr);
 }

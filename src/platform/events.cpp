@@ -44,18 +44,18 @@ vqsStatus notifyBiosEvent(QtfSession* session, std::uint32_t code) {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsRegisterEvent(QtfSession* session, int32_t index, void* object) {
-  return vqs::registerEvent(session, index, object, 1);
+  return registerEvent(session, index, object, 1);
 }
 
 vqsStatus VQS_CALL vqsUnRegisterEvent(QtfSession* session, int32_t index, void* object) {
-  return vqs::registerEvent(session, index, object, 0);
+  return registerEvent(session, index, object, 0);
 }
 
-vqsStatus VQS_CALL vqsAtstNotifyBiosEvent(QtfSession* session) {
-  return vqs::notifyBiosEvent<40>(session, vqs::kCodeBiosEvent);
-}
+vqsStatus VQS_CALL vqsAtstNotifyBiosEvent(QtfSession* session) { return notifyBiosEvent<40>(session, kCodeBiosEvent); }
 
 vqsStatus VQS_CALL vqsAtstNotifyBiosEventV2(QtfSession* session) {
-  return vqs::notifyBiosEvent<64>(session, vqs::kCodeBiosEventV2);
+  return notifyBiosEvent<64>(session, kCodeBiosEventV2);
 }

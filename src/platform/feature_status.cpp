@@ -15,13 +15,14 @@ constexpr std::array<std::uint32_t, VQS_FEATURES> kDriverIds = {0, 1, 2, 3, 4, 5
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsQueryFeatureStatus(QtfSession* session, int32_t index, VqsFeatureStatus* status) {
-  if (!vqs::isOpen(session) || status == nullptr) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session) || status == nullptr) return VQS_INVALID_PARAMETER;
   if (index < 0 || index >= VQS_FEATURES) return VQS_INVALID_PARAMETER;
-  std::uint32_t id = vqs::kDriverIds[static_cast<std::size_t>(index)];
+  std::uint32_t id = kDriverIds[static_cast<std::size_t>(index)];
   VqsFeatureStatus answer{};
-  if (vqs::sendSplit(session->handle, vqs::kCodeQueryFeatureStatus, id, &answer) != VQS_SUCCESS)
-    return VQS_REQUEST_FAILED;
+  if (sendSplit(session->handle, kCodeQueryFeatureStatus, id, &answer) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   status->flagA = answer.flagA;
   status->flagB = answer.flagB;
   status->value = answer.value;
@@ -29,9 +30,9 @@ vqsStatus VQS_CALL vqsQueryFeatureStatus(QtfSession* session, int32_t index, Vqs
 }
 
 vqsStatus VQS_CALL vqsDynamicSliderEnableDisable(QtfSession* session, uint8_t enable) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
   std::uint32_t word = enable != 0 ? 1 : 0;
-  return vqs::sendIn(session->handle, vqs::kCodeDynamicSlider, word);
+  return sendIn(session->handle, kCodeDynamicSlider, word);
 }
 
 vqsStatus VQS_CALL vqsCustomWorkloadControl(QtfSession* /*session*/, int32_t /*operation*/, void* /*table*/) {

@@ -121,45 +121,42 @@ constexpr auto kAsmLitePlaces = [] {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsItsAutoModeTableControl(QtfSession* session, int32_t operation, VqsAutoModeTable* table) {
-  return vqs::controlTable<vqs::AutoModeRecord>(session, operation, vqs::kCodeItsAutoModeTable, vqs::kAutoModePlaces,
-                                                table);
+  return controlTable<AutoModeRecord>(session, operation, kCodeItsAutoModeTable, kAutoModePlaces, table);
 }
 
 vqsStatus VQS_CALL vqsInBagPolicyTableControl(QtfSession* session, int32_t operation, VqsInBagTable* table) {
-  const vqsStatus checked = vqs::checkTableCall(session, operation, table);
+  const vqsStatus checked = checkTableCall(session, operation, table);
   if (checked != VQS_SUCCESS) return checked;
-  vqs::InBagRecord record{};
-  record.operation = vqs::foldTableOperation(operation);
+  InBagRecord record{};
+  record.operation = foldTableOperation(operation);
   // A set sends the words only, and clears the caller's curve from the record that is still empty.
   const bool set = record.operation == VQS_TABLE_SET;
-  if (set) vqs::copyToTable(vqs::kInBagCurve, table, &record);
-  const vqsStatus result =
-      vqs::exchangeTable(session->handle, vqs::kCodeInBagPolicyTable, record, vqs::kInBagWords, table);
-  if (result == VQS_SUCCESS && !set) vqs::copyToTable(vqs::kInBagCurve, table, &record);
+  if (set) copyToTable(kInBagCurve, table, &record);
+  const vqsStatus result = exchangeTable(session->handle, kCodeInBagPolicyTable, record, kInBagWords, table);
+  if (result == VQS_SUCCESS && !set) copyToTable(kInBagCurve, table, &record);
   return result;
 }
 
 vqsStatus VQS_CALL vqsStaticSliderTableControl_V1(QtfSession* session, int32_t operation,
                                                   VqsStaticSliderTableV1* table) {
-  return vqs::controlTable<vqs::StaticSliderRecord>(session, operation, vqs::kCodeStaticSliderTable,
-                                                    vqs::kStaticSliderV1Places, table);
+  return controlTable<StaticSliderRecord>(session, operation, kCodeStaticSliderTable, kStaticSliderV1Places, table);
 }
 
 vqsStatus VQS_CALL vqsStaticSliderTableControl_V2(QtfSession* session, int32_t operation,
                                                   VqsStaticSliderTableV2* table) {
-  return vqs::controlTable<vqs::StaticSliderRecord>(session, operation, vqs::kCodeStaticSliderTable,
-                                                    vqs::kStaticSliderV2Places, table);
+  return controlTable<StaticSliderRecord>(session, operation, kCodeStaticSliderTable, kStaticSliderV2Places, table);
 }
 
 vqsStatus VQS_CALL vqsStaticSliderTableControl_V4(QtfSession* session, int32_t operation,
                                                   VqsStaticSliderTableV4* table) {
   // The other tables call a negative operation unsupported; this one calls it invalid.
   if (operation < 0) return VQS_INVALID_PARAMETER;
-  return vqs::controlTable<vqs::StaticSliderRecordV4>(session, operation, vqs::kCodeStaticSliderTableV4,
-                                                      vqs::kStaticSliderV4Places, table);
+  return controlTable<StaticSliderRecordV4>(session, operation, kCodeStaticSliderTableV4, kStaticSliderV4Places, table);
 }
 
 vqsStatus VQS_CALL vqsAsmLiteTableControl(QtfSession* session, int32_t operation, VqsAsmLiteTable* table) {
-  return vqs::controlTable<vqs::AsmLiteRecord>(session, operation, vqs::kCodeAsmLiteTable, vqs::kAsmLitePlaces, table);
+  return controlTable<AsmLiteRecord>(session, operation, kCodeAsmLiteTable, kAsmLitePlaces, table);
 }

@@ -29,32 +29,34 @@ vqsStatus readKeyList(HANDLE handle, void* list) {
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsOverrideInput(QtfSession* session, uint32_t key, uint8_t enable, uint32_t value) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  vqs::OverrideRecord record{};
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  OverrideRecord record{};
   record.enable = enable;
   record.key = key;
   record.value = value;
-  return vqs::sendRequest(session->handle, vqs::kCodeOverrideInput, {.request = vqs::bytesOf(record)}, nullptr);
+  return sendRequest(session->handle, kCodeOverrideInput, {.request = bytesOf(record)}, nullptr);
 }
 
 vqsStatus VQS_CALL vqsGetInputOverrideKeyValue(QtfSession* session, uint32_t key, VqsOverrideValue* value) {
-  if (!vqs::isOpen(session) || value == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::sendSplit(session->handle, vqs::kCodeOverrideKeyValue, key, value);
+  if (!isOpen(session) || value == nullptr) return VQS_INVALID_PARAMETER;
+  return sendSplit(session->handle, kCodeOverrideKeyValue, key, value);
 }
 
 vqsStatus VQS_CALL vqsGetInputOverrideKeyList(QtfSession* session, void* list, uint32_t* size, uint8_t sizeOnly) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
   // A missing output is a failed request here, not a wrong argument.
   if (sizeOnly != 0) {
     if (size == nullptr) return VQS_REQUEST_FAILED;
-    return vqs::sendOut(session->handle, vqs::kCodeOverrideKeyListSize, size, sizeof(*size));
+    return sendOut(session->handle, kCodeOverrideKeyListSize, size, sizeof(*size));
   }
   if (list == nullptr) return VQS_REQUEST_FAILED;
-  return vqs::readKeyList(session->handle, list);
+  return readKeyList(session->handle, list);
 }
 
 vqsStatus VQS_CALL vqsGetInputOverrideKeyMetadata(QtfSession* session, uint32_t key, VqsOverrideMetadata* metadata) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::sendSplit(session->handle, vqs::kCodeOverrideKeyMetadata, key, metadata);
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  return sendSplit(session->handle, kCodeOverrideKeyMetadata, key, metadata);
 }

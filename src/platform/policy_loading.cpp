@@ -54,29 +54,31 @@ vqsStatus load(QtfSession* session, std::uint32_t operation, std::uint32_t* firs
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsExLoadDynamicPolicy(QtfSession* session, uint64_t size, const void* data, uint32_t* first,
                                           uint32_t* second) {
-  if (!vqs::isOpen(session) || data == nullptr) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session) || data == nullptr) return VQS_INVALID_PARAMETER;
   if (size == 0 || size > VQS_DYNAMIC_POLICY_MAX_SIZE) return VQS_INVALID_PARAMETER;
-  auto record = vqs::loadingRequest(vqs::kLoadDynamicPolicy);
+  auto record = loadingRequest(kLoadDynamicPolicy);
   record.first = static_cast<std::uint32_t>(size);
   record.data = reinterpret_cast<std::uint64_t>(data);
-  return vqs::sendLoading(session->handle, record, first, second);
+  return sendLoading(session->handle, record, first, second);
 }
 
 vqsStatus VQS_CALL vqsExClearDynamicPolicy(QtfSession* session) {
-  return vqs::load(session, vqs::kClearDynamicPolicy, nullptr, nullptr);
+  return load(session, kClearDynamicPolicy, nullptr, nullptr);
 }
 
 vqsStatus VQS_CALL vqsExGetPolicyBinaryVersion(QtfSession* session, uint32_t* first, uint32_t* second) {
-  if (!vqs::isOpen(session) || first == nullptr || second == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::load(session, vqs::kGetBinaryVersion, first, second);
+  if (!isOpen(session) || first == nullptr || second == nullptr) return VQS_INVALID_PARAMETER;
+  return load(session, kGetBinaryVersion, first, second);
 }
 
 vqsStatus VQS_CALL vqsExLoadStaticBinary(QtfSession* session, uint32_t* first, uint32_t* second) {
-  return vqs::load(session, vqs::kLoadStaticBinary, first, second);
+  return load(session, kLoadStaticBinary, first, second);
 }
 
 vqsStatus VQS_CALL vqsExLoadDiskBinary(QtfSession* session, uint32_t* first, uint32_t* second) {
-  return vqs::load(session, vqs::kLoadDiskBinary, first, second);
+  return load(session, kLoadDiskBinary, first, second);
 }

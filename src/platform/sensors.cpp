@@ -6,22 +6,24 @@
 #include "src/channel/session_record.h"
 #include "src/channel/text.h"
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsAtstSimulateSensorUpdate(QtfSession* session, const VqsSensorUpdate* update) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
   if (update == nullptr) return VQS_REQUEST_FAILED;
   VqsSensorUpdate record = *update;
-  return vqs::sendIn(session->handle, vqs::kCodeSimulateSensorUpdate, record);
+  return sendIn(session->handle, kCodeSimulateSensorUpdate, record);
 }
 
 vqsStatus VQS_CALL vqsGetSensorData(QtfSession* session, VqsSensorData* data) {
-  if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  return vqs::sendOut(session->handle, vqs::kCodeSensorData, data, sizeof(*data));
+  if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  return sendOut(session->handle, kCodeSensorData, data, sizeof(*data));
 }
 
 vqsStatus VQS_CALL vqsGetOEMID(QtfSession* session, char oemId[7]) {
-  if (!vqs::isOpen(session) || oemId == nullptr) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session) || oemId == nullptr) return VQS_INVALID_PARAMETER;
   char answer[32] = {};
-  if (vqs::sendOut(session->handle, vqs::kCodeOemId, answer, sizeof(answer)) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
-  if (!vqs::copyBounded({oemId, 7}, answer)) vqs::raiseInvalidParameter();
+  if (sendOut(session->handle, kCodeOemId, answer, sizeof(answer)) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  if (!copyBounded({oemId, 7}, answer)) raiseInvalidParameter();
   return VQS_SUCCESS;
 }

@@ -71,20 +71,21 @@ void markSupported(HANDLE handle, std::span<Info, N> table, std::uint32_t queryO
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsPbGetConditions(QtfSession* session, const QtfConditionInfo** table, uint32_t* count) {
-  if (!vqs::isOpen(session) || table == nullptr || count == nullptr) return VQS_INVALID_PARAMETER;
-  vqs::markSupported(session->handle, vqs::conditionTable(), vqs::kQueryConditionSupport, vqs::kReadConditionSupport);
+  if (!isOpen(session) || table == nullptr || count == nullptr) return VQS_INVALID_PARAMETER;
+  markSupported(session->handle, conditionTable(), kQueryConditionSupport, kReadConditionSupport);
   *count = VQS_CONDITION_TYPES;
-  *table = vqs::conditionTable().data();
+  *table = conditionTable().data();
   return VQS_SUCCESS;
 }
 
 vqsStatus VQS_CALL vqsPbGetActions(QtfSession* session, const QtfActionInfo** table, uint32_t* count) {
   // Of the two only this one does not refuse a session without a handle: its request fails, and the flags stay.
   if (table == nullptr || count == nullptr) return VQS_INVALID_PARAMETER;
-  if (session != nullptr)
-    vqs::markSupported(session->handle, vqs::actionTable(), vqs::kQueryActionSupport, vqs::kReadActionSupport);
+  if (session != nullptr) markSupported(session->handle, actionTable(), kQueryActionSupport, kReadActionSupport);
   *count = VQS_ACTION_TYPES;
-  *table = vqs::actionTable().data();
+  *table = actionTable().data();
   return VQS_SUCCESS;
 }

@@ -24,26 +24,28 @@ vqsStatus addPolicy(QtfSession* session, const VqsPolicyV0* policy, std::uint32_
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsPbAddPolicy(QtfSession* session, const VqsPolicyV0* policy, uint32_t* idOut,
                                   uint32_t* driverResult) {
-  return vqs::addPolicy(session, policy, idOut, driverResult, VQS_POLICY_STORE_PB);
+  return addPolicy(session, policy, idOut, driverResult, VQS_POLICY_STORE_PB);
 }
 
 vqsStatus VQS_CALL vqsAsmAddPolicy(QtfSession* session, const VqsPolicyV0* policy, uint32_t* idOut,
                                    uint32_t* driverResult) {
-  return vqs::addPolicy(session, policy, idOut, driverResult, VQS_POLICY_STORE_ASM);
+  return addPolicy(session, policy, idOut, driverResult, VQS_POLICY_STORE_ASM);
 }
 
 vqsStatus VQS_CALL vqsBalanceProfileAddPolicy(QtfSession* session, const VqsPolicyV0* policy, uint32_t* idOut,
                                               uint32_t* driverResult) {
-  return vqs::addPolicy(session, policy, idOut, driverResult, VQS_POLICY_STORE_BALANCE_PROFILE);
+  return addPolicy(session, policy, idOut, driverResult, VQS_POLICY_STORE_BALANCE_PROFILE);
 }
 
 vqsStatus VQS_CALL vqsPbAddPolicyV2(QtfSession* session, const VqsVersionedPolicy* record, uint64_t size,
                                     uint32_t* driverResult, VqsPolicyStore store) {
-  if (!vqs::isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapRecord<vqs::PackedPolicy> packed;
+  if (!isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
+  const ProcessHeapRecord<PackedPolicy> packed;
   if (!packed) return VQS_OUT_OF_MEMORY;
-  if (!vqs::packVersionedPolicy(*record, size, *packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
-  return vqs::addToStore(session->handle, store, *packed, *driverResult);
+  if (!packVersionedPolicy(*record, size, *packed, kRuntimeText)) return VQS_REQUEST_FAILED;
+  return addToStore(session->handle, store, *packed, *driverResult);
 }

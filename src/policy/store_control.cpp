@@ -19,30 +19,32 @@ vqsStatus getStatus(QtfSession* session, VqsPolicyStatusList* list, VqsPolicySto
 }  // namespace
 }  // namespace vqs
 
-vqsStatus VQS_CALL vqsPbReset(QtfSession* session) { return vqs::reset(session, VQS_POLICY_STORE_PB); }
+using namespace vqs;
 
-vqsStatus VQS_CALL vqsAsmReset(QtfSession* session) { return vqs::reset(session, VQS_POLICY_STORE_ASM); }
+vqsStatus VQS_CALL vqsPbReset(QtfSession* session) { return reset(session, VQS_POLICY_STORE_PB); }
+
+vqsStatus VQS_CALL vqsAsmReset(QtfSession* session) { return reset(session, VQS_POLICY_STORE_ASM); }
 
 vqsStatus VQS_CALL vqsBalanceProfileReset(QtfSession* session) {
-  return vqs::reset(session, VQS_POLICY_STORE_BALANCE_PROFILE);
+  return reset(session, VQS_POLICY_STORE_BALANCE_PROFILE);
 }
 
 vqsStatus VQS_CALL vqsPbGetPoliciesStatus(QtfSession* session, VqsPolicyStatusList* list) {
-  return vqs::getStatus(session, list, VQS_POLICY_STORE_PB);
+  return getStatus(session, list, VQS_POLICY_STORE_PB);
 }
 
 vqsStatus VQS_CALL vqsAsmGetPoliciesStatus(QtfSession* session, VqsPolicyStatusList* list) {
-  return vqs::getStatus(session, list, VQS_POLICY_STORE_ASM);
+  return getStatus(session, list, VQS_POLICY_STORE_ASM);
 }
 
 vqsStatus VQS_CALL vqsBalanceProfileGetPoliciesStatus(QtfSession* session, VqsPolicyStatusList* list) {
-  return vqs::getStatus(session, list, VQS_POLICY_STORE_BALANCE_PROFILE);
+  return getStatus(session, list, VQS_POLICY_STORE_BALANCE_PROFILE);
 }
 
 vqsStatus VQS_CALL vqsSetBinaryVersion(QtfSession* session, uint16_t word1, uint16_t word2, uint32_t* driverResult,
                                        VqsPolicyStore store) {
-  if (!vqs::isOpen(session) || driverResult == nullptr || store != VQS_POLICY_STORE_ASM) return VQS_INVALID_PARAMETER;
-  return vqs::setBinaryVersion(session->handle, word1, word2, *driverResult);
+  if (!isOpen(session) || driverResult == nullptr || store != VQS_POLICY_STORE_ASM) return VQS_INVALID_PARAMETER;
+  return setBinaryVersion(session->handle, word1, word2, *driverResult);
 }
 
 vqsStatus VQS_CALL vqsPbCheckStructureSupport(QtfSession* /*session*/, uint32_t structureVersion) {

@@ -50,61 +50,61 @@ vqsStatus getPoliciesFromRuntime(QtfSession* session, VqsPolicyList* list, VqsPo
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsPbGetPolicies(QtfSession* session, VqsPolicyList* list) {
-  if (!vqs::isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
-  const auto asked = vqs::askedFor(*list);
-  const std::size_t size = vqs::readBufferSize(asked.countOnly != 0 ? 0 : asked.count);
-  return vqs::readPolicies(session->handle, *list, asked, vqs::ProcessHeapBuffer{size}, VQS_POLICY_STORE_PB);
+  if (!isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
+  const auto asked = askedFor(*list);
+  const std::size_t size = readBufferSize(asked.countOnly != 0 ? 0 : asked.count);
+  return readPolicies(session->handle, *list, asked, ProcessHeapBuffer{size}, VQS_POLICY_STORE_PB);
 }
 
 vqsStatus VQS_CALL vqsAsmGetPolicies(QtfSession* session, VqsPolicyList* list) {
-  return vqs::getPoliciesFromRuntime(session, list, VQS_POLICY_STORE_ASM);
+  return getPoliciesFromRuntime(session, list, VQS_POLICY_STORE_ASM);
 }
 
 vqsStatus VQS_CALL vqsBalanceProfileGetPolicies(QtfSession* session, VqsPolicyList* list) {
-  return vqs::getPoliciesFromRuntime(session, list, VQS_POLICY_STORE_BALANCE_PROFILE);
+  return getPoliciesFromRuntime(session, list, VQS_POLICY_STORE_BALANCE_PROFILE);
 }
 
 vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list, VqsPolicyStore store) {
-  if (!vqs::isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
+  if (!isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
   const std::uint32_t capacity = list->count;
-  const vqs::ProcessHeapBuffer memory{vqs::readBufferSize(capacity)};
+  const ProcessHeapBuffer memory{readBufferSize(capacity)};
   if (!memory) return VQS_OUT_OF_MEMORY;
-  auto& buffer = memory.as<vqs::PolicyReadBuffer>();
+  auto& buffer = memory.as<PolicyReadBuffer>();
   buffer.countOnly = capacity == 0 ? 1 : 0;
   buffer.count = capacity;
-  const vqsStatus result = vqs::readStore(session->handle, store, buffer);
+  const vqsStatus result = readStore(session->handle, store, buffer);
   if (result != VQS_SUCCESS) return result;
   if (buffer.countOnly != 0) {
     list->count = buffer.count;
     return VQS_SUCCESS;
   }
   // The capacity, not the store's count: what lies beyond the store's policies comes out as empty policies.
-  const auto packed = memory.arrayAt<vqs::PackedPolicy>(sizeof(vqs::PolicyReadBuffer), capacity);
-  return vqs::unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), capacity,
-                                vqs::kRuntimeText)
+  const auto packed = memory.arrayAt<PackedPolicy>(sizeof(PolicyReadBuffer), capacity);
+  return unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), capacity, kRuntimeText)
              ? VQS_SUCCESS
              : VQS_REQUEST_FAILED;
 }
 
 vqsStatus VQS_CALL vqsPbIDGetPolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy) {
-  if (!vqs::isOpen(session) || policy == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::HeapRecord<vqs::PackedPolicy> packed;
+  if (!isOpen(session) || policy == nullptr) return VQS_INVALID_PARAMETER;
+  const HeapRecord<PackedPolicy> packed;
   if (!packed) return VQS_OUT_OF_MEMORY;
-  const vqsStatus result = vqs::policyLookup(session->handle, id, *packed, VQS_POLICY_STORE_PB);
+  const vqsStatus result = policyLookup(session->handle, id, *packed, VQS_POLICY_STORE_PB);
   if (result != VQS_SUCCESS) return result;
-  return vqs::unpackPolicyV0(packed.get(), policy, vqs::kRuntimeText) ? VQS_SUCCESS : VQS_REQUEST_FAILED;
+  return unpackPolicyV0(packed.get(), policy, kRuntimeText) ? VQS_SUCCESS : VQS_REQUEST_FAILED;
 }
 
 vqsStatus VQS_CALL vqsPbGetPolicyByPrioV2(QtfSession* session, uint32_t priority, VqsVersionedPolicy* record,
                                           uint64_t size, VqsPolicyStore store) {
-  if (!vqs::isOpen(session) || record == nullptr || size == 0) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapRecord<vqs::PackedPolicy> packed;
+  if (!isOpen(session) || record == nullptr || size == 0) return VQS_INVALID_PARAMETER;
+  const ProcessHeapRecord<PackedPolicy> packed;
   if (!packed) return VQS_OUT_OF_MEMORY;
-  const vqsStatus result = vqs::policyLookup(session->handle, priority, *packed, store);
+  const vqsStatus result = policyLookup(session->handle, priority, *packed, store);
   if (result != VQS_SUCCESS) return result;
-  const auto version = vqs::wholeBodyVersion(*record, size);
+  const auto version = wholeBodyVersion(*record, size);
   if (!version) return VQS_REQUEST_FAILED;
-  return vqs::unpackPolicyBody(*version, packed.get(), &record->policy, vqs::kRuntimeText) ? VQS_SUCCESS
-                                                                                           : VQS_REQUEST_FAILED;
+  return unpackPolicyBody(*version, packed.get(), &record->policy, kRuntimeText) ? VQS_SUCCESS : VQS_REQUEST_FAILED;
 }

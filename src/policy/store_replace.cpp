@@ -37,41 +37,43 @@ vqsStatus replaceSessionChecked(QtfSession* session, std::uint32_t id, VqsPolicy
 }  // namespace
 }  // namespace vqs
 
+using namespace vqs;
+
 vqsStatus VQS_CALL vqsPbDeletePolicy(QtfSession* session, uint32_t id, uint32_t* driverResult) {
-  return vqs::deleteFromSession(session, id, driverResult, VQS_POLICY_STORE_PB);
+  return deleteFromSession(session, id, driverResult, VQS_POLICY_STORE_PB);
 }
 
 vqsStatus VQS_CALL vqsAsmDeletePolicy(QtfSession* session, uint32_t id, uint32_t* driverResult) {
-  return vqs::deleteFromSession(session, id, driverResult, VQS_POLICY_STORE_ASM);
+  return deleteFromSession(session, id, driverResult, VQS_POLICY_STORE_ASM);
 }
 
 vqsStatus VQS_CALL vqsBalanceProfileDeletePolicy(QtfSession* session, uint32_t id, uint32_t* driverResult) {
-  return vqs::deleteFromSession(session, id, driverResult, VQS_POLICY_STORE_BALANCE_PROFILE);
+  return deleteFromSession(session, id, driverResult, VQS_POLICY_STORE_BALANCE_PROFILE);
 }
 
 vqsStatus VQS_CALL vqsPbReplacePolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy, uint32_t* driverResult) {
   // Only this one of the three checks more than the session.
-  if (!vqs::isOpen(session) || policy == nullptr || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  return vqs::replacePolicy(session->handle, id, policy, driverResult, VQS_POLICY_STORE_PB);
+  if (!isOpen(session) || policy == nullptr || driverResult == nullptr) return VQS_INVALID_PARAMETER;
+  return replacePolicy(session->handle, id, policy, driverResult, VQS_POLICY_STORE_PB);
 }
 
 vqsStatus VQS_CALL vqsAsmReplacePolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy, uint32_t* driverResult) {
-  return vqs::replaceSessionChecked(session, id, policy, driverResult, VQS_POLICY_STORE_ASM);
+  return replaceSessionChecked(session, id, policy, driverResult, VQS_POLICY_STORE_ASM);
 }
 
 vqsStatus VQS_CALL vqsBalanceProfileReplacePolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy,
                                                   uint32_t* driverResult) {
-  return vqs::replaceSessionChecked(session, id, policy, driverResult, VQS_POLICY_STORE_BALANCE_PROFILE);
+  return replaceSessionChecked(session, id, policy, driverResult, VQS_POLICY_STORE_BALANCE_PROFILE);
 }
 
 vqsStatus VQS_CALL vqsPbReplacePolicyV2(QtfSession* session, uint32_t id, const VqsVersionedPolicy* record,
                                         uint64_t size, uint32_t* driverResult, VqsPolicyStore store) {
-  if (!vqs::isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const vqs::ProcessHeapRecord<vqs::PackedPolicy> packed;
+  if (!isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
+  const ProcessHeapRecord<PackedPolicy> packed;
   if (!packed) return VQS_OUT_OF_MEMORY;
   // The record keeps its own id; only the replace of version 0 records writes the argument into it.
-  if (!vqs::packVersionedPolicy(*record, size, *packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
-  const vqsStatus deleted = vqs::deleteFromStore(session->handle, store, id, driverResult);
+  if (!packVersionedPolicy(*record, size, *packed, kRuntimeText)) return VQS_REQUEST_FAILED;
+  const vqsStatus deleted = deleteFromStore(session->handle, store, id, driverResult);
   if (deleted != VQS_SUCCESS || *driverResult != 0) return deleted;
-  return vqs::addToStore(session->handle, store, *packed, *driverResult);
+  return addToStore(session->handle, store, *packed, *driverResult);
 }
