@@ -63,33 +63,46 @@ static_assert(sizeof(StaticSliderRecordV4) == 16);
 #pragma pack(pop)
 
 constexpr std::array kAutoModePlaces = {
-    FieldPlace{.record = 4, .caller = 0, .size = sizeof(VqsAutoModeTable)},
+    FieldPlace{.record = offsetof(AutoModeRecord, table), .caller = 0, .size = sizeof(VqsAutoModeTable)},
 };
 
 constexpr std::array kInBagWords = {
-    FieldPlace{.record = 4, .caller = 0, .size = 4},
-    FieldPlace{.record = 8, .caller = 4, .size = 4},
-    FieldPlace{.record = 76, .caller = 8, .size = 4},
+    FieldPlace{.record = offsetof(InBagRecord, word0), .caller = offsetof(VqsInBagTable, word0), .size = 4},
+    FieldPlace{.record = offsetof(InBagRecord, word1), .caller = offsetof(VqsInBagTable, word1), .size = 4},
+    FieldPlace{.record = offsetof(InBagRecord, word2), .caller = offsetof(VqsInBagTable, word2), .size = 4},
 };
 
 constexpr std::array kInBagCurve = {
-    FieldPlace{.record = 12, .caller = 20, .size = sizeof(VqsSliderPoint)},
-    FieldPlace{.record = 40, .caller = 12, .size = 8},
-    FieldPlace{.record = 48, .caller = 48, .size = sizeof(VqsSliderPoint)},
+    FieldPlace{.record = offsetof(InBagRecord, point0),
+               .caller = offsetof(VqsInBagTable, points),
+               .size = sizeof(VqsSliderPoint)},
+    FieldPlace{.record = offsetof(InBagRecord, value), .caller = offsetof(VqsInBagTable, value), .size = 8},
+    FieldPlace{.record = offsetof(InBagRecord, point1),
+               .caller = offsetof(VqsInBagTable, points) + sizeof(VqsSliderPoint),
+               .size = sizeof(VqsSliderPoint)},
 };
+
+constexpr std::size_t sliderEntry(std::size_t index) {
+  return offsetof(StaticSliderRecord, entries) + sizeof(StaticSliderRecord::Entry) * index;
+}
 
 /// The first form uses places of the second form's record, two entries a row.
 constexpr auto kStaticSliderV1Places = [] {
+  constexpr std::size_t kByte = offsetof(StaticSliderRecord::Entry, value);
+  constexpr std::size_t kFirstWord = kByte + 4;
+  constexpr std::size_t kSecondWord = offsetof(StaticSliderRecord::Entry, reserved0);
+  using Row = VqsStaticSliderRow;
   std::array<FieldPlace, 30> places{};
   for (std::size_t row = 0; row < 5; ++row) {
-    const std::size_t record = 80 * row;
-    const std::size_t caller = sizeof(VqsStaticSliderRow) * row;
-    places[6 * row + 0] = {.record = 32 + record, .caller = caller + 4, .size = 1};
-    places[6 * row + 1] = {.record = 36 + record, .caller = caller + 8, .size = 4};
-    places[6 * row + 2] = {.record = 40 + record, .caller = caller + 0, .size = 4};
-    places[6 * row + 3] = {.record = 72 + record, .caller = caller + 16, .size = 1};
-    places[6 * row + 4] = {.record = 76 + record, .caller = caller + 20, .size = 4};
-    places[6 * row + 5] = {.record = 80 + record, .caller = caller + 12, .size = 4};
+    const std::size_t first = sliderEntry(2 * row);
+    const std::size_t second = sliderEntry(2 * row + 1);
+    const std::size_t caller = offsetof(VqsStaticSliderTableV1, rows) + sizeof(Row) * row;
+    places[6 * row + 0] = {.record = first + kByte, .caller = caller + offsetof(Row, byte0), .size = 1};
+    places[6 * row + 1] = {.record = first + kFirstWord, .caller = caller + offsetof(Row, word1), .size = 4};
+    places[6 * row + 2] = {.record = first + kSecondWord, .caller = caller + offsetof(Row, word0), .size = 4};
+    places[6 * row + 3] = {.record = second + kByte, .caller = caller + offsetof(Row, byte1), .size = 1};
+    places[6 * row + 4] = {.record = second + kFirstWord, .caller = caller + offsetof(Row, word3), .size = 4};
+    places[6 * row + 5] = {.record = second + kSecondWord, .caller = caller + offsetof(Row, word2), .size = 4};
   }
   return places;
 }();
@@ -97,23 +110,31 @@ constexpr auto kStaticSliderV1Places = [] {
 constexpr auto kStaticSliderV2Places = [] {
   std::array<FieldPlace, 10> places{};
   for (std::size_t i = 0; i < places.size(); ++i)
-    places[i] = {.record = 4 + 40 * i, .caller = 36 * i, .size = sizeof(VqsStaticSliderEntry)};
+    places[i] = {.record = sliderEntry(i),
+                 .caller = offsetof(VqsStaticSliderTableV2, entries) + sizeof(VqsStaticSliderEntry) * i,
+                 .size = sizeof(VqsStaticSliderEntry)};
   return places;
 }();
 
 constexpr std::array kStaticSliderV4Places = {
-    FieldPlace{.record = 4, .caller = 0, .size = sizeof(VqsStaticSliderTableV4)},
+    FieldPlace{.record = offsetof(StaticSliderRecordV4, table), .caller = 0, .size = sizeof(VqsStaticSliderTableV4)},
 };
 
 /// Each group in two runs, around the bytes that carry no field.
 constexpr auto kAsmLitePlaces = [] {
+  using Group = VqsAsmLiteGroup;
+  constexpr std::size_t kFront = offsetof(Group, byte0) + sizeof(Group::byte0);
+  constexpr std::size_t kWord = offsetof(Group, word7);
   std::array<FieldPlace, 16> places{};
   for (std::size_t group = 0; group < 4; ++group) {
-    const std::size_t shift = sizeof(VqsAsmLiteGroup) * group;
-    places[4 * group + 0] = {.record = 52 + shift, .caller = 24 + shift, .size = 29};
-    places[4 * group + 1] = {.record = 84 + shift, .caller = 56 + shift, .size = 4};
-    places[4 * group + 2] = {.record = 260 + shift, .caller = 208 + shift, .size = 29};
-    places[4 * group + 3] = {.record = 292 + shift, .caller = 240 + shift, .size = 4};
+    const std::size_t recordA = offsetof(AsmLiteRecord, setA) + sizeof(Group) * group;
+    const std::size_t recordB = offsetof(AsmLiteRecord, setB) + sizeof(Group) * group;
+    const std::size_t callerA = offsetof(VqsAsmLiteTable, setA) + sizeof(Group) * group;
+    const std::size_t callerB = offsetof(VqsAsmLiteTable, setB) + sizeof(Group) * group;
+    places[4 * group + 0] = {.record = recordA, .caller = callerA, .size = kFront};
+    places[4 * group + 1] = {.record = recordA + kWord, .caller = callerA + kWord, .size = sizeof(Group::word7)};
+    places[4 * group + 2] = {.record = recordB, .caller = callerB, .size = kFront};
+    places[4 * group + 3] = {.record = recordB + kWord, .caller = callerB + kWord, .size = sizeof(Group::word7)};
   }
   return places;
 }();
