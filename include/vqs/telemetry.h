@@ -29,7 +29,7 @@ typedef struct QtfLogKeyInfo {
   /** one of VQS_LOG_ELEMENT_ */
   uint32_t ElementType;
   uint32_t ElementCount;
-  /** 0, or 10 for a few keys; what it means is the driver's affair */
+  /** 0, or 10 for a few keys; the library does not use it */
   uint32_t Param;
   /** a constant of the library, valid while it is loaded */
   const char* Name;

@@ -12,7 +12,7 @@
 namespace vqs {
 namespace {
 
-/// Behind the head, as the exports allocate it.
+/// The policies of a read buffer: they follow its head in the memory that the export has allocated.
 std::span<VqsPackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
   return {reinterpret_cast<VqsPackedPolicy*>(&buffer + 1), buffer.count};
 }
@@ -31,7 +31,7 @@ vqsStatus readAll(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer)
   return fetchPolicies(handle, codes->read, request, policiesOf(buffer));
 }
 
-/// Sends a request that is answered with the driver's verdict.
+/// Sends a request whose answer holds the driver's own result; VQS_REQUEST_FAILED stands for it when the request fails.
 vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t* driverResult) {
   const vqsStatus result = sendSame(handle, code, request);
   if (driverResult != nullptr) *driverResult = result == VQS_SUCCESS ? request.result : 1;
@@ -59,7 +59,8 @@ vqsStatus remove(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& reques
   request.policy.id = *arguments.id;
   const auto codes = policyStoreCodes(store);
   if (!codes) return VQS_INVALID_PARAMETER;
-  // The verdict is the whole answer: four bytes, straight into the caller's word.
+  // The answer is the driver's result alone, four bytes that the driver writes into the caller's word. A null one is
+  // for the driver to refuse (compatibility.md: unchecked-output).
   return sendSplit(handle, codes->modify, request, arguments.driverResult);
 }
 
@@ -76,10 +77,12 @@ void copyStatus(const PolicyStatusEntry& entry, VqsPolicyStatus& status) {
   status.statusFlagA = entry.statusFlagA;
   status.statusFlagB = entry.statusFlagB;
   status.statusValue2 = entry.statusValue2;
+  // A name that does not fit comes out empty (compatibility.md: status-name).
   static_cast<void>(copyBounded(status.name, entry.name));
 }
 
-/// The second status request: as long as all entries need. The caller's array is trusted to hold as many.
+/// The second status request, as long as all entries need. The caller's array is taken to hold `count` entries, and the
+/// list's count is not written (compatibility.md: status-count).
 vqsStatus readStatus(HANDLE handle, std::uint32_t code, std::uint32_t count, VqsPolicyStatus* entries) {
   const RuntimeBuffer memory{sizeof(PolicyStoreRequest) + sizeof(PolicyStatusEntry) * std::size_t{count}};
   if (!memory) return VQS_REQUEST_FAILED;
@@ -100,6 +103,7 @@ vqsStatus status(HANDLE handle, VqsPolicyStore store, RuntimeBuffer& memory, Vqs
   request.countOnly = 1;
   if (sendSame(handle, codes->modify, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   const std::uint32_t count = request.policyCount;
+  // The list's count keeps what it held (compatibility.md: status-empty-store).
   if (count == 0) return VQS_SUCCESS;
   if (list->countOnly != 0) {
     list->count = count;
