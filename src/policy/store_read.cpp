@@ -15,6 +15,7 @@ constexpr std::size_t readBufferSize(std::size_t count) {
 }
 
 vqsStatus unpackInto(VqsPolicyV0* policies, std::span<const VqsPackedPolicy> packed) {
+  // An array is needed only when there is something to write (compatibility.md: missing-array).
   if (policies == nullptr && !packed.empty()) return VQS_REQUEST_FAILED;
   for (std::size_t i = 0; i < packed.size(); ++i)
     if (unpackPolicyV0(&packed[i], &policies[i], kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;

@@ -25,13 +25,15 @@ vqsStatus readAll(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer)
   auto& request = memory.as<PolicyFetchRequest>();
   if (queryPolicyCount(handle, codes->read, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   const std::uint32_t total = request.policyCount;
+  // Known only after the first request (compatibility.md: small-capacity).
   if (buffer.countOnly == 0 && buffer.count < total) return VQS_INVALID_PARAMETER;
   buffer.count = total;
   if (buffer.countOnly != 0) return VQS_SUCCESS;
   return fetchPolicies(handle, codes->read, request, policiesOf(buffer));
 }
 
-/// Sends a request whose answer holds the driver's own result; VQS_REQUEST_FAILED stands for it when the request fails.
+/// Sends a request whose answer holds the driver's own result. When the request fails, `driverResult` receives
+/// VQS_DRIVER_RESULT_REQUEST_FAILED.
 vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t* driverResult) {
   const vqsStatus result = sendSame(handle, code, request);
   if (driverResult != nullptr) *driverResult = result == VQS_SUCCESS ? request.result : 1;
@@ -109,6 +111,7 @@ vqsStatus status(HANDLE handle, VqsPolicyStore store, RuntimeBuffer& memory, Vqs
     list->count = count;
     return VQS_SUCCESS;
   }
+  // Needed only when there is something to write (compatibility.md: missing-array).
   if (list->entries == nullptr) return VQS_REQUEST_FAILED;
   memory.reset();
   return readStatus(handle, codes->modify, count, list->entries);
