@@ -13,7 +13,7 @@ namespace simulator {
 inline constexpr char kStateMagic[8] = {'V', 'Q', 'S', 'S', 'T', 'A', 'T', 'E'};
 
 /// The oldest format that can be read. Older simulators, with formats 1 and 2, kept the state in memory and wrote it to
-/// the file as one image when they closed it.
+/// the file as one image in the end.
 inline constexpr std::uint32_t kFirstFormat = 1;
 
 /// Bytes of the settings in an image of format 2. They are the first bytes of today's Settings, which only grow at
