@@ -15,8 +15,8 @@ namespace vqs {
 std::optional<std::size_t> policyBodySize(std::uint32_t structureVersion);
 
 // Caller's form to driver's form; false for a null pointer, content that is malformed, or text that cannot be
-// converted. The destination is filled with zeros beforehand; a failure leaves it partly written. Counts above their
-// limits travel as they are, with as many entries as there is room for.
+// converted. The destination is filled with zeros beforehand; a failure leaves it partly written. A count above its
+// limit is copied as it is, with as many entries as there is room for (compatibility.md: count-above-limit).
 bool packPolicyV0(const VqsPolicyV0* source, PackedPolicy* destination, const TextConversion& text);
 bool packPolicyV1(const VqsPolicyV1* source, PackedPolicy* destination, const TextConversion& text);
 bool packPolicyV2(const VqsPolicyV2* source, PackedPolicy* destination);
@@ -39,8 +39,8 @@ bool unpackPolicyBody(std::uint32_t structureVersion, const PackedPolicy* source
 bool unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
                        const PackedPolicy* policies, std::uint32_t count, const TextConversion& text);
 
-/// The structure version of a record of `size` bytes, if the whole body of that version is among them. It is read once,
-/// so that a caller who changes it meanwhile cannot have more read or written than there is.
+/// The structure version of a record of `size` bytes, if these hold a whole body of that version. To be called once per
+/// record: another thread that changes the version meanwhile must not have more read or written than there is.
 std::optional<std::uint32_t> wholeBodyVersion(const VqsVersionedPolicy& record, std::uint64_t size);
 
 /// Packs a versioned record of `size` bytes; true when it is whole and well-formed.

@@ -22,7 +22,7 @@ static_assert(offsetof(PackedText, flag) == 0);
 static_assert(offsetof(PackedText, length) == 12);
 static_assert(offsetof(PackedText, text) == 14);
 
-/// A policy in the driver's form, the only one the driver knows. Counts may exceed their limits.
+/// A policy as the driver sends and receives it. Its counts may be above their limits: check them before going by them.
 struct PackedPolicy {
   VqsChar16 name[VQS_POLICY_NAME_UNITS];
   char description[VQS_POLICY_DESCRIPTION_SIZE];

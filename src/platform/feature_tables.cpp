@@ -86,7 +86,7 @@ constexpr std::size_t sliderEntry(std::size_t index) {
   return offsetof(StaticSliderRecord, entries) + sizeof(StaticSliderRecord::Entry) * index;
 }
 
-/// The first form uses places of the second form's record, two entries a row.
+/// The first form of the table uses fields of the second form's record. A row of it is two entries there.
 constexpr auto kStaticSliderV1Places = [] {
   constexpr std::size_t kByte = offsetof(StaticSliderRecord::Entry, value);
   constexpr std::size_t kFirstWord = kByte + 4;
@@ -120,7 +120,7 @@ constexpr std::array kStaticSliderV4Places = {
     FieldPlace{.record = offsetof(StaticSliderRecordV4, table), .caller = 0, .size = sizeof(VqsStaticSliderTableV4)},
 };
 
-/// Each group in two runs, around the bytes that carry no field.
+/// Each group is copied in two pieces, around the bytes that are no field.
 constexpr auto kAsmLitePlaces = [] {
   using Group = VqsAsmLiteGroup;
   constexpr std::size_t kFront = offsetof(Group, byte0) + sizeof(Group::byte0);
@@ -153,7 +153,8 @@ vqsStatus VQS_CALL vqsInBagPolicyTableControl(QtfSession* session, int32_t opera
   if (checked != VQS_SUCCESS) return checked;
   InBagRecord record{};
   record.operation = foldTableOperation(operation);
-  // A set sends the words only, and clears the caller's curve from the record that is still empty.
+  // A set sends only the three words. The rest of the caller's table is overwritten with zeros, from the record that
+  // is not filled yet (compatibility.md: in-bag-set).
   const bool set = record.operation == VQS_TABLE_SET;
   if (set) copyToTable(kInBagCurve, table, &record);
   const vqsStatus result = exchangeTable(session->handle, kCodeInBagPolicyTable, record, kInBagWords, table);
@@ -173,7 +174,7 @@ vqsStatus VQS_CALL vqsStaticSliderTableControl_V2(QtfSession* session, int32_t o
 
 vqsStatus VQS_CALL vqsStaticSliderTableControl_V4(QtfSession* session, int32_t operation,
                                                   VqsStaticSliderTableV4* table) {
-  // The other tables call a negative operation unsupported; this one calls it invalid.
+  // For the other tables a negative operation is VQS_NOT_SUPPORTED (compatibility.md: negative-operation).
   if (operation < 0) return VQS_INVALID_PARAMETER;
   return controlTable<StaticSliderRecordV4>(session, operation, kCodeStaticSliderTableV4, kStaticSliderV4Places, table);
 }

@@ -10,12 +10,14 @@ using namespace vqs;
 
 vqsStatus VQS_CALL vqsAtstSimulateSensorUpdate(QtfSession* session, const VqsSensorUpdate* update) {
   if (!isOpen(session)) return VQS_INVALID_PARAMETER;
+  // Not VQS_INVALID_PARAMETER (compatibility.md: sensor-update-null).
   if (update == nullptr) return VQS_REQUEST_FAILED;
   VqsSensorUpdate record = *update;
   return sendIn(session->handle, kCodeSimulateSensorUpdate, record);
 }
 
 vqsStatus VQS_CALL vqsGetSensorData(QtfSession* session, VqsSensorData* data) {
+  // A null `data` is for the driver to refuse (compatibility.md: unchecked-output).
   if (!isOpen(session)) return VQS_INVALID_PARAMETER;
   return sendOut(session->handle, kCodeSensorData, data, sizeof(*data));
 }
@@ -24,6 +26,7 @@ vqsStatus VQS_CALL vqsGetOEMID(QtfSession* session, char oemId[7]) {
   if (!isOpen(session) || oemId == nullptr) return VQS_INVALID_PARAMETER;
   char answer[32] = {};
   if (sendOut(session->handle, kCodeOemId, answer, sizeof(answer)) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
+  // Too long a text is no failure: the output is then empty (compatibility.md: oem-id-too-long).
   if (!copyBounded({oemId, 7}, answer)) raiseInvalidParameter();
   return VQS_SUCCESS;
 }

@@ -16,7 +16,7 @@ vqsStatus addPolicy(QtfSession* session, const VqsPolicyV0* policy, std::uint32_
   if (!packed) return VQS_OUT_OF_MEMORY;
   if (!packPolicyV0(policy, packed.get(), kRuntimeText)) return VQS_REQUEST_FAILED;
   const vqsStatus result = addToStore(session->handle, store, *packed, *driverResult);
-  // The caller's own id: nothing of the driver's reply reaches it.
+  // The id of the caller's own record, whatever the driver answers (compatibility.md: add-own-id).
   if (result == VQS_SUCCESS && idOut != nullptr) *idOut = packed->id;
   return result;
 }

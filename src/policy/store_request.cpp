@@ -12,12 +12,13 @@
 namespace vqs {
 namespace {
 
-/// Behind the head, as the exports allocate it.
+/// The policies of a read buffer: they follow its head in the memory that the export has allocated.
 std::span<PackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
   return {reinterpret_cast<PackedPolicy*>(&buffer + 1), buffer.count};
 }
 
-/// Sends a request that is answered with the driver's verdict.
+/// Sends a request whose answer holds the driver's own result. When the request fails, `driverResult` receives
+/// VQS_DRIVER_RESULT_REQUEST_FAILED.
 vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t& driverResult) {
   const vqsStatus result = sendSame(handle, code, request);
   driverResult = result == VQS_SUCCESS ? request.result : 1;
@@ -29,11 +30,14 @@ void copyStatus(const PolicyStatusEntry& entry, VqsPolicyStatus& status) {
   status.statusFlagA = entry.statusFlagA;
   status.statusFlagB = entry.statusFlagB;
   status.statusValue2 = entry.statusValue2;
+  // A name that does not fit comes out empty (compatibility.md: status-name).
   static_cast<void>(copyBounded(status.name, entry.name));
 }
 
-/// The second status request: as long as all entries need. The caller's array is trusted to hold as many.
+/// The second status request, as long as all entries need. The caller's array is taken to hold `count` entries, and the
+/// list's count is not written (compatibility.md: status-count).
 vqsStatus readStatus(HANDLE handle, std::uint32_t code, std::uint32_t count, VqsPolicyStatus* entries) {
+  // Needed only when there is something to write (compatibility.md: missing-array).
   if (entries == nullptr) return VQS_REQUEST_FAILED;
   const RuntimeBuffer memory{sizeof(PolicyStoreRequest) + sizeof(PolicyStatusEntry) * std::size_t{count}};
   if (!memory) return VQS_REQUEST_FAILED;
@@ -67,6 +71,7 @@ vqsStatus readStore(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffe
   if (!codes) return VQS_INVALID_PARAMETER;
   if (queryPolicyCount(handle, codes->read, *request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   const std::uint32_t total = request->policyCount;
+  // Known only after the first request (compatibility.md: small-capacity).
   if (buffer.countOnly == 0 && buffer.count < total) return VQS_INVALID_PARAMETER;
   buffer.count = total;
   if (buffer.countOnly != 0) return VQS_SUCCESS;
@@ -90,7 +95,8 @@ vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id,
   if (!codes) return VQS_INVALID_PARAMETER;
   request->operation = kStoreDelete;
   request->policy.id = id;
-  // The verdict is the whole answer: four bytes, straight into the caller's word.
+  // The answer is the driver's result alone, four bytes that the driver writes into the caller's word. A null one is
+  // for the driver to refuse (compatibility.md: unchecked-output).
   return sendSplit(handle, codes->modify, *request, driverResult);
 }
 
@@ -113,6 +119,7 @@ vqsStatus readStoreStatus(HANDLE handle, VqsPolicyStore store, VqsPolicyStatusLi
   if (sendSame(handle, codes->modify, *request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   const std::uint32_t count = request->policyCount;
   request.reset();
+  // The list's count keeps what it held (compatibility.md: status-empty-store).
   if (count == 0) return VQS_SUCCESS;
   if (list.countOnly == 0) return readStatus(handle, codes->modify, count, list.entries);
   list.count = count;

@@ -21,8 +21,8 @@ struct PolicyStoreCodes {
 /// Nothing for a store that does not exist.
 std::optional<PolicyStoreCodes> policyStoreCodes(VqsPolicyStore store);
 
-// The requests of a store: VQS_SUCCESS, VQS_REQUEST_FAILED (memory included), or VQS_INVALID_PARAMETER for a store that
-// does not exist.
+// The requests of a store: VQS_SUCCESS, VQS_REQUEST_FAILED, or VQS_INVALID_PARAMETER for a store that does not exist.
+// Without memory for a request it is VQS_REQUEST_FAILED (compatibility.md: request-memory).
 
 /// Reads the count, or all policies, into a buffer that has room for its count; they follow it in memory. A store that
 /// holds more is VQS_INVALID_PARAMETER.
@@ -41,7 +41,8 @@ vqsStatus readStoreStatus(HANDLE handle, VqsPolicyStore store, VqsPolicyStatusLi
 /// Only the Asm store has one.
 vqsStatus setBinaryVersion(HANDLE handle, std::uint32_t word1, std::uint32_t word2, std::uint32_t& driverResult);
 
-/// Asks for one policy by id or priority. The destination, zero-filled, is the answer's buffer whatever the result.
+/// Asks for one policy by id or by priority, which the request does not tell apart (compatibility.md: lookup-key). The
+/// store is not checked (compatibility.md: lookup-store). The driver answers into the zero-filled destination.
 vqsStatus policyLookup(HANDLE handle, std::uint32_t key, PackedPolicy& destination, VqsPolicyStore store);
 
 /// First request of a read: how many policies the store holds.
