@@ -13,7 +13,7 @@
 namespace host {
 namespace {
 
-/// Guards the list and who is gone; never held during a call of a device.
+/// Guards the list and each attachment's device pointer. It is never held while a device is called.
 constinit Mutex attachmentMutex;
 constinit List<Attachment*> attachments;
 constinit HandleTable<Attachment> openings;

@@ -8,14 +8,14 @@
 
 namespace host {
 
-/// Sees the text of a call before it is carried out; false makes it fail.
+/// Is given the text of a call before it is carried out; when it returns false, the call fails.
 using Watcher = bool (*)(std::string_view call);
 
-/// Null when nobody watches, as in every program but tests.
+/// Null in every program but tests.
 Watcher currentWatcher();
 void setWatcher(Watcher watcher);
 
-/// A call as text, as far as there is room for it.
+/// A call as text, cut at the end of its fixed room.
 class CallText {
  public:
   void add(std::string_view text);

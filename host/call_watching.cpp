@@ -13,7 +13,7 @@ namespace {
 
 std::mutex hookMutex;
 
-/// Never destroyed: calls are made up to the very end of a program.
+/// Never destroyed: a program may call the host until its process ends.
 auto& currentHook() {
   static auto& current = *new std::shared_ptr<const CallHook>;
   return current;

@@ -18,7 +18,8 @@ struct DeviceRequest {
   OVERLAPPED* overlapped;
 };
 
-/// What the I/O manager makes of a caller's request for a buffered code: where there is no buffer, there is no length.
+/// The call as a driver sees it: for a null buffer the length is 0, as the I/O manager of Windows has it for buffered
+/// codes.
 constexpr DeviceRequest asDriversSeeIt(DeviceRequest request) {
   constexpr DWORD kTransferMethod = 3;
   if ((request.code & kTransferMethod) != 0) return request;

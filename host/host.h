@@ -11,23 +11,24 @@
 #include "host/file_versions.h"
 #include "host/windows_api.h"
 
-/// What stands behind the Windows API functions: devices, file versions, and a way to watch and refuse every call.
+/// What the Windows API functions of windows_api.h work on: devices, events and file versions; and a way for tests to
+/// watch every call and make it fail.
 namespace host {
 
 /// Signals the event behind an open handle; nothing happens when it is not one.
 void signalHandle(HANDLE event);
 
-/// Sees every call of this API before it is carried out, as text ("HeapAlloc(0, 3972)"); false makes it fail in the
-/// manner of that function. HeapFree and CloseHandle are seen, and carried out in any case.
+/// Is given the text of every call of this API before it is carried out ("HeapAlloc(0, 3972)"). When it returns false,
+/// the call fails as that function fails; HeapFree and CloseHandle are carried out in any case.
 using CallHook = std::function<bool(std::string_view call)>;
 void setCallHook(CallHook hook);
 
-/// What happens when a bounded text function meets a condition that the Windows runtime punishes. As there, the
-/// default ends the process; a handler that returns lets the function return its error.
+/// What the bounded text functions call for an invalid parameter, such as a text that does not fit. As in the Windows C
+/// runtime, the default ends the process, and a handler that returns lets the function return its error.
 using InvalidParameterHandler = void (*)();
 InvalidParameterHandler setInvalidParameterHandler(InvalidParameterHandler handler);
-/// Lets the library find that handler as one of the program's own, as on Windows. At first it finds none: other systems
-/// have no such handlers.
+/// Whether the library finds that handler when it asks for the program's, as on Windows. Until this is called it finds
+/// none: other systems have no such handlers.
 void showInvalidParameterHandler(bool shown);
 
 }  // namespace host

@@ -10,8 +10,8 @@
 
 namespace host {
 
-/// Plain values in a row. A list is not destroyed: programs use what the host keeps up to their very end. Who has no
-/// more use for one clears it.
+/// A growing array of plain values. It has no destructor, because a program may call the host until its process ends:
+/// call `clear` to give the memory of a list back.
 template <class T>
 class List {
   static_assert(std::is_trivially_copyable_v<T>);

@@ -5,8 +5,8 @@
 
 namespace host {
 
-/// What the host keeps is made and grown here, and given back with free: tests tell it so from what the library
-/// allocates. Null when there is no memory for it.
+/// Allocates, or grows, the memory of the host's own lists and objects, which is given back with free. Tests tell the
+/// host's allocations from the library's by this function. Null when there is no memory.
 void* resized(void* memory, std::size_t size);
 
 }  // namespace host

@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// Held by one thread at a time. It needs no destruction: programs call up to their very end.
+/// A lock without a destructor: a program may call the host until its process ends.
 class Mutex {
  public:
 #ifdef _WIN32

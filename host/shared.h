@@ -11,8 +11,8 @@
 
 namespace host {
 
-/// What several can hold. Where there is no memory for one, `new` gives null: callers are C programs, and nothing is
-/// thrown at them.
+/// An object with a count of its holders. `new` gives null when there is no memory, because callers may be C programs,
+/// which cannot catch exceptions.
 class Counted {
  public:
   static void* operator new(std::size_t size) noexcept { return resized(nullptr, size); }
@@ -31,7 +31,7 @@ template <class T>
 class Shared {
  public:
   Shared() = default;
-  /// Takes the place of a holder.
+  /// Takes over a hold that has been counted already.
   explicit Shared(T* held) : object_(held) {}
   /// One more holder.
   static Shared of(T* object) {
@@ -47,7 +47,7 @@ class Shared {
   explicit operator bool() const { return object_ != nullptr; }
   T* operator->() const { return object_; }
   [[nodiscard]] T* get() const { return object_; }
-  /// Somebody else takes its place.
+  /// Gives the hold away without ending it.
   T* handOver() { return std::exchange(object_, nullptr); }
 
  private:

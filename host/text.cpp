@@ -28,7 +28,8 @@ std::size_t illegalSequence() {
   return kFailed;
 }
 
-/// In this locale the Windows runtime takes bytes for units and back, where others convert.
+/// Whether the locale is "C". There the Windows runtime turns each byte into the unit of the same number and back,
+/// while other runtimes convert.
 bool isPlainLocale() {
   const std::string_view name = std::setlocale(LC_CTYPE, nullptr);
   return name == "C" || name == "POSIX";

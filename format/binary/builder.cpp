@@ -9,15 +9,16 @@
 namespace vqs {
 namespace {
 
-// An entry occupies 39 fixed bytes and is counted with 42: every file ends in three zero bytes a policy. Readers ignore
-// them, but the length is part of the format.
+// The fixed fields of an entry take 39 bytes, and the file's size is computed with 42: every file ends in three zero
+// bytes for each policy. Readers ignore them, but the length is part of the format (compatibility.md: binary-tail).
 constexpr std::uint64_t kCountedScalars = 38;
 constexpr std::uint64_t kCountedActionCount = 4;
 
 constexpr std::size_t kTextOverhead = 5;
 constexpr std::size_t kActionSize = 23;
 
-/// False when a list is longer than a policy can hold, or a text leads beyond the record.
+/// False when a list is longer than a policy can hold, or when a text has no zero up to the end of the record. Other
+/// things that readers refuse are written (compatibility.md: unreadable-binary).
 bool canBeWritten(const VqsPackedPolicy& policy, const PackedPolicyView& view) {
   if (policy.conditionCount > VQS_POLICY_MAX_CONDITIONS || policy.textCount > VQS_POLICY_MAX_TEXTS ||
       policy.actionCount > VQS_POLICY_MAX_ACTIONS)

@@ -11,10 +11,10 @@
 namespace vqs {
 
 /// The length of the file that holds these policies; 0 when there are none, or when one of them has more conditions,
-/// texts or actions than a policy can hold, or text that leads beyond its own record: no reader would take such a file.
+/// texts or actions than a policy can hold, or text that has no zero up to the end of its record.
 std::uint64_t policyBinarySize(std::span<const VqsPackedPolicy> policies);
 
-/// Lays the policies into a zero-filled buffer; false when it is too small or there is nothing to lay out.
+/// Writes the file into a zero-filled buffer; false when the buffer is too small or there are no policies.
 bool buildPolicyBinary(std::span<std::byte> buffer, std::span<const VqsPackedPolicy> policies, BinaryVersions versions);
 
 }  // namespace vqs

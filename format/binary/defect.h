@@ -28,7 +28,8 @@ enum class DefectKind : std::uint8_t {
   kActionCount,
   /// a text of one character, which is its terminator
   kTextWithoutCharacters,
-  // No such comparison and no such flag. A file with them is read all the same, but no policy with them is taken.
+  // Comparisons and flags that do not exist. The file can be read all the same, but such a policy fits no structure
+  // version.
   kUnknownComparison,
   kUnknownTextFlag
 };

@@ -27,7 +27,7 @@ constexpr EntryLimits kRevision5Limits = {.name = sizeof(VqsPackedPolicy::name),
                                           .textSize = sizeof(VqsPackedText::text),
                                           .actions = VQS_POLICY_MAX_ACTIONS};
 
-/// In the older revisions the terminator is added while widening, and a text's stored last byte becomes it.
+/// In the older revisions a name is stored without its terminator, and a text's last stored byte counts as one.
 constexpr EntryLimits kOldLimits = {.name = VQS_POLICY_NAME_UNITS - 1,
                                     .description = VQS_POLICY_DESCRIPTION_SIZE,
                                     .conditions = VQS_POLICY_MAX_CONDITIONS,
@@ -40,6 +40,7 @@ struct EntryFormat {
   EntryLimits limits;
   /// names and texts in units of 16 bits
   bool isWide;
+  /// only revision 4 has a flag behind an empty text (compatibility.md: empty-text-flag)
   bool hasEmptyTextFlag;
   bool hasFullActions;
 };
@@ -179,7 +180,7 @@ class EntryReader {
     return format_.isWide ? take(size, policy.name) : takeCharacters(size, size, policy.name);
   }
 
-  /// Of the older revisions. The last ones may be dropped, whatever they are.
+  /// Takes 8-bit characters, as the older revisions have them, and keeps the first `kept` of them.
   bool takeCharacters(std::uint32_t size, std::uint32_t kept, std::span<VqsChar16> units) {
     std::span<const std::byte> characters;
     if (!take(size, characters)) return false;
@@ -223,7 +224,8 @@ class EntryReader {
            VQS_POLICY_MAX_OPERATOR);
   }
 
-  /// In the older revisions the last character stored is the terminator.
+  /// In the older revisions the last stored character is dropped, whatever it is: it stands for the terminator
+  /// (compatibility.md: old-text-end).
   bool takeUnits(std::uint32_t size, VqsPackedText& text) {
     if (format_.isWide) return take(size, text.text);
     if (size >= 2) return takeCharacters(size, size - 1, text.text);
@@ -306,7 +308,8 @@ std::uint32_t announcedPolicyCount(std::span<const std::byte> file) {
 std::uint64_t mostUsefulBytes(std::span<const std::byte> head) {
   std::uint32_t count = announcedPolicyCount(head);
   if (count == 0) return 0;
-  // With more policies, a file of revision 5 is refused before the first of them is looked at.
+  // A file of revision 5 with more policies is refused before the first of them is looked at; older files may have more
+  // (compatibility.md: old-policy-count).
   if (isRevision5(head)) count = std::min<std::uint32_t>(count, VQS_POLICY_BINARY_MAX_POLICIES);
   return kOldHeaderSize + std::uint64_t{count} * kLargestEntry;
 }
@@ -334,7 +337,7 @@ bool readBinary(std::span<const std::byte> file, std::span<VqsPackedPolicy> poli
   static_cast<void>(at(file, kVersionsOffset, versions.first));
   static_cast<void>(at(file, kVersionsOffset + sizeof(versions.first), versions.second));
   Defect found = headerDefect(file);
-  // The older revisions may hold nothing.
+  // A file of the older revisions may have no policies at all.
   bool isRead = found.kind == DefectKind::kNoPolicies && !isRevision5(file);
   if (found.kind == DefectKind::kNone) {
     EntryReader reader{file};

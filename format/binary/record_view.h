@@ -8,8 +8,9 @@
 
 namespace vqs {
 
-/// The texts of a packed policy as the writer reads them: up to their zero, beyond the field if need be, but never
-/// beyond the record. Each with its terminator; empty when there is none up to the end of the record.
+/// The name, description and texts of a packed policy, each with its terminating zero. A text whose field holds no zero
+/// goes on into the fields behind it (compatibility.md: runs-into-next-field), but never beyond the record: it is empty
+/// when there is no zero up to the record's end.
 class PackedPolicyView {
  public:
   explicit PackedPolicyView(const VqsPackedPolicy& policy) : record_(std::as_bytes(std::span{&policy, 1})) {}

@@ -57,6 +57,7 @@ inline constexpr QtfOptionInfo kTaskbarIconColourOptions[] = {
     {"Orange", 2},
     {"Yellow", 3},
     {"Green", 4},
+    // one value for three colours (compatibility.md: taskbar-colours)
     {"Blue", 5},
     {"Purple", 5},
     {"Pink", 5},
@@ -85,6 +86,7 @@ inline constexpr QtfOptionInfo kSchedulingOptions[] = {
     {"Automatic", 5},
 };
 
+/// "Custom Workload" is an enumeration without options (compatibility.md: action-options).
 inline constexpr ActionRow kActionRows[] = {
     // fan
     {.id = 0, .name = "Fan Mode", .type = kEnumeration, .max = 1, .options = kFanModeOptions},

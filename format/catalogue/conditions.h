@@ -134,6 +134,8 @@ inline constexpr QtfOptionInfo kTransportModeOptions[] = {
     {"Undef", 3},
 };
 
+/// Ranges, kinds and options of four rows do not agree, and stay so: "Docking State", "Display Type", "NPU Workload
+/// Type" and "ASM Level" (compatibility.md: condition-options).
 inline constexpr ConditionRow kConditionRows[] = {
     // power and posture
     {.id = 0, .name = "Power Source", .type = kEnumeration, .operators = kSameOnly, .max = 1,

@@ -23,7 +23,7 @@ inline constexpr std::uint32_t kAllOperators = 31;
 inline constexpr std::uint32_t kUnbounded = VQS_VALUE_UNBOUNDED;
 inline constexpr std::uint32_t kLowestSigned = 0x80000000;
 
-/// A row of a catalogue as it is written down; what is not named is usual.
+/// One row of a catalogue. The default values are the usual ones: a row names only what differs from them.
 struct ConditionRow {
   std::uint32_t id;
   std::string_view name;

@@ -25,7 +25,8 @@ enum : int {
 std::optional<std::size_t> policyBodySize(std::uint32_t structureVersion);
 
 // Caller's form to driver's form. The destination is filled with zeros beforehand; a failure leaves it partly written.
-// Counts above their limits travel as they are, with as many entries as there is room for.
+// A count above its limit is copied as it is, with as many entries as there is room for (compatibility.md:
+// count-above-limit).
 int packPolicyV0(const VqsPolicyV0* source, VqsPackedPolicy* destination, const TextConversion& text);
 int packPolicyV1(const VqsPolicyV1* source, VqsPackedPolicy* destination, const TextConversion& text);
 int packPolicyV2(const VqsPolicyV2* source, VqsPackedPolicy* destination);
@@ -47,8 +48,8 @@ int unpackPolicyBody(std::uint32_t structureVersion, const VqsPackedPolicy* sour
 int unpackPolicyArray(void* destination, std::uint64_t destinationSize, std::uint32_t structureVersion,
                       const VqsPackedPolicy* policies, std::uint32_t count, const TextConversion& text);
 
-/// The structure version of a record of `size` bytes, if the whole body of that version is among them. It is read once,
-/// so that a caller who changes it meanwhile cannot have more read or written than there is.
+/// The structure version of a record of `size` bytes, if these hold a whole body of that version. To be called once per
+/// record: another thread that changes the version meanwhile must not have more read or written than there is.
 std::optional<std::uint32_t> wholeBodyVersion(const VqsVersionedPolicy& record, std::uint64_t size);
 
 /// Packs a versioned record of `size` bytes; true when it is whole and well-formed.

@@ -20,7 +20,7 @@ static_assert(offsetof(VqsPackedText, flag) == 0);
 static_assert(offsetof(VqsPackedText, length) == 12);
 static_assert(offsetof(VqsPackedText, text) == 14);
 
-/// A policy in the driver's form, the only one the driver knows. Counts may exceed their limits.
+/// A policy as the driver sends and receives it. Its counts may be above their limits: check them before going by them.
 struct VqsPackedPolicy {
   VqsChar16 name[VQS_POLICY_NAME_UNITS];
   char description[VQS_POLICY_DESCRIPTION_SIZE];

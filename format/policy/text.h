@@ -15,8 +15,9 @@ std::size_t unitsBeforeZero(std::span<const Unit> text) {
   return static_cast<std::size_t>(std::ranges::find(text, Unit{0}) - text.begin());
 }
 
-/// How 8-bit text, which policies of structure versions 0 and 1 have, becomes 16-bit text and the reverse: what their
-/// characters are is for others to say. Each returns false when the text cannot be converted.
+/// The functions that convert between the 8-bit text of structure versions 0 and 1 and the driver's 16-bit text. The
+/// caller brings them along, because the character set is the caller's. Each returns false when the text cannot be
+/// converted.
 struct TextConversion {
   /// Widens a field that must hold a NUL. The destination has at least as many units as the field has bytes.
   bool (*widenTerminated)(std::span<VqsChar16> destination, std::span<const char> field);
@@ -26,7 +27,7 @@ struct TextConversion {
   bool (*narrowField)(std::span<char> destination, std::span<const VqsChar16> field);
 };
 
-/// Stands in for it where texts are as the driver has them, in structure version 2.
+/// Takes the place of a TextConversion in structure version 2, whose texts are the driver's already.
 struct NoConversion {};
 
 }  // namespace vqs

@@ -23,7 +23,8 @@ bool unpackName(std::span<VqsChar16> destination, std::span<const VqsChar16> nam
   return unpackUnits(destination, name, text);
 }
 
-/// Version 0 refuses a text that version 1 cuts. One without any zero unit slips through and is cut in both.
+/// Version 0 refuses a text that is too long for it, which version 1 cuts (compatibility.md: text-cut). A text without
+/// any zero unit is not refused: it is cut in both (compatibility.md: endless-text).
 bool fitsVersion0(std::span<const VqsChar16> text) {
   const std::size_t length = unitsBeforeZero(text);
   return length == text.size() || length < VQS_POLICY_TEXT_SIZE;
@@ -42,6 +43,8 @@ int unpackCondition(const VqsPolicyCondition& source, VqsPolicyCondition& destin
   return kConverted;
 }
 
+/// Of the fields that version 0 lacks only option1 must be zero; the others are dropped (compatibility.md:
+/// version-0-option1).
 int unpackAction(const VqsPolicyAction& source, VqsPolicyActionV0& destination) {
   if (source.option1 != 0) return kMalformed;
   destination.actionId = source.actionId;

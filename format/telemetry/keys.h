@@ -17,7 +17,7 @@ inline constexpr std::uint32_t kUint16 = VQS_LOG_ELEMENT_UINT16;
 inline constexpr std::uint32_t kUint32 = VQS_LOG_ELEMENT_UINT32;
 
 // clang-format off
-/// What is known of a key; what is not named is usual.
+/// One key. The default values are the usual ones: a row names only what differs from them.
 struct KeyRow {
   std::uint32_t id;
   const char* name;
@@ -26,6 +26,7 @@ struct KeyRow {
   std::uint32_t param = 0;
 };
 
+/// In the order in which callers get them: keys 77 and 151 come later than their ids (compatibility.md: key-order).
 inline constexpr std::array<KeyRow, VQS_LOG_KV_KEYS> kKVKeys = {{
     // the device and its user
     {.id = 1, .name = "DeviceState", .type = kBytes, .count = 12},
@@ -439,7 +440,7 @@ constexpr std::uint32_t elementWidth(std::uint32_t elementType) {
   }
 }
 
-/// A value takes its elements' bytes, rounded up to whole words.
+/// Bytes of a key's value in the log: those of its elements, rounded up to a multiple of 4.
 constexpr std::int32_t valueSize(const KeyRow& key) {
   return static_cast<std::int32_t>((key.count * elementWidth(key.type) + 3) / 4 * 4);
 }
@@ -451,7 +452,8 @@ constexpr std::array<std::int32_t, N + 1> valueSizes(const std::array<KeyRow, N>
   return sizes;
 }
 
-/// Three keys of the Ex log take more room than their elements need.
+/// For three keys of the Ex log the driver leaves more room than their elements need (compatibility.md:
+/// ex-value-sizes).
 constexpr auto exSizes() {
   auto sizes = valueSizes(kExKVKeys);
   sizes[20] = 40;  // BiosInput

@@ -44,7 +44,10 @@ typedef struct QtfConditionInfo {
   uint8_t reserved0[180];
 } QtfConditionInfo;
 
-/** An action type. The driver's second flag stands before Attr1 here, behind it in QtfConditionInfo. */
+/**
+ * An action type. The driver's second flag stands before Attr1 here, and behind it in QtfConditionInfo
+ * (compatibility.md: flag-places).
+ */
 typedef struct QtfActionInfo {
   /** the actionId of policies; equals the record's index */
   uint32_t Id;

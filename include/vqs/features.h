@@ -13,8 +13,8 @@ extern "C" {
  * Feature status, and the driver's feature tables.
  *
  * Every table call takes one of VQS_TABLE_: a set sends the caller's table and leaves it alone; a read sends the
- * operation only, and writes every field of the caller's table when it succeeds. What the fields mean is the driver's
- * affair.
+ * operation only, and writes every field of the caller's table when it succeeds. The library passes the fields on
+ * without using them.
  */
 
 /**

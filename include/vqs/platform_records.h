@@ -5,8 +5,8 @@
 #include "base.h"
 
 /*
- * What the words of these records mean is the driver's affair. The records of outputs are a convenience: a caller may
- * pass the addresses of their members, or of any variables.
+ * The library passes the words of these records on without using them: the driver gives them their meaning. The records
+ * of outputs are a convenience: a caller may pass the addresses of their members, or of any variables.
  */
 
 /** Indexes of the application inputs. */

@@ -155,13 +155,14 @@ VQS_API vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyList
 VQS_API vqsStatus VQS_CALL vqsPbIDGetPolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy);
 
 /**
- * Reads one policy of any store by its priority. Priority and id travel in the same field of the same request.
+ * Reads one policy of any store by its priority. The request is that of vqsPbIDGetPolicy, with the priority in the
+ * field of the id.
  *
  * @param[in]     session   an open session
  * @param[in]     priority  the priority to look up
  * @param[in,out] record    in: structureVersion; out: the policy, perhaps partly written when it does not fit
  * @param[in]     size      bytes at record: at least 4 and the body of its version; looked at after the request
- * @param[in]     store     one of VQS_POLICY_STORE_; what another value does is for the driver to say
+ * @param[in]     store     one of VQS_POLICY_STORE_; another value is not refused but sent to the driver
  * @retval VQS_SUCCESS            record holds the driver's answer
  * @retval VQS_REQUEST_FAILED     the request failed, record's version is none of VQS_STRUCTURE_VERSION_, size is too
  *                                small for it, or the policy does not fit it
@@ -235,10 +236,9 @@ VQS_API vqsStatus VQS_CALL vqsBalanceProfileDeletePolicy(QtfSession* session, ui
  *
  * @param[in]     session       an open session
  * @param[in]     id            the policy to replace
- * @param[in,out] policy        the new policy; id is written into its id member as soon as the delete has been tried,
- *                              whatever came of it
- * @param[out]    driverResult  as for vqsPbDeletePolicy, of the delete; when that was taken as for vqsPbAddPolicy, of
- *                              the add
+ * @param[in,out] policy        the new policy; id is written into its id member after the delete, even if that failed
+ * @param[out]    driverResult  receives the driver's verdict on the delete, as for vqsPbDeletePolicy; when the driver
+ *                              has deleted the policy, that on the add, as for vqsPbAddPolicy
  * @retval VQS_SUCCESS            the driver answered. A driverResult other than VQS_DRIVER_RESULT_TAKEN says that it
  *                                refused; after a refused delete nothing was added.
  * @retval VQS_REQUEST_FAILED     a request failed or its buffer could not be allocated, or the policy is malformed,

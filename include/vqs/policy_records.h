@@ -44,11 +44,11 @@ enum {
 /** Selects a policy store: one of VQS_POLICY_STORE_. */
 typedef uint8_t VqsPolicyStore;
 
-/** What a driverResult holds. With every word but the first the driver refused; which says what is its own affair. */
+/** What a driverResult holds. Every word but the first is a refusal; the driver decides which word stands for what. */
 enum {
   /** the driver did what it was asked for */
   VQS_DRIVER_RESULT_TAKEN = 0,
-  /** written by the library when the request itself failed, so that there is no verdict */
+  /** written by the library when the request itself failed, so that the driver has no result */
   VQS_DRIVER_RESULT_REQUEST_FAILED = 1
 };
 
@@ -212,7 +212,7 @@ typedef struct VqsPolicyListV2 {
   uint64_t size;
 } VqsPolicyListV2;
 
-/** The status of one policy. What the values mean is the driver's affair. */
+/** The status of one policy. The library passes the values on: the driver gives them their meaning. */
 typedef struct VqsPolicyStatus {
   uint8_t reserved0[4];
   /** the policy's name; empty when the driver's name does not fit with its NUL */

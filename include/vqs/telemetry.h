@@ -29,7 +29,7 @@ typedef struct QtfLogKeyInfo {
   /** one of VQS_LOG_ELEMENT_ */
   uint32_t ElementType;
   uint32_t ElementCount;
-  /** 0, or 10 for a few keys; what it means is the driver's affair */
+  /** 0, or 10 for a few keys; the library does not use it */
   uint32_t Param;
   /** a constant of the library, valid while it is loaded */
   const char* Name;
@@ -91,8 +91,9 @@ VQS_API vqsStatus VQS_CALL vqsGetQTFLogVersion(QtfSession* session, uint32_t* ve
 
 /**
  * Starts the Ex log, and asks for its version in a second request when version is given. The second request then
- * decides the result: a start that failed before it goes unnoticed. A failed start makes the session lose a log that
- * ran before, and take what address points to for the address of the one that runs, which it will stop: let that be 0.
+ * decides the result, even if the start failed. After a failed start the session has forgotten the log that ran before.
+ * It takes the value at address for the address of a running log then, and will send a stop for it unless that value is
+ * 0: so set it to 0 before the call.
  *
  * @param[in]     session  an open session
  * @param[in,out] address  receives the address of the log, untouched when the start failed; may be null

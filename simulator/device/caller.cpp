@@ -26,18 +26,18 @@ union CopyAddress {
   LARGE_INTEGER physicalAddress;
 };
 
-/// In every kernel since Windows 8.1, and in newer toolchains.
+/// MmCopyMemory. Kernels have it since Windows 8.1, and only newer toolchains declare it.
 using CopyAnyMemory = NTSTATUS(NTAPI*)(void* to, CopyAddress from, SIZE_T length, ULONG flags, SIZE_T* copied);
 constexpr ULONG kVirtualAddress = 2;
 
-/// Whatever the address, a fault ends in a failure or in a shorter copy.
+/// Copies from an address that may be invalid: MmCopyMemory fails then, or copies less.
 bool copy(CopyAnyMemory copyAny, const std::byte* from, std::span<std::byte> resident) {
   SIZE_T copied = 0;
   const NTSTATUS status = copyAny(resident.data(), {.virtualAddress = from}, resident.size(), kVirtualAddress, &copied);
   return NT_SUCCESS(status) && copied == resident.size();
 }
 
-/// Copies piece by piece through resident memory: no other is filled by the kernel.
+/// Copies piece by piece through `resident`, because MmCopyMemory writes to resident memory only.
 bool copyThrough(std::span<std::byte> resident, const std::byte* from, std::span<std::byte> destination) {
   const auto copyAny = kernelFunction<CopyAnyMemory>(L"MmCopyMemory");
   if (copyAny == nullptr) return false;

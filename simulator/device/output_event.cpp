@@ -13,7 +13,7 @@ constexpr ULONG kNoLinks = 0x1000;
 constexpr SID kEverybody = {SID_REVISION, 1, SECURITY_WORLD_SID_AUTHORITY, {SECURITY_WORLD_RID}};
 constexpr SID kSystem = {SID_REVISION, 1, SECURITY_NT_AUTHORITY, {SECURITY_LOCAL_SYSTEM_RID}};
 
-/// Of an access list's entry for a SID of one part.
+/// Bytes of an access list's entry whose SID has one subauthority.
 constexpr ULONG kEntrySize = sizeof(ACCESS_ALLOWED_ACE) - sizeof(ULONG) + sizeof(SID);
 
 /// Owner and access list of the event, and the memory that they lie in.
@@ -41,7 +41,7 @@ NTSTATUS EventSecurity::initialize() {
   return status;
 }
 
-/// Makes or opens the event and sees to it that it has this security; nullptr when the name is not to be had.
+/// Makes or opens the event and gives it this security; nullptr when the name belongs to something else.
 HANDLE makeOrOpen(EventSecurity& security, bool signalled) {
   UNICODE_STRING name;
   RtlInitUnicodeString(&name, kOutputEventName);

@@ -7,7 +7,7 @@ namespace {
 /// Where the file of a request has room for its session.
 SessionSlot& sessionOf(PIRP irp) { return IoGetCurrentIrpStackLocation(irp)->FileObject->FsContext; }
 
-/// What a client hears who comes at a wrong time.
+/// The status of a request that arrives while the device does not serve requests.
 NTSTATUS refusalIn(PnpState state) {
   return state == PnpState::removePending ? STATUS_DELETE_PENDING : STATUS_NO_SUCH_DEVICE;
 }

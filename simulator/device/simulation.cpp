@@ -8,7 +8,7 @@
 namespace device {
 namespace {
 
-/// From now on.
+/// In units of 100 ns; negative, because it counts from now on.
 constexpr LARGE_INTEGER kOneSecond = {.QuadPart = -10'000'000};
 
 }  // namespace
@@ -65,7 +65,7 @@ void Simulation::runThread(void* simulation) {
   PsTerminateSystemThread(STATUS_SUCCESS);
 }
 
-/// The thread's part, because what is made belongs to whoever's thread makes it.
+/// Called by the system thread only: an object belongs to the process whose thread makes it.
 void Simulation::makeOutputEvent() {
   {
     const LockGuard lock{mutex_};

@@ -87,7 +87,7 @@ bool awaitThread(HANDLE thread, HANDLE process) {
   return true;
 }
 
-/// The work's own status, and whatever else it leaves behind.
+/// Carries out a piece of work on a thread of its own. Returns the work's status and copies its results to `wanted`.
 NTSTATUS carryOut(Work& wanted) {
   auto* const work = static_cast<Work*>(pool::allocateResident(pool::Purpose::work, sizeof(Work)));
   if (work == nullptr) return STATUS_NO_MEMORY;

@@ -3,11 +3,12 @@
 
 #include "simulator/device/kernel.h"
 
-/// Wine lets the process that is meant do the work on its memory, and waits for ever when it ends meanwhile. These wait
-/// on a thread that can be left behind.
+/// In Wine, work on another process's memory is carried out by that process, and the caller waits for ever when it ends
+/// meanwhile. These functions let a thread of their own wait, and give it up when the process has ended.
 namespace device::wine {
 
-/// Stand in for ZwMapViewOfSection and ZwUnmapViewOfSection on another process; its handle allows to wait for it.
+/// Stand in for ZwMapViewOfSection and ZwUnmapViewOfSection on another process, whose handle must have the right to
+/// wait.
 NTSTATUS mapIntoProcess(HANDLE section, HANDLE process, void** address);
 void unmapFromProcess(HANDLE process, void* address);
 

@@ -23,7 +23,7 @@ constexpr std::array<WCHAR, kLength> widened(const char (&text)[kLength]) {
 
 constexpr auto kInterfacePath = widened("\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}");
 
-/// One line, whatever the subject is called.
+/// Writes one line to standard error, even if the subject's name holds line ends.
 void report(const char* subject, const Reason& reason) {
   char line[Configuration::kLongestText + 512];
   const int length = std::snprintf(line, sizeof(line) - 1, "vexoqtf simulator: %s %s", subject, reason.text());
@@ -71,7 +71,8 @@ void EmbeddedDriver::setTime(std::uint64_t milliseconds) {
   surroundings_.setClock(milliseconds);
 }
 
-/// Asked before a lock is waited for: a forked process may have no thread that would let go of it.
+/// True in a process that was forked from the one whose handles are open. To be asked before taking a lock: the thread
+/// that held it at the time of the fork does not exist in the new process, and would never release it.
 bool EmbeddedDriver::isOfAnotherProcess() const {
   const std::uint32_t owner = owner_;
   return owner != 0 && owner != system::processId();

@@ -14,7 +14,7 @@
 
 namespace simulator {
 
-/// Where a driver keeps its state and how it differs from the usual one.
+/// Where a driver keeps its state, and its options.
 struct Configuration {
   static constexpr std::size_t kLongestText = 4096;
 

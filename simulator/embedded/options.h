@@ -10,7 +10,7 @@
 
 namespace simulator {
 
-/// How a driver is to differ from the usual one.
+/// The options of docs/simulator.md.
 struct Options {
   std::uint64_t seed = 0;
   /// where the clock stands still, in milliseconds

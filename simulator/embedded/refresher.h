@@ -8,17 +8,19 @@
 
 namespace simulator {
 
-/// Runs a metronome for as long as it is wanted.
+/// Keeps the mapped logs up to date: calls a function once a second, on a thread that runs only while there is need.
 class Refresher {
  public:
   using Question = bool (*)(void* context);
 
-  /// Both are called with `context` from then on, `refresh` once a second while `isWanted` is true.
+  /// `isWanted` tells whether the thread is needed; while it runs, `refresh` is called once a second. Both get
+  /// `context`.
   Refresher(system::Metronome::Work refresh, Question isWanted, void* context)
       : refresh_(refresh), isWanted_(isWanted), context_(context) {}
 
-  /// Starts or ends the thread, as it is wanted once no other caller is at it. Nothing that `refresh` waits for may be
-  /// held. Where there is no thread to be had, requests alone bring the logs up to date.
+  /// Asks `isWanted`, then starts or ends the thread accordingly; concurrent calls wait for each other. The caller must
+  /// hold no lock that `refresh` takes, because ending waits for it. When the system has no thread to give, the logs
+  /// are brought up to date by requests only.
   void update() {
     const std::lock_guard lock{mutex_};
     const bool isWanted = isWanted_(context_);

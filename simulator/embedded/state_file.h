@@ -9,8 +9,8 @@
 
 namespace simulator {
 
-/// An open file that no other process has open in this way, and the part of it that is in memory: what is written there
-/// is the file's, whatever becomes of the process. state_file_posix.cpp and state_file_windows.cpp hold the same
+/// An open file, which one process at a time can open in this way, and its mapping into memory: what is written there
+/// reaches the file even if the process is killed. state_file_posix.cpp and state_file_windows.cpp hold the same
 /// functions.
 class StateFile {
  public:

@@ -21,7 +21,7 @@ bool isSameFile(const struct stat& left, const struct stat& right) {
   return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
 }
 
-/// True when the path still leads to an open file: another process may have put a new one in its place.
+/// Whether the path still names the file that was opened. Another process may have put a new file in its place.
 bool leadsTo(const char* path, const struct stat& opened) {
   struct stat found{};
   return stat(path, &found) == 0 && isSameFile(found, opened);
@@ -39,15 +39,16 @@ Reason waitForLock(int file, std::uint32_t longestWait) {
   return {};
 }
 
-/// The lock goes with the last that has the file open, and a process that was forked meanwhile has it open too.
+/// Unlocks the file before closing it: the lock would otherwise last until every process forked meanwhile, which has
+/// the file open too, has closed it.
 void letGoOf(int file) {
   flock(file, LOCK_UN);
   close(file);
 }
 
-/// Opens and locks what the path leads to; `isCurrent` is false when that has changed meanwhile.
+/// Opens and locks the file at the path; `isCurrent` is false when the path names another file by then.
 Reason openLocked(const char* path, std::uint32_t longestWait, int& file, std::uint64_t& length, bool& isCurrent) {
-  // Without waiting: a pipe of that name must not hold up the caller.
+  // O_NONBLOCK: opening a pipe of that name would wait for its other end.
   file = open(path, O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, kOwnerOnly);
   if (file == -1) return errno == EISDIR ? Reason{"is not a regular file"} : system::failure("cannot be opened");
   struct stat status{};
@@ -60,7 +61,7 @@ Reason openLocked(const char* path, std::uint32_t longestWait, int& file, std::u
   return {};
 }
 
-/// A page that is written to when the disk is full ends the process: the room is taken before.
+/// Reserves the file's room on the disk. Writing to a mapped page when the disk is full would end the process.
 Reason reserve(int file, std::size_t size) {
   if (fallocate(file, 0, 0, static_cast<off_t>(size)) == 0) return {};
   if (errno != EOPNOTSUPP && errno != ENOSYS) return system::failure("cannot be written");

@@ -15,7 +15,7 @@ using WidePath = WideText<4096>;
 
 HANDLE handleOf(std::intptr_t file) { return reinterpret_cast<HANDLE>(file); }
 
-/// An open file that is closed in the end.
+/// A file handle that is closed with its scope.
 class File {
  public:
   explicit File(HANDLE handle) : handle_(handle) {}
@@ -31,7 +31,7 @@ class File {
   HANDLE handle_;
 };
 
-/// Nobody else can open the file meanwhile.
+/// Opens a file that nobody else has open, or can open until it is closed.
 HANDLE openAlone(const wchar_t* path, DWORD disposition) {
   return CreateFileW(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
@@ -54,7 +54,7 @@ Reason waitToOpen(const wchar_t* path, std::uint32_t longestWait, HANDLE& file) 
   return {};
 }
 
-/// A page that is written to when the disk is full ends the process: the room is taken before.
+/// Reserves the file's room on the disk. Writing to a mapped page when the disk is full would end the process.
 Reason reserve(HANDLE file, std::size_t size) {
   LARGE_INTEGER end{};
   end.QuadPart = static_cast<LONGLONG>(size);
@@ -115,7 +115,7 @@ Reason StateFile::map(std::size_t size) {
   if (mapping == nullptr) return system::failure("cannot be brought into memory");
   void* const memory = MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, size);
   const Reason reason = memory != nullptr ? Reason{} : system::failure("cannot be brought into memory");
-  // The view keeps it.
+  // The mapped view keeps the mapping alive.
   CloseHandle(mapping);
   memory_ = static_cast<std::byte*>(memory);
   size_ = size;

@@ -36,7 +36,7 @@ T load(std::span<const std::byte> bytes) {
   return value;
 }
 
-/// The first format holds policies only.
+/// An image of format 1 holds policies only.
 std::size_t settingsSize(const ImageHead& head) { return head.format == kFirstFormat ? 0 : kImageSettings; }
 
 std::size_t imageSize(const ImageHead& head) {

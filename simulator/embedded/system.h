@@ -45,14 +45,14 @@ std::uint64_t retainEvent(std::uint64_t handle);
 void releaseEvent(std::uint64_t event);
 void signalEvent(std::uint64_t event);
 
-/// Does something once a second, on a thread of its own.
+/// Calls a function once a second, on a thread of its own.
 class Metronome {
  public:
   using Work = void (*)(void* context);
 
   /// False when the system has no thread to give.
   bool start(Work work, void* context);
-  /// Waits until the thread has ended. Nothing that its work waits for may be held.
+  /// Waits until the thread has ended. The caller must hold no lock that its work takes.
   void stop();
   [[nodiscard]] bool isRunning() const { return isRunning_; }
 

@@ -64,7 +64,7 @@ void setOutputEvent(bool signalled) {
   signalled ? host::signalEvent(kOutputEventName) : host::resetEvent(kOutputEventName);
 }
 
-/// Anything will do: what is not an event is never signalled.
+/// Every handle is kept as it is: signalling one that is no event does nothing.
 std::uint64_t retainEvent(std::uint64_t handle) { return handle; }
 void releaseEvent(std::uint64_t /*event*/) {}
 void signalEvent(std::uint64_t event) { host::signalHandle(reinterpret_cast<HANDLE>(event)); }

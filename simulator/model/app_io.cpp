@@ -29,7 +29,7 @@ bool usesB(const AppIoRecord& record) {
   return record.operation == kAppIoSetInputB || record.operation == kAppIoSetInputs;
 }
 
-/// What an operation has no use for is zero.
+/// Whether the values that the operation does not use are zero.
 bool isWellFormed(const AppIoRecord& record) {
   return (usesA(record) || record.valueA == 0) && (usesB(record) || record.valueB == 0);
 }

@@ -6,7 +6,7 @@
 
 namespace simulator {
 
-/// An application input as it counts now, dictated or set.
+/// The value of an application input in force: the override if there is one, or else what a client has set.
 std::uint32_t inputInForce(const Settings& settings, std::uint32_t index);
 /// The outputs follow the inputs.
 std::uint32_t outputOf(const Settings& settings, std::uint32_t index);

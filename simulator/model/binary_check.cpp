@@ -6,7 +6,8 @@
 namespace simulator {
 namespace {
 
-/// Takes a file apart from its beginning. Once something lies outside of the file, or of its limits, it stays failed.
+/// Reads a file's fields one after the other. Once a field lies outside of the file or breaks a limit, everything that
+/// is read afterwards fails too.
 class Cursor {
  public:
   explicit Cursor(std::span<const std::byte> rest) : rest_(rest) {}

@@ -25,7 +25,7 @@ class Driver {
   static void describe(DriverBlock (&blocks)[kDriverBlocks]);
   /// Takes back what the last process has begun and not ended, and what it was given.
   void recover();
-  /// False for memory that no driver can have come to.
+  /// False for memory whose content no sequence of requests can lead to.
   [[nodiscard]] bool isSound() const;
 
   /// Carries out one request. `buffer` holds the input, is at least as long as the longer of both lengths, and

@@ -20,7 +20,8 @@ enum Feature : std::uint32_t {
   kFeatureBalanceProfile = 9
 };
 
-/// How much there is of a feature: sets of its table, policies in its store; 0 while it is not active.
+/// The value of a feature's status: how often its table was set, or how many policies its store holds; 0 while the
+/// feature is not active.
 std::uint32_t activityOfFeature(const Settings& settings, const PolicyComponent& policies, std::uint32_t feature);
 
 Answer answerFeatureStatus(const Context& context, const Request& request);

@@ -8,7 +8,7 @@ namespace simulator {
 namespace {
 
 constexpr std::uint32_t kNegativeKey = 0x80000001;
-/// The keys that a run of one key is made of.
+/// The key that is repeated in a log that shows one key over and over.
 constexpr std::uint32_t kRepeatedKey = 25;
 constexpr std::uint32_t kRepeatedExKey = 1;
 /// The longest value: 100 elements of four bytes.

@@ -77,7 +77,7 @@ Answer LogComponent::control(const Context& context, const Request& request) {
       return start(context, request, LogKind::keyValue);
     case kStartExKeyValue:
       return start(context, request, LogKind::exKeyValue);
-    // A session closes with an operation of its own choice, whatever log it has.
+    // The operation does not have to match the kind of log: a session that is closed sends its own kind's.
     case kStopPlain:
     case kStopEx:
     case kStopKeyValue:

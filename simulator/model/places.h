@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-/// A session that takes all that it can get leaves enough for seven others.
+/// The most places that one session can take, so that others find some too.
 inline constexpr std::ptrdiff_t kPlacesOfSession = 8;
 
 /// A free place, where the key is 0; nullptr when all are taken, or the session has its share of them.

@@ -9,7 +9,7 @@ namespace {
 constexpr std::uint32_t kHighestOperator = 4;
 constexpr std::uint8_t kHighestTextFlag = 1;
 
-/// The number of units when there is no zero among them.
+/// The index of the first zero unit, or the number of units when there is none.
 std::size_t unitsBeforeZero(std::span<const char16_t> units) {
   return static_cast<std::size_t>(std::ranges::find(units, u'\0') - units.begin());
 }
@@ -26,7 +26,7 @@ bool isWellFormedEntry(const PolicyAction& action) {
   return isZeroFilled(action.reserved0) && isZeroFilled(action.reserved1);
 }
 
-/// Used entries make sense, unused ones are zero.
+/// Whether the entries in use are well formed and all others are zero.
 template <class Entry>
 bool areWellFormed(std::span<const Entry> entries, std::uint32_t count) {
   return count <= entries.size() &&

@@ -27,7 +27,7 @@ bool isAllButIdZero(const Request& request) {
          isZero(request.buffer.subspan(kBehindId, kModifySize - kBehindId));
 }
 
-/// The record goes back as it came, with the result written into it.
+/// Answers with the request's own record, in which the result is filled in.
 Answer answerResult(const Request& request, StoreResult result) {
   request.store(kResultOffset, result);
   return succeeded(kModifySize);
@@ -47,7 +47,7 @@ Answer reset(PolicyStore& store, const Request& request) {
   return answerResult(request, StoreResult::done);
 }
 
-/// One chunk; what lies beyond the store's end is zero, whatever the buffer held.
+/// Answers with one chunk. Places beyond the store's end are zeroed: the buffer holds what the caller sent.
 void writeChunk(const PolicyStore& store, std::uint64_t firstPolicy, const Request& request) {
   auto slots = request.buffer.subspan(offsetof(PolicyReadRecord, policies), sizeof(PolicyReadRecord::policies));
   for (std::uint64_t i = firstPolicy; i < store.count() && !slots.empty(); ++i) {

@@ -30,7 +30,7 @@ class PolicyComponent {
   [[nodiscard]] BinaryVersion asmVersion() const { return asmVersion_; }
   void setAsmVersion(BinaryVersion version) { asmVersion_ = version; }
 
-  /// False for stores and a version that no driver can have come to.
+  /// False for stores and a version that no sequence of requests can lead to.
   [[nodiscard]] bool isSound() const;
 
  private:

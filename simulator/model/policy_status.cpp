@@ -8,7 +8,7 @@ constexpr std::size_t kPolicyOffset = offsetof(PolicyModifyRecord, policy);
 constexpr std::size_t kTailOffset = offsetof(PolicyModifyRecord, tail);
 constexpr std::size_t kEntriesOffset = offsetof(PolicyModifyRecord, tail.statusEntries);
 
-/// Everything but the operation, the count and the flag.
+/// Whether everything but the operation, the count and the flag is zero.
 bool isRestZero(const Request& request, PolicyModifyTail tail) {
   tail.policyCount = 0;
   tail.countOnly = 0;

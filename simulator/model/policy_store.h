@@ -28,7 +28,7 @@ class PolicyStore {
   [[nodiscard]] const PackedPolicy& policy(std::uint32_t position) const { return places_[order().placeOf(position)]; }
   [[nodiscard]] std::uint32_t count() const { return order().count; }
 
-  /// False for a store that no driver can have come to.
+  /// False for a store that no sequence of requests can lead to.
   [[nodiscard]] bool isSound() const;
 
  private:

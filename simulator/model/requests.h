@@ -6,7 +6,7 @@
 
 namespace simulator {
 
-/// What a request may change of that which telemetry shows, when it succeeds.
+/// Which parts of what telemetry shows a successful request may change.
 enum class Changes : std::uint8_t { nothing, settings, policies };
 
 /// A request that the driver knows.
@@ -20,7 +20,7 @@ struct RequestRow {
 
 std::span<const RequestRow> requests();
 
-/// The row of a code. That of a code which is in no row answers that there is no such request.
+/// The row of a code. For an unknown code it is a row whose handler answers that there is no such request.
 const RequestRow& rowOf(std::uint32_t code);
 
 }  // namespace simulator

@@ -62,7 +62,7 @@ struct SensorSettings {
 
 enum BinarySource : std::uint32_t { kBinaryStatic = 0, kBinaryDynamic = 1, kBinaryDisk = 2 };
 
-/// The policy binary in force; of the static one, nothing is written down.
+/// The policy binary in force. For the static one all fields are zero: its version is fixed.
 struct BinarySettings {
   std::uint32_t source;
   std::uint32_t version1;

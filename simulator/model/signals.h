@@ -12,7 +12,7 @@ struct Sources {
   const PolicyComponent& policies;
 };
 
-/// What a telemetry key shows: the value of its element. Signals of one value take no notice of the element.
+/// The function that a telemetry key's elements are read with. One with a single value ignores the element's number.
 using Signal = std::int32_t (*)(const Sources& sources, std::uint32_t element);
 
 /// Writes a text with its zero into the bytes of a value, which are zero.

@@ -66,7 +66,7 @@ void startOnce(Settings& settings, std::uint64_t clock);
 /// Brings a platform that has begun to a moment of the clock, second by second. False when no second has passed.
 bool advance(Settings& settings, std::uint64_t clock);
 
-/// False for a state that no platform can come to.
+/// False for a state that the simulation can never reach.
 bool isSound(const PlatformState& state);
 
 }  // namespace simulator

@@ -11,16 +11,16 @@ struct TelemetryKey {
   std::uint32_t id;
   ElementType type;
   std::uint32_t count;
-  /// where it is null, every element is the constant, or the bytes are the first text
+  /// where the value comes from; if null, every element is `constant`, or the value is the first of `texts`
   Signal signal = nullptr;
-  /// the signal's element that the value begins with
+  /// which element of the signal is the value's first
   std::uint32_t first = 0;
   std::int32_t constant = 0;
-  /// of values that are bytes: what the signal's 0, 1, 2 ... are called
+  /// for values that are text: the texts for the signal's 0, 1, 2 ...
   std::span<const char* const> texts{};
-  /// of values that are bytes: writes them, if it is not null
+  /// for values that are text: writes the text, if not null
   TextSignal write = nullptr;
-  /// bytes from one record's value to the next record, where that is more than the value needs
+  /// bytes from the value to the next record, when more than the value needs; otherwise 0
   std::uint32_t step = 0;
 };
 

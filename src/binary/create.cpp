@@ -57,7 +57,8 @@ vqsStatus writeExport(std::FILE* stream, std::span<const std::byte> binary, Regi
   return VQS_SUCCESS;
 }
 
-/// The handle is not checked: without one the first request fails.
+/// A null session or handle gives VQS_REQUEST_FAILED (compatibility.md: from-driver-session), as does a lack of memory
+/// (compatibility.md: from-driver-memory).
 vqsStatus createFromDriver(const QtfSession* session, const char* path, BinaryVersions versions, VqsPolicyStore store,
                            RegistryExportKind kind) {
   if (path == nullptr) return VQS_INVALID_PARAMETER;
@@ -70,6 +71,7 @@ vqsStatus createFromDriver(const QtfSession* session, const char* path, BinaryVe
 
   const RuntimeBuffer binary{policyBinarySize(policies)};
   if (!binary) return VQS_REQUEST_FAILED;
+  // Of this store alone the driver keeps a pair (compatibility.md: asm-version-pair).
   const bool askForVersions = store == VQS_POLICY_STORE_ASM && versions.first == 0 && versions.second == 0;
   if (askForVersions && queryBinaryVersions(handle, codes->modify, versions) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   if (!buildPolicyBinary(binary.bytes(), policies, versions)) return VQS_REQUEST_FAILED;
@@ -82,6 +84,7 @@ vqsStatus createFromDriver(const QtfSession* session, const char* path, BinaryVe
 }  // namespace
 }  // namespace vqs
 
+// The session is not looked at (compatibility.md: unused-session).
 vqsStatus VQS_CALL vqsPbCreateBinary(QtfSession* /*session*/, const VqsPolicyV0* policies, uint32_t count,
                                      uint16_t binaryVersion1, uint16_t binaryVersion2, const char* path) {
   if (policies == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
@@ -93,7 +96,7 @@ vqsStatus VQS_CALL vqsPbCreateBinary(QtfSession* /*session*/, const VqsPolicyV0*
 vqsStatus VQS_CALL vqsPbCreateBinaryV2(QtfSession* session, const VqsPolicyListV2* list, uint16_t binaryVersion1,
                                        uint16_t binaryVersion2, const char* path) {
   if (!vqs::isOpen(session) || list == nullptr || path == nullptr) return VQS_INVALID_PARAMETER;
-  // The head as it is now: memory is measured by it, whatever the caller does to it meanwhile.
+  // Read once, because memory is allocated for it and another thread may change the list meanwhile.
   const VqsPolicyListV2 head = *list;
   const vqs::RuntimeBuffer memory{vqs::saturatingProduct(head.count, sizeof(VqsPackedPolicy))};
   if (!memory) return VQS_OUT_OF_MEMORY;

@@ -10,7 +10,8 @@
 namespace vqs {
 namespace {
 
-/// The size of an open file, which is then at its start again; nothing when it cannot be told in 32 bits.
+/// The size of an open file, which is left at its start; nothing when the size cannot be had or needs more than 32
+/// bits.
 std::optional<std::uint32_t> sizeOf(std::FILE* stream) {
   if (std::fseek(stream, 0, SEEK_END) != 0) return std::nullopt;
   const std::int64_t position = _ftelli64(stream);
@@ -19,7 +20,8 @@ std::optional<std::uint32_t> sizeOf(std::FILE* stream) {
   return static_cast<std::uint32_t>(position);
 }
 
-/// Reads all of it or says that it could not.
+/// Reads as many bytes as there is room for. When there are fewer it says so on standard output, the library's only
+/// message (compatibility.md: read-message).
 bool readAll(std::FILE* stream, std::span<std::byte> bytes) {
   if (std::fread(bytes.data(), bytes.size(), 1, stream) == 1) return true;
   std::fputs("File not fully read...\n", stdout);

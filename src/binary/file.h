@@ -17,19 +17,20 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-/// Null when the file cannot be opened. The path goes to the runtime as it is.
+/// Opens a file with fopen, which gets path and mode unchanged. Null when it cannot be opened.
 File openFile(const char* path, const char* mode);
 
-/// One write of all bytes; errors are not looked at.
+/// Writes all bytes with one fwrite, whose errors are not reported (compatibility.md: write-errors).
 void writeBytes(std::FILE* stream, std::span<const std::byte> bytes);
 
-/// How many bytes of a file are of use, judged by its first kHeadSize bytes, or by all when there are fewer. 0 refuses
-/// the file.
+/// A function that tells from the first kHeadSize bytes of a file, or from all when there are fewer, how many bytes of
+/// it are worth reading. 0 refuses the file.
 using UsefulBytes = std::uint64_t (*)(std::span<const std::byte> head);
 inline constexpr std::size_t kHeadSize = 64;
 
-/// The useful bytes of a file, from its start; nothing when it is refused, cannot be read, or has 4 GiB or more. A read
-/// that falls short, as of an empty file, is told on standard output.
+/// Reads a file from its start, as far as `usefulBytes` says. Nothing when `usefulBytes` refuses it, when it cannot be
+/// read, or when it has 4 GiB or more. A message on standard output tells when fewer bytes could be read than the file
+/// is long, and when the file is empty.
 std::optional<RuntimeBuffer> loadFile(const char* path, UsefulBytes usefulBytes);
 
 }  // namespace vqs

@@ -60,19 +60,20 @@ vqsStatus readBodies(const LoadedBinary& binary, VqsPolicyBinary* destination, s
   head.binaryVersion2 = parsed->versions.second;
   head.policyCount = binary.policyCount;
   head.structureVersion = structureVersion;
-  // A policy that does not fit the structure version ends the conversion, not the call.
+  // A policy that does not fit the structure version ends the conversion; the call succeeds, with the rest of the
+  // bodies zero (compatibility.md: unconverted-policies).
   static_cast<void>(unpackPolicyArray(&head + 1, image.bytes().size() - sizeof(head), structureVersion,
                                       parsed->policies.data(), binary.policyCount, kRuntimeText));
   std::ranges::copy(image.bytes(), reinterpret_cast<std::byte*>(destination));
   return VQS_SUCCESS;
 }
 
-/// What the first-generation reader keeps of a file: its versions and its count. The file is read twice, and may have
-/// lost policies in between but not gained any.
+/// Checks a file and takes its versions and its count. The file is read twice; a file with more policies at the second
+/// reading than at the first is refused.
 vqsStatus readPolicyBinaryImage(const char* path, VqsPolicyBinary& image) {
   std::uint32_t announced = 0;
   if (const auto first = loadPolicyBinary(path)) announced = first->policyCount;
-  // Without an image there is nothing to hand out.
+  // The file could not be read, or is no policy binary with a policy in it.
   if (announced == 0) return VQS_REQUEST_FAILED;
   const auto second = loadPolicyBinary(path);
   if (!second || second->policyCount > announced) return VQS_REQUEST_FAILED;
@@ -95,7 +96,7 @@ vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* /*session*/, const char* path, Vq
   vqs::ProcessHeapBuffer memory{sizeof(VqsPolicyBinaryV0)};
   *binary = static_cast<VqsPolicyBinaryV0*>(memory.handOver());
   if (*binary == nullptr) return VQS_OUT_OF_MEMORY;
-  // A summary only: the policies were validated, and stay behind.
+  // The policies were checked and are not handed out (compatibility.md: summary-only).
   (*binary)->binaryVersion1 = image.binaryVersion1;
   (*binary)->binaryVersion2 = image.binaryVersion2;
   (*binary)->policyCount = image.policyCount;
@@ -109,7 +110,7 @@ vqsStatus VQS_CALL vqsPbReadBinaryV2(QtfSession* session, const char* path, VqsP
   const auto loaded = vqs::loadPolicyBinary(path);
   if (!loaded) return VQS_REQUEST_FAILED;
   if (*size == 0) {
-    // A version that a read refuses is sized like version 0.
+    // Every other version is given version 0's size, even if a read refuses it (compatibility.md: size-query-version).
     const std::size_t stride = vqs::policyBodySize(structureVersion).value_or(sizeof(VqsPolicyV0));
     *size = vqs::imageSize(loaded->policyCount, stride);
     return VQS_SUCCESS;

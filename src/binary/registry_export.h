@@ -10,7 +10,7 @@
 
 namespace vqs {
 
-/// Whose registry value an export text sets.
+/// Which registry value an export text sets: the one that holds the policies of this store.
 enum class RegistryExportKind : std::uint32_t { kNone = 0, kAsm = 1, kBalanceProfile = 2 };
 
 /// Writes a binary as registry export text to an open stream: VQS_SUCCESS, VQS_REQUEST_FAILED for kNone, or

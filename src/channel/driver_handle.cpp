@@ -13,7 +13,8 @@ constexpr GUID GUID_DEVINTERFACE_QTF = {0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED,
 vqsStatus QtfOpenDriverHandle(HANDLE* handle) {
   GUID interfaceClass = GUID_DEVINTERFACE_QTF;
   ULONG length = 0;
-  // The narrow form tells the length of the wide list: interface paths are plain ASCII, so both count alike.
+  // The 8-bit function gives the size, the 16-bit one the list. Interface paths are ASCII: both count as many
+  // characters.
   if (CM_Get_Device_Interface_List_SizeA(&length, &interfaceClass, nullptr, 0) != CR_SUCCESS) return VQS_REQUEST_FAILED;
   if (length < 2) return VQS_DRIVER_NOT_FOUND;
 

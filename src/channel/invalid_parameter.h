@@ -4,7 +4,8 @@
 namespace vqs {
 
 /// Raises the C runtime's invalid-parameter condition for the handler that the program, or its thread, has installed.
-/// Nothing happens in a program without one, where the runtime would end the process: its users did nothing wrong.
+/// In a program without a handler nothing happens, although the runtime would end the process: a notification is no
+/// reason for a program to end (compatibility.md: no-handler-goes-on).
 void raiseInvalidParameter();
 
 }  // namespace vqs

@@ -11,7 +11,8 @@
 namespace vqs {
 namespace {
 
-/// The driver's answer is nobody's concern: a session is open with or without it.
+/// Tells the driver of a new session. The session stays open when the driver refuses this request (compatibility.md:
+/// announcement-ignored).
 void announce(HANDLE handle) {
   QtfAppIoRecord request{.operation = QTF_IO_OPEN, .valueA = 0, .valueB = 0};
   QtfAppIoRecord answer{};
@@ -30,7 +31,8 @@ vqsStatus openSession(QtfSession** out) {
   return VQS_SUCCESS;
 }
 
-/// `stopOperation` is for a log of the generation that belongs to the uninitialize call, whatever log is running.
+/// A log that is still running is stopped with `stopOperation`, which depends on the export and not on the kind of log;
+/// a key/value log's handle is not freed (compatibility.md: uninitialize-log-stop).
 vqsStatus closeSession(QtfSession* session, std::uint32_t stopOperation) {
   if (session == nullptr) return VQS_INVALID_PARAMETER;
   if (session->logReference != 0) {

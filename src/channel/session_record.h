@@ -13,8 +13,9 @@ struct QtfSession {
   std::uint64_t logReference;
   /// meaningful while logReference is not zero
   std::uint32_t logSessionId;
-  /// tells the key/value handle that this session made last; zero when there is none. It lies within the 24 bytes that
-  /// clients know, because some of their tests make up a session of just these.
+  /// part of the address of the key/value handle that this session made last, by which the stop recognises it; zero
+  /// when there is none. It lies within the 24 bytes of the session that clients know: some of their tests build a
+  /// session of just these bytes.
   std::uint32_t kvHandleMark = 0;
 };
 static_assert(sizeof(QtfSession) == 24);

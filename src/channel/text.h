@@ -7,8 +7,8 @@
 
 namespace vqs {
 
-// The runtime's conversions between 8-bit and 16-bit text, kept clear of the conditions for which the runtime ends the
-// process. False when the conversion fails, with the runtime's error indicator set as by the conversion.
+// The C runtime's conversions between 8-bit and 16-bit text, called so that they never raise the invalid-parameter
+// condition, which could end the process. False when the conversion fails; errno is then as the conversion has set it.
 
 /// Widens a field that must hold a NUL. The destination has at least as many units as the field has bytes.
 bool widenTerminated(std::span<VqsChar16> destination, std::span<const char> field);

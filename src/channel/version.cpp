@@ -12,8 +12,8 @@ namespace {
 constexpr std::uint32_t high(DWORD word) { return word >> 16; }
 constexpr std::uint32_t low(DWORD word) { return word & 0xFFFF; }
 
-/// Words of the fixed file information, in the order the interface gives them: product major, file minor, and the
-/// file's fourth number before its third.
+/// Reads a file's version into four words: the product's first number, the file's second, and the file's fourth number
+/// before its third. Clients rely on this order (compatibility.md: version-words).
 vqsStatus QtfFileVersionWords(const char* name, uint32_t* words) {
   DWORD unused = 0;
   const DWORD size = GetFileVersionInfoSizeA(name, &unused);
@@ -44,6 +44,7 @@ vqsStatus VQS_CALL vqsGetVersion(uint32_t words[4]) {
 
 vqsStatus VQS_CALL vqsGetDriverVersion(uint32_t words[4]) {
   if (words == nullptr) return VQS_INVALID_PARAMETER;
+  // A failure clears the words here, and leaves them alone in vqsGetVersion (compatibility.md: driver-version-zeros).
   const vqsStatus result = vqs::QtfFileVersionWords("vexoqtf.sys", words);
   if (result != VQS_SUCCESS) std::fill_n(words, 4, 0U);
   return result;

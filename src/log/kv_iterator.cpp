@@ -14,7 +14,7 @@ constexpr std::size_t kKeyIdSize = 4;
 
 const std::uint8_t* areaOf(const QtfLogKV& log) { return reinterpret_cast<const std::uint8_t*>(log.area); }
 
-/// Read once per call: the driver may be writing.
+/// To be called once per export, which then goes by this value: the driver may change the log area meanwhile.
 std::uint32_t currentKey(const QtfLogKVIter& iterator) {
   std::uint32_t key = 0;
   std::memcpy(&key, iterator.cursor, kKeyIdSize);
@@ -48,7 +48,7 @@ vqsStatus data(const QtfLogKVIter* iterator, std::uint32_t* key, std::uint64_t* 
   return VQS_SUCCESS;
 }
 
-/// `counted` is what the caller's count says after copying.
+/// `counted` is what `*count` is set to once the records are copied.
 template <std::size_t N>
 vqsStatus copyKeys(std::span<const QtfLogKeyInfo, N> table, QtfLogKeyInfo* keys, std::uint32_t* count,
                    std::uint32_t counted) {
@@ -111,6 +111,7 @@ vqsStatus VQS_CALL vqsGetQTFLogKVMetadata_V2(QtfLogKeyInfo* keys, uint32_t* coun
 }
 
 vqsStatus VQS_CALL vqsExGetQTFLogExKVMetadata_V2(QtfLogKeyInfo* keys, uint32_t* count) {
-  // The count of the other generation's keys, as callers have always got it.
+  // Not the number of records that are copied, but that of the plain key/value log's keys: callers know this number
+  // (compatibility.md: ex-key-count).
   return vqs::copyKeys(vqs::exKVKeys(), keys, count, VQS_LOG_KV_KEYS);
 }

@@ -11,18 +11,20 @@ namespace {
 /// The one data version whose records the iterators can walk.
 constexpr std::uint32_t kDataVersion = 1;
 
-/// The part of a handle's address in which heap memory and mapped memory differ: a log's pages end in more zeros.
+/// What a session remembers of a handle's address. It tells the handle from a mapped log area, whose address is a
+/// multiple of the page size.
 std::uint32_t markOf(std::uint64_t handle) { return static_cast<std::uint32_t>(handle >> 4); }
 
-/// Frees the handle that the session's log is known by, if the session has made it. The address of a plain log, or what
-/// a failed start has left, is nobody's to free.
+/// Frees the key/value handle that the session's logReference is the address of. A logReference that is something else,
+/// the address of a plain log or what a failed start has left, is not freed.
 void releaseHandle(QtfSession& session) {
   if (session.kvHandleMark == 0 || session.kvHandleMark != markOf(session.logReference)) return;
   session.kvHandleMark = 0;
   RuntimeMemory::release(reinterpret_cast<QtfLogKV*>(session.logReference));
 }
 
-/// Undoes a start; both forms are undone with the plain stop.
+/// Stops a log that has just been started. The Ex log too is stopped with the plain key/value log's operation
+/// (compatibility.md: kv-start-undo).
 void undoStart(HANDLE handle, std::uint32_t logId) {
   auto record = logRequest(kLogStopKV, logId);
   static_cast<void>(sendLog(handle, record));
@@ -68,11 +70,13 @@ vqsStatus VQS_CALL vqsStartQTFLogKV(QtfSession* session, QtfLogKV** log) {
 }
 
 vqsStatus VQS_CALL vqsStopQTFLogKV(QtfSession* session, QtfLogKV* log) {
+  // The handle is tested only: what is stopped is the session's log (compatibility.md: kv-stop-handle).
   if (!vqs::isOpen(session) || log == nullptr) return VQS_INVALID_PARAMETER;
   return vqs::stopKVLog(*session, vqs::kLogStopKV);
 }
 
 vqsStatus VQS_CALL vqsExStartQTFLogExKV(QtfSession* session, QtfLogKV** log) {
+  // Unlike the plain start, this one takes a null `log` (compatibility.md: log-output-optional).
   if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
   return vqs::startKVLog(*session, vqs::kLogStartExKV, log);
 }

@@ -7,7 +7,7 @@
 namespace vqs {
 namespace {
 
-/// Stops the session's log, which is forgotten even when the driver refuses.
+/// Stops the session's log. The session forgets it even when the driver refuses (compatibility.md: stop-forgets-log).
 vqsStatus stopLog(QtfSession& session, std::uint32_t operation) {
   auto record = logRequest(operation, session.logSessionId);
   session.logReference = 0;
@@ -18,8 +18,8 @@ vqsStatus querySupport(HANDLE handle, std::uint8_t generation, void* buffer, std
   return sendSplit(handle, kCodeLogSupport, generation, buffer, length);
 }
 
-/// Starts the Ex log. A failed start leaves the byte count of the failed request for an id, and the caller's own value
-/// for an address.
+/// Starts the Ex log. After a failed start the session takes the byte count of the failed request for the log's id, and
+/// what the caller's variable held for its address (compatibility.md: ex-start-leftovers).
 vqsStatus startExLog(QtfSession& session, QtfLogRequest& record, std::uint64_t* address) {
   DWORD returned = 0;
   const vqsStatus started =
@@ -35,21 +35,25 @@ vqsStatus startExLog(QtfSession& session, QtfLogRequest& record, std::uint64_t* 
 }  // namespace vqs
 
 vqsStatus VQS_CALL vqsStartQTFLog(QtfSession* session, uint64_t* address) {
+  // A null `address` is no mistake (compatibility.md: log-output-optional).
   if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
   auto record = vqs::logRequest(vqs::kLogStart);
   if (vqs::sendLog(session->handle, record) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   if (address != nullptr) *address = record.Address;
+  // A log that is running already is forgotten, not stopped (compatibility.md: second-log).
   session->logReference = record.Address;
   session->logSessionId = record.LogId;
   return VQS_SUCCESS;
 }
 
 vqsStatus VQS_CALL vqsStopQTFLog(QtfSession* session) {
+  // The other stop functions succeed when no log runs (compatibility.md: stop-without-log).
   if (!vqs::isOpen(session) || session->logReference == 0) return VQS_INVALID_PARAMETER;
   return vqs::stopLog(*session, vqs::kLogStop);
 }
 
 vqsStatus VQS_CALL vqsGetQTFLogSupport(QtfSession* session, void* buffer, uint32_t length) {
+  // A null buffer is for the driver to refuse; the Ex form checks it (compatibility.md: unchecked-output).
   if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
   return vqs::querySupport(session->handle, 0, buffer, length);
 }
@@ -64,7 +68,7 @@ vqsStatus VQS_CALL vqsExStartQTFLog(QtfSession* session, uint64_t* address, uint
   auto record = vqs::logRequest(vqs::kLogStartEx);
   const vqsStatus started = vqs::startExLog(*session, record, address);
   if (version == nullptr) return vqs::folded(started);
-  // The second request decides: how the start went is dropped.
+  // The result is that of this second request alone, even if the start failed (compatibility.md: ex-start-result).
   record.Operation = vqs::kLogGetVersionEx;
   const vqsStatus asked = vqs::sendLog(session->handle, record);
   if (asked == VQS_SUCCESS) *version = record.Value;

@@ -3,7 +3,8 @@
 #include "src/channel/driver_handle.h"
 #include "src/log/log_request.h"
 
-// Every call opens the driver for itself and deliberately never closes that handle: what it mapped lives with it.
+// These functions have no session. Each opens the driver for itself and leaves that handle open on purpose: the log
+// that it maps or starts must outlive the call (compatibility.md: ovl-handles).
 
 namespace vqs {
 namespace {
@@ -52,6 +53,7 @@ vqsStatus VQS_CALL vqsOVLUnmapQTFLogId(uint32_t logId) {
 }
 
 vqsStatus VQS_CALL vqsOVLStartQTFLog(void* first, void* second) {
+  // Both must be there, and neither is used (compatibility.md: ovl-start-arguments).
   if (first == nullptr || second == nullptr) return VQS_INVALID_PARAMETER;
   return vqs::controlFilling(vqs::kPollingStart);
 }
@@ -76,7 +78,8 @@ vqsStatus VQS_CALL vqsOVLGetDllVersion(uint32_t* version) {
   uint32_t words[4] = {};
   const vqsStatus result = vqsGetVersion(words);
   if (result != VQS_SUCCESS) return result;
-  // The version query gives the file's fourth number before its third; here they stand in their own order again.
+  // vqsGetVersion gives the file's fourth number before its third; here the third comes first again. The caller's own
+  // bits stay set (compatibility.md: ovl-dll-version).
   *version |= ((words[0] << 8 | words[1]) << 8 | words[3]) << 8 | words[2];
   return VQS_SUCCESS;
 }

@@ -12,7 +12,7 @@
 namespace vqs {
 namespace {
 
-/// ASCII text in the unit of the system's names.
+/// An ASCII literal as the 16-bit text that Windows takes for names.
 template <std::size_t N>
 consteval std::array<WCHAR, N> systemName(const char (&text)[N]) {
   std::array<WCHAR, N> name{};
@@ -59,7 +59,8 @@ vqsStatus waitFor(HANDLE event, std::uint32_t milliseconds) {
                                                                    : vqsStatus{VQS_REQUEST_FAILED};
 }
 
-/// A missing event counts as a wrong argument; one that was opened stays open, call after call.
+/// Without the event the result is VQS_INVALID_PARAMETER (compatibility.md: wait-without-event). Each call opens the
+/// event anew and leaves it open (compatibility.md: wait-event-handles).
 vqsStatus waitForOutput(std::uint32_t milliseconds) {
   const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, kOutputEvent.data());
   return event == nullptr ? vqsStatus{VQS_INVALID_PARAMETER} : waitFor(event, milliseconds);
@@ -94,6 +95,7 @@ vqsStatus VQS_CALL vqsWaitAppOutput(QtfSession* session, uint32_t milliseconds) 
 }
 
 vqsStatus VQS_CALL vqsWaitTaskbarIcon(QtfSession* session, void* event, uint32_t milliseconds) {
+  // The session is checked and not used (compatibility.md: wait-icon-session).
   if (!vqs::isOpen(session) || event == nullptr) return VQS_INVALID_PARAMETER;
   return vqs::waitFor(event, milliseconds);
 }

@@ -37,7 +37,7 @@ vqsStatus controlPolling(QtfSession* session, std::uint8_t client, std::uint8_t 
 
 vqsStatus programSE1(QtfSession* session, std::uint32_t first, std::uint32_t second) {
   if (!isOpen(session)) return VQS_INVALID_PARAMETER;
-  // Exactly 1 sets a flag; "true" in any other spelling clears it.
+  // Only 1 sets a flag; every other value, 2 or -1 as well, clears it (compatibility.md: se1-exactly-one).
   WordPair record{.first = first == 1 ? 1U : 0U, .second = second == 1 ? 1U : 0U};
   return sendSame(session->handle, kCodeProgramSE1, record);
 }
@@ -57,6 +57,7 @@ vqsStatus VQS_CALL vqsGetTaskbarIcon(QtfSession* session, uint32_t* first, uint3
 }
 
 vqsStatus VQS_CALL vqsGetDebugOutput(QtfSession* session, uint32_t* value) {
+  // A null `value` is for the driver to refuse (compatibility.md: unchecked-output).
   if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
   return vqs::sendRequest(session->handle, vqs::kCodeDebugOutput,
                           {.request = {}, .answer = value, .answerLength = sizeof(*value)}, nullptr);

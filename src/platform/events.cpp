@@ -31,8 +31,9 @@ vqsStatus registerEvent(QtfSession* session, std::int32_t index, void* object, s
   return sendIn(session->handle, kCodeEventRegistration, record);
 }
 
-/// The event's payload never fit its record: copying it has always ended in the runtime's condition, and the record has
-/// travelled empty.
+/// Raises the C runtime's invalid-parameter condition and sends a record of zeros. The event's data is longer than the
+/// record: copying it always fails, which raises the condition and leaves the record empty. Handlers in callers and the
+/// driver can tell, so both stay (compatibility.md: firmware-event-empty).
 template <std::size_t Size>
 vqsStatus notifyBiosEvent(QtfSession* session, std::uint32_t code) {
   if (!isOpen(session)) return VQS_INVALID_PARAMETER;

@@ -9,7 +9,8 @@
 namespace vqs {
 namespace {
 
-/// The driver's id of each feature; the driver knows no 8.
+/// The driver's id of each feature, by the caller's index. The driver has no feature of id 8 (compatibility.md:
+/// feature-id).
 constexpr std::array<std::uint32_t, VQS_FEATURES> kDriverIds = {0, 1, 2, 3, 4, 5, 6, 7, 9};
 
 }  // namespace
@@ -34,6 +35,7 @@ vqsStatus VQS_CALL vqsDynamicSliderEnableDisable(QtfSession* session, uint8_t en
   return vqs::sendIn(session->handle, vqs::kCodeDynamicSlider, word);
 }
 
+// Exported for programs that link to it; there is no such control (compatibility.md: unsupported-control).
 vqsStatus VQS_CALL vqsCustomWorkloadControl(QtfSession* /*session*/, int32_t /*operation*/, void* /*table*/) {
   return VQS_NOT_SUPPORTED;
 }

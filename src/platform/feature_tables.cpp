@@ -78,7 +78,7 @@ constexpr std::array kInBagCurve = {
     FieldPlace{.record = 48, .caller = 48, .size = sizeof(VqsSliderPoint)},
 };
 
-/// The first form uses places of the second form's record, two entries a row.
+/// The first form of the table uses fields of the second form's record. A row of it is two entries there.
 constexpr auto kStaticSliderV1Places = [] {
   std::array<FieldPlace, 30> places{};
   for (std::size_t row = 0; row < 5; ++row) {
@@ -105,7 +105,7 @@ constexpr std::array kStaticSliderV4Places = {
     FieldPlace{.record = 4, .caller = 0, .size = sizeof(VqsStaticSliderTableV4)},
 };
 
-/// Each group in two runs, around the bytes that carry no field.
+/// Each group is copied in two pieces, around the bytes that are no field.
 constexpr auto kAsmLitePlaces = [] {
   std::array<FieldPlace, 16> places{};
   for (std::size_t group = 0; group < 4; ++group) {
@@ -131,7 +131,8 @@ vqsStatus VQS_CALL vqsInBagPolicyTableControl(QtfSession* session, int32_t opera
   if (checked != VQS_SUCCESS) return checked;
   vqs::InBagRecord record{};
   record.operation = vqs::foldTableOperation(operation);
-  // A set sends the words only, and clears the caller's curve from the record that is still empty.
+  // A set sends only the three words. The rest of the caller's table is overwritten with zeros, from the record that
+  // is not filled yet (compatibility.md: in-bag-set).
   const bool set = record.operation == VQS_TABLE_SET;
   if (set) vqs::copyToTable(vqs::kInBagCurve, table, &record);
   const vqsStatus result =
@@ -154,7 +155,7 @@ vqsStatus VQS_CALL vqsStaticSliderTableControl_V2(QtfSession* session, int32_t o
 
 vqsStatus VQS_CALL vqsStaticSliderTableControl_V4(QtfSession* session, int32_t operation,
                                                   VqsStaticSliderTableV4* table) {
-  // The other tables call a negative operation unsupported; this one calls it invalid.
+  // For the other tables a negative operation is VQS_NOT_SUPPORTED (compatibility.md: negative-operation).
   if (operation < 0) return VQS_INVALID_PARAMETER;
   return vqs::controlTable<vqs::StaticSliderRecordV4>(session, operation, vqs::kCodeStaticSliderTableV4,
                                                       vqs::kStaticSliderV4Places, table);

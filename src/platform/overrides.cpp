@@ -19,7 +19,8 @@ static_assert(sizeof(OverrideRecord) == 12);
 static_assert(offsetof(OverrideRecord, key) == 4);
 static_assert(offsetof(OverrideRecord, value) == 8);
 
-/// The driver says how long the list is, and the caller's room is taken to be as long.
+/// Asks the driver for the list's size and then for the list. The caller's buffer is taken to be as long as that
+/// (compatibility.md: key-list-room).
 vqsStatus readKeyList(HANDLE handle, void* list) {
   std::uint32_t size = 0;
   if (sendOut(handle, kCodeOverrideKeyListSize, &size, sizeof(size)) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
@@ -45,7 +46,7 @@ vqsStatus VQS_CALL vqsGetInputOverrideKeyValue(QtfSession* session, uint32_t key
 
 vqsStatus VQS_CALL vqsGetInputOverrideKeyList(QtfSession* session, void* list, uint32_t* size, uint8_t sizeOnly) {
   if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
-  // A missing output is a failed request here, not a wrong argument.
+  // A null output gives VQS_REQUEST_FAILED here, not VQS_INVALID_PARAMETER (compatibility.md: key-list-output).
   if (sizeOnly != 0) {
     if (size == nullptr) return VQS_REQUEST_FAILED;
     return vqs::sendOut(session->handle, vqs::kCodeOverrideKeyListSize, size, sizeof(*size));
@@ -55,6 +56,7 @@ vqsStatus VQS_CALL vqsGetInputOverrideKeyList(QtfSession* session, void* list, u
 }
 
 vqsStatus VQS_CALL vqsGetInputOverrideKeyMetadata(QtfSession* session, uint32_t key, VqsOverrideMetadata* metadata) {
+  // A null `metadata` is for the driver to refuse (compatibility.md: unchecked-output).
   if (!vqs::isOpen(session)) return VQS_INVALID_PARAMETER;
   return vqs::sendSplit(session->handle, vqs::kCodeOverrideKeyMetadata, key, metadata);
 }

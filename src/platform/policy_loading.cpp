@@ -21,7 +21,7 @@ enum LoadingOperation : std::uint32_t {
 struct PolicyLoadingRecord {
   std::uint32_t operation;
   std::uint32_t reserved0;
-  /// in: the low and high half of a size; out: two result words
+  /// in the request: the low and high half of a size; in the answer: two result words
   std::uint32_t first;
   std::uint32_t second;
   /// address of the caller's data, which the driver reads
@@ -38,7 +38,7 @@ PolicyLoadingRecord loadingRequest(std::uint32_t operation) {
   return record;
 }
 
-/// Whatever came of the request, the outputs receive what the record holds.
+/// The outputs receive what the record holds, even when the request failed (compatibility.md: outputs-after-failure).
 vqsStatus sendLoading(HANDLE handle, PolicyLoadingRecord record, std::uint32_t* first, std::uint32_t* second) {
   const vqsStatus result = sendSame(handle, kCodePolicyBinary, record);
   if (first != nullptr) *first = record.first;

@@ -13,14 +13,14 @@
 
 namespace vqs {
 
-/// Where a run of bytes of a table stands in the record and in the caller's structure.
+/// A piece of a table: its offsets in the request record and in the caller's structure, and its bytes.
 struct FieldPlace {
   std::size_t record;
   std::size_t caller;
   std::size_t size;
 };
 
-/// What a table operation of the caller's becomes; operations that do not exist become this one.
+/// Operations that do not exist are turned into this one.
 inline constexpr std::uint32_t kTableUnsupported = 5;
 
 constexpr std::uint32_t foldTableOperation(std::int32_t operation) {
@@ -29,7 +29,7 @@ constexpr std::uint32_t foldTableOperation(std::int32_t operation) {
              : kTableUnsupported;
 }
 
-/// The checks that the tables share. VQS_SUCCESS: go on.
+/// The checks that the tables share: VQS_SUCCESS, or the result of the call.
 inline vqsStatus checkTableCall(const QtfSession* session, std::int32_t operation, const void* table) {
   if (!isOpen(session) || table == nullptr) return VQS_INVALID_PARAMETER;
   if (operation >= static_cast<std::int32_t>(kTableUnsupported)) return VQS_INVALID_PARAMETER;
@@ -48,7 +48,7 @@ inline void copyToTable(std::span<const FieldPlace> places, void* table, const v
                 place.size);
 }
 
-/// Sends a record whose operation is filled in; a read's answer goes to the caller's table.
+/// Carries out the record's operation: a set sends the caller's table, a read copies the answer to it.
 template <WireRecord Record>
 vqsStatus exchangeTable(HANDLE handle, std::uint32_t code, Record& record, std::span<const FieldPlace> places,
                         void* table) {
@@ -59,7 +59,7 @@ vqsStatus exchangeTable(HANDLE handle, std::uint32_t code, Record& record, std::
   return VQS_SUCCESS;
 }
 
-/// A whole table call.
+/// The body of a table export: checks its arguments, fills a record and sends it.
 template <WireRecord Record>
 vqsStatus controlTable(QtfSession* session, std::int32_t operation, std::uint32_t code,
                        std::span<const FieldPlace> places, void* table) {

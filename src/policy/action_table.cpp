@@ -23,7 +23,7 @@ constexpr QtfActionInfo record(const ActionRow& row) {
   return info;
 }
 
-// The driver's flags are written into it.
+// Not const: vqsPbGetActions writes the driver's flags into it.
 constinit std::array<QtfActionInfo, VQS_ACTION_TYPES> actions = records<QtfActionInfo>(kActionRows, record);
 
 }  // namespace

@@ -38,18 +38,19 @@ static_assert(sizeof(SupportFlags) == 3);
 
 template <class Info>
 void mark(Info& info, const SupportFlags& flags) {
-  // Only the low byte belongs to the driver.
+  // The driver's answer has one byte for it: the higher bytes stay as the library has them.
   info.Enabled = (info.Enabled & ~0xFFU) | flags.enabled;
   info.DriverFlag = flags.driverFlag;
 }
 
-/// How many flags an answer holds that the catalogue has entries for and the buffer has room for.
+/// How many entries can be marked: no more than the answer's size says, the catalogue has, and the buffer has room for.
 std::size_t usableFlags(std::uint64_t size, std::size_t entries, std::size_t room) {
   return static_cast<std::size_t>(
       std::min({size / sizeof(SupportFlags), std::uint64_t{entries}, std::uint64_t{room / sizeof(SupportFlags)}}));
 }
 
-/// Asks the driver for the size of its answer and then for the answer. Whatever fails leaves the flags as they are.
+/// Asks the driver for the size of its answer and then for the answer. A failure is not reported and leaves the flags
+/// as they are (compatibility.md: catalogue-flags-kept).
 template <class Info, std::size_t N>
 void markSupported(HANDLE handle, std::span<Info, N> table, std::uint32_t queryOperation, std::uint32_t readOperation) {
   CatalogueSupportHead query{};
@@ -80,7 +81,8 @@ vqsStatus VQS_CALL vqsPbGetConditions(QtfSession* session, const QtfConditionInf
 }
 
 vqsStatus VQS_CALL vqsPbGetActions(QtfSession* session, const QtfActionInfo** table, uint32_t* count) {
-  // Of the two only this one does not refuse a session without a handle: its request fails, and the flags stay.
+  // Unlike vqsPbGetConditions, it takes a null session or one without a handle (compatibility.md:
+  // actions-without-session).
   if (table == nullptr || count == nullptr) return VQS_INVALID_PARAMETER;
   if (session != nullptr)
     vqs::markSupported(session->handle, vqs::actionTable(), vqs::kQueryActionSupport, vqs::kReadActionSupport);

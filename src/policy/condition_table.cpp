@@ -27,7 +27,7 @@ constexpr QtfConditionInfo record(const ConditionRow& row) {
   return info;
 }
 
-// The driver's flags are written into it.
+// Not const: vqsPbGetConditions writes the driver's flags into it.
 constinit std::array<QtfConditionInfo, VQS_CONDITION_TYPES> conditions =
     records<QtfConditionInfo>(kConditionRows, record);
 

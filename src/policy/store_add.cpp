@@ -18,7 +18,7 @@ vqsStatus addPolicy(QtfSession* session, const VqsPolicyV0* policy, std::uint32_
   if (packPolicyV0(policy, &packed, kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
   const vqsStatus result =
       policyStoreRequest(session->handle, kStoreAdd, store, {.policy = &packed, .driverResult = driverResult});
-  // The caller's own id: nothing of the driver's reply reaches it.
+  // The id of the caller's own record, whatever the driver answers (compatibility.md: add-own-id).
   if (result == VQS_SUCCESS && idOut != nullptr) *idOut = packed.id;
   return result;
 }

@@ -41,6 +41,7 @@ vqsStatus VQS_CALL vqsBalanceProfileGetPoliciesStatus(QtfSession* session, VqsPo
 
 vqsStatus VQS_CALL vqsSetBinaryVersion(QtfSession* session, uint16_t word1, uint16_t word2, uint32_t* driverResult,
                                        VqsPolicyStore store) {
+  // Only the Asm store has a version (compatibility.md: binary-version-store).
   if (!vqs::isOpen(session) || driverResult == nullptr || store != VQS_POLICY_STORE_ASM) return VQS_INVALID_PARAMETER;
   const std::uint64_t version = word1 | std::uint64_t{word2} << 32;
   return vqs::policyStoreRequest(session->handle, vqs::kStoreSetBinaryVersion, store,
@@ -48,6 +49,6 @@ vqsStatus VQS_CALL vqsSetBinaryVersion(QtfSession* session, uint16_t word1, uint
 }
 
 vqsStatus VQS_CALL vqsPbCheckStructureSupport(QtfSession* /*session*/, uint32_t structureVersion) {
-  // Version 0 counts as unsupported here, although every V2 export takes it.
+  // Version 0 is reported as unsupported, although every V2 export takes it (compatibility.md: structure-version-0).
   return structureVersion == 1 || structureVersion == 2 ? VQS_SUCCESS : VQS_REQUEST_FAILED;
 }

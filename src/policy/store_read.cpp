@@ -15,13 +15,15 @@ constexpr std::size_t readBufferSize(std::size_t count) {
 }
 
 vqsStatus unpackInto(VqsPolicyV0* policies, std::span<const VqsPackedPolicy> packed) {
+  // An array is needed only when there is something to write (compatibility.md: missing-array).
   if (policies == nullptr && !packed.empty()) return VQS_REQUEST_FAILED;
   for (std::size_t i = 0; i < packed.size(); ++i)
     if (unpackPolicyV0(&packed[i], &policies[i], kRuntimeText) != kConverted) return VQS_REQUEST_FAILED;
   return VQS_SUCCESS;
 }
 
-/// What the caller asked for, read once: memory is measured by it, whatever the caller does to the list meanwhile.
+/// What the caller asked for. It is read once, because the buffer is allocated for it and another thread may change the
+/// list meanwhile.
 PolicyReadBuffer askedFor(const VqsPolicyList& list) {
   return {.countOnly = list.countOnly, .reserved0 = {}, .count = list.count};
 }
@@ -38,7 +40,8 @@ vqsStatus readPolicies(HANDLE handle, VqsPolicyList& list, const PolicyReadBuffe
   return unpackInto(list.policies, memory.template arrayAt<VqsPackedPolicy>(sizeof(PolicyReadBuffer), buffer.count));
 }
 
-/// The work buffer counts the capacity twice, so memory runs out at the capacities where it always has.
+/// Allocates `count` times the bytes that `count` policies need and uses the first part. Large capacities therefore
+/// give VQS_OUT_OF_MEMORY, as callers of these two exports know it (compatibility.md: asm-read-memory).
 vqsStatus getPoliciesFromRuntime(QtfSession* session, VqsPolicyList* list, VqsPolicyStore store) {
   if (!isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
   const auto asked = askedFor(*list);
@@ -79,7 +82,8 @@ vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list
     list->count = buffer.count;
     return VQS_SUCCESS;
   }
-  // The capacity, not the store's count: what lies beyond the store's policies comes out as empty policies.
+  // As many bodies as the caller has room for: those beyond the store's policies come out empty (compatibility.md:
+  // empty-policies). Size and structure version are checked only here (compatibility.md: late-size-check).
   const auto packed = memory.arrayAt<VqsPackedPolicy>(sizeof(vqs::PolicyReadBuffer), capacity);
   return vqs::unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), capacity,
                                 vqs::kRuntimeText) == vqs::kConverted

@@ -27,13 +27,13 @@ struct PolicyStoreRequest {
   /// add: the whole policy; delete: only its id is set
   VqsPackedPolicy policy;
   std::uint32_t policyCount;
-  /// reply: the driver's own verdict
+  /// in the answer: the driver's own result
   std::uint32_t result;
   std::uint8_t countOnly;
   std::uint8_t reserved0[3];
   std::uint32_t versionWord1;
   std::uint32_t versionWord2;
-  /// the first bytes of the status entries of a longer request
+  /// where the status entries begin in a longer request
   std::uint8_t statusEntries[4];
 };
 static_assert(sizeof(PolicyStoreRequest) == 4000);
@@ -47,7 +47,7 @@ static_assert(offsetof(PolicyStoreRequest, versionWord1) == 3988);
 static_assert(offsetof(PolicyStoreRequest, versionWord2) == 3992);
 static_assert(offsetof(PolicyStoreRequest, statusEntries) == 3996);
 
-/// One entry of a status reply, from offset statusEntries of the request on.
+/// One entry of the answer to a status request; the entries begin at its field statusEntries.
 struct PolicyStatusEntry {
   std::uint32_t statusValue;
   std::uint8_t statusFlagA;
@@ -62,7 +62,7 @@ static_assert(offsetof(PolicyStatusEntry, statusFlagB) == 5);
 static_assert(offsetof(PolicyStatusEntry, statusValue2) == 8);
 static_assert(offsetof(PolicyStatusEntry, name) == 12);
 
-/// Policies of one chunk of a read.
+/// How many policies the driver returns at a time.
 inline constexpr std::size_t kPoliciesPerChunk = 5;
 
 struct PolicyFetchRequest {
@@ -81,7 +81,7 @@ static_assert(offsetof(PolicyFetchRequest, policies) == 12);
 
 struct PolicyLookupRequest {
   std::uint32_t reserved0;
-  /// an id or a priority: the driver sees no difference
+  /// an id or a priority; nothing in the request says which
   std::uint32_t key;
   std::uint8_t reserved1[3972];
   std::uint32_t store;

@@ -18,14 +18,15 @@ vqsStatus deleteFromSession(QtfSession* session, std::uint32_t id, std::uint32_t
   return deletePolicy(session->handle, id, driverResult, store);
 }
 
-/// Delete first, pack and add afterwards. A record or a verdict that is missing, which the Asm and BalanceProfile
-/// exports do not check, ends the road where it is needed.
+/// Deletes the policy of that id, then packs and adds the caller's: a malformed one is found when the old one is gone
+/// (compatibility.md: replace-order). `policy` and `driverResult` may be null, which the Asm and BalanceProfile exports
+/// do not check: without a result nothing is added, without a policy the add fails.
 vqsStatus replacePolicy(HANDLE handle, std::uint32_t id, VqsPolicyV0* policy, std::uint32_t* driverResult,
                         VqsPolicyStore store) {
   const RuntimeBuffer memory{sizeof(VqsPackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   const vqsStatus deleted = deletePolicy(handle, id, driverResult, store);
-  // Whatever became of the delete, the caller's record now carries the id.
+  // Written into the caller's record even if the delete failed (compatibility.md: replace-id-written).
   if (policy != nullptr) policy->id = id;
   if (deleted != VQS_SUCCESS || driverResult == nullptr || *driverResult != 0) return deleted;
   auto& packed = memory.as<VqsPackedPolicy>();
@@ -55,7 +56,7 @@ vqsStatus VQS_CALL vqsBalanceProfileDeletePolicy(QtfSession* session, uint32_t i
 }
 
 vqsStatus VQS_CALL vqsPbReplacePolicy(QtfSession* session, uint32_t id, VqsPolicyV0* policy, uint32_t* driverResult) {
-  // Only this one of the three checks more than the session.
+  // Its two twins check only the session (compatibility.md: replace-checks).
   if (!vqs::isOpen(session) || policy == nullptr || driverResult == nullptr) return VQS_INVALID_PARAMETER;
   return vqs::replacePolicy(session->handle, id, policy, driverResult, VQS_POLICY_STORE_PB);
 }
@@ -75,7 +76,7 @@ vqsStatus VQS_CALL vqsPbReplacePolicyV2(QtfSession* session, uint32_t id, const 
   const vqs::ProcessHeapBuffer memory{sizeof(VqsPackedPolicy)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& packed = memory.as<VqsPackedPolicy>();
-  // The record keeps its own id; only the replace of version 0 records writes the argument into it.
+  // The policy is added under the record's own id, not under the argument (compatibility.md: replace-v2-id).
   if (!vqs::packVersionedPolicy(*record, size, packed, vqs::kRuntimeText)) return VQS_REQUEST_FAILED;
   const vqsStatus deleted = vqs::deletePolicy(session->handle, id, driverResult, store);
   if (deleted != VQS_SUCCESS || *driverResult != 0) return deleted;

@@ -12,7 +12,7 @@
 namespace vqs {
 namespace {
 
-/// Behind the head, as the exports allocate it.
+/// The policies of a read buffer: they follow its head in the memory that the export has allocated.
 std::span<VqsPackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
   return {reinterpret_cast<VqsPackedPolicy*>(&buffer + 1), buffer.count};
 }
@@ -25,13 +25,15 @@ vqsStatus readAll(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer)
   auto& request = memory.as<PolicyFetchRequest>();
   if (queryPolicyCount(handle, codes->read, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   const std::uint32_t total = request.policyCount;
+  // Known only after the first request (compatibility.md: small-capacity).
   if (buffer.countOnly == 0 && buffer.count < total) return VQS_INVALID_PARAMETER;
   buffer.count = total;
   if (buffer.countOnly != 0) return VQS_SUCCESS;
   return fetchPolicies(handle, codes->read, request, policiesOf(buffer));
 }
 
-/// Sends a request that is answered with the driver's verdict.
+/// Sends a request whose answer holds the driver's own result. When the request fails, `driverResult` receives
+/// VQS_DRIVER_RESULT_REQUEST_FAILED.
 vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t* driverResult) {
   const vqsStatus result = sendSame(handle, code, request);
   if (driverResult != nullptr) *driverResult = result == VQS_SUCCESS ? request.result : 1;
@@ -59,7 +61,8 @@ vqsStatus remove(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& reques
   request.policy.id = *arguments.id;
   const auto codes = policyStoreCodes(store);
   if (!codes) return VQS_INVALID_PARAMETER;
-  // The verdict is the whole answer: four bytes, straight into the caller's word.
+  // The answer is the driver's result alone, four bytes that the driver writes into the caller's word. A null one is
+  // for the driver to refuse (compatibility.md: unchecked-output).
   return sendSplit(handle, codes->modify, request, arguments.driverResult);
 }
 
@@ -76,10 +79,12 @@ void copyStatus(const PolicyStatusEntry& entry, VqsPolicyStatus& status) {
   status.statusFlagA = entry.statusFlagA;
   status.statusFlagB = entry.statusFlagB;
   status.statusValue2 = entry.statusValue2;
+  // A name that does not fit comes out empty (compatibility.md: status-name).
   static_cast<void>(copyBounded(status.name, entry.name));
 }
 
-/// The second status request: as long as all entries need. The caller's array is trusted to hold as many.
+/// The second status request, as long as all entries need. The caller's array is taken to hold `count` entries, and the
+/// list's count is not written (compatibility.md: status-count).
 vqsStatus readStatus(HANDLE handle, std::uint32_t code, std::uint32_t count, VqsPolicyStatus* entries) {
   const RuntimeBuffer memory{sizeof(PolicyStoreRequest) + sizeof(PolicyStatusEntry) * std::size_t{count}};
   if (!memory) return VQS_REQUEST_FAILED;
@@ -100,11 +105,13 @@ vqsStatus status(HANDLE handle, VqsPolicyStore store, RuntimeBuffer& memory, Vqs
   request.countOnly = 1;
   if (sendSame(handle, codes->modify, request) != VQS_SUCCESS) return VQS_REQUEST_FAILED;
   const std::uint32_t count = request.policyCount;
+  // The list's count keeps what it held (compatibility.md: status-empty-store).
   if (count == 0) return VQS_SUCCESS;
   if (list->countOnly != 0) {
     list->count = count;
     return VQS_SUCCESS;
   }
+  // Needed only when there is something to write (compatibility.md: missing-array).
   if (list->entries == nullptr) return VQS_REQUEST_FAILED;
   memory.reset();
   return readStatus(handle, codes->modify, count, list->entries);

@@ -37,12 +37,13 @@ struct PolicyStoreArguments {
   std::uint64_t version = 0;
 };
 
-/// Carries out one operation on one store: VQS_SUCCESS, VQS_REQUEST_FAILED (memory included) or
-/// VQS_INVALID_PARAMETER.
+/// Carries out one operation on one store: VQS_SUCCESS, VQS_REQUEST_FAILED or VQS_INVALID_PARAMETER. Without memory for
+/// the request it is VQS_REQUEST_FAILED (compatibility.md: request-memory).
 vqsStatus policyStoreRequest(HANDLE handle, std::int32_t operation, VqsPolicyStore store,
                              const PolicyStoreArguments& arguments);
 
-/// Asks for one policy by id or priority. The destination, zero-filled, is the answer's buffer whatever the result.
+/// Asks for one policy by id or by priority, which the request does not tell apart (compatibility.md: lookup-key). The
+/// store is not checked (compatibility.md: lookup-store). The driver answers into the zero-filled destination.
 vqsStatus policyLookup(HANDLE handle, std::uint32_t key, VqsPackedPolicy& destination, VqsPolicyStore store);
 
 /// First request of a read: how many policies the store holds.

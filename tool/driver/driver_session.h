@@ -23,8 +23,8 @@ void useLibrary(const Context& context);
 /// the driver cannot be opened.
 void withDriver(const Context& context, const std::function<void(const Session&)>& work);
 
-/// The driver's session for what can be had without a driver, too: null when there is none. Where the driver to use was
-/// named, it has to be there.
+/// A session for work that can also be done without a driver: null when there is none. Throws a Failure when the user
+/// has named a driver to use and it is not there.
 Session openIfThere(const Context& context);
 
 }  // namespace tool

@@ -62,7 +62,7 @@ std::vector<std::uint32_t> readOverrideKeyIds(const Session& session) {
   const std::string what = "the keys that can be overridden cannot be read";
   std::uint32_t size = 0;
   require(vqsGetInputOverrideKeyList(session.get(), nullptr, &size, 1), what);
-  // The list is not bounded by what was asked for: the driver says its size anew.
+  // The driver decides anew how much it writes: the second call is not bounded by the size from the first.
   std::vector<std::uint32_t> ids(kMostOverrideKeys);
   if (size > ids.size() * sizeof(std::uint32_t))
     throw Failure{fmt::format("{}: the driver's list has {} bytes", what, size)};

@@ -32,7 +32,7 @@ OverrideKey readOverrideKeyNamed(const Session& session, const std::string& idOr
 /// A value that an input can take. Throws a UsageError that names the range.
 std::int64_t parseOverrideValue(const OverrideKey& key, const std::string& text);
 
-/// Sets an input's value, or lets it go.
+/// Overrides an input with a value, or ends the override.
 void setOverride(const Session& session, const OverrideKey& key, std::int64_t value);
 void liftOverride(const Session& session, const OverrideKey& key);
 

@@ -54,7 +54,7 @@ std::vector<VqsPolicyV2> readPolicies(const Session& session, const Store& store
   auto* list = new (buffer.data())
       VqsPolicyListV2{.structureVersion = 2, .count = static_cast<std::uint32_t>(policies.size()), .size = size};
   const vqsStatus status = vqsPbGetPoliciesV2(session.get(), list, store.id);
-  // The library refuses a capacity that is too small by now.
+  // When the store has grown since it was counted, the library refuses the capacity.
   if (status == VQS_INVALID_PARAMETER)
     throw Failure{fmt::format("the {} store changed while it was read: try again", store.title)};
   requireRead(status, store);

@@ -49,8 +49,8 @@ const LogCalls& callsOf(LogGeneration generation) {
 
 std::string describeKey(const vqs::KeyRow& key) { return fmt::format("{} ({})", key.name, key.id); }
 
-/// A log is walked as far as each key occurs once: its area is as large as that at least, but the iterator does not
-/// know where it ends.
+/// A walk stops after as many records as there are keys. The log area is at least that long, but the iterator does not
+/// know where it ends and would go on behind it.
 class LogWalk {
  public:
   LogWalk(const LogCalls& calls, const KeyTable& table, QtfLogKVIter* iterator)

@@ -23,7 +23,7 @@ constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
   throw Failure{fmt::format("{} cannot be read: {}", path, systemMessage(error))};
 }
 
-/// What can be told without opening the file; opening a pipe would wait for its other end.
+/// Checks what can be checked without opening the file: opening a pipe would wait for its other end.
 void requireRegularFile(const std::string& path) {
   const auto kind = platform::fileKind(path);
   if (kind == platform::FileKind::folder) failToRead(path, EISDIR);
@@ -65,7 +65,7 @@ void requireContent(const std::vector<std::byte>& bytes, const std::string& path
   if (bytes.empty()) throw Failure{fmt::format("{} is empty, a policy binary is not", path)};
 }
 
-/// As much of a policy binary as its head can need.
+/// Reads as much of a policy binary as its head says that its policies can take.
 std::vector<std::byte> readBinaryBytes(const std::string& path) {
   Source source{path};
   std::vector<std::byte> bytes;

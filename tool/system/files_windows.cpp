@@ -65,7 +65,7 @@ bool isOneOf(DWORD error, const std::array<DWORD, size>& errors) {
   return std::ranges::find(errors, error) != errors.end();
 }
 
-/// What file systems answer, of networks above all, that do not know a function.
+/// The errors with which file systems, of networks above all, answer a function that they do not have.
 constexpr std::array<DWORD, 4> kUnknownFunction = {ERROR_INVALID_FUNCTION, ERROR_NOT_SUPPORTED, ERROR_INVALID_PARAMETER,
                                                    ERROR_CALL_NOT_IMPLEMENTED};
 
@@ -73,7 +73,7 @@ constexpr std::array<DWORD, 4> kUnknownFunction = {ERROR_INVALID_FUNCTION, ERROR
 constexpr std::array<DWORD, 4> kNotReplaced = {ERROR_UNABLE_TO_REMOVE_REPLACED, ERROR_UNABLE_TO_MOVE_REPLACEMENT,
                                                ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, ERROR_FILE_NOT_FOUND};
 
-/// Whoever finds the file in its place after a loss of power shall find all of it.
+/// Writes the file to the disk before it is put in its place, so that it is complete there even after a loss of power.
 DWORD store(const std::wstring& path) {
   const OpenFile file{path, GENERIC_WRITE};
   const DWORD error = errorOf(file && FlushFileBuffers(file.get()));

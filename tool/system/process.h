@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-/// What differs between systems, but for files and the driver: platform_posix.cpp and platform_windows.cpp hold the
+/// What differs between systems, except for files and the driver: process_posix.cpp and process_windows.cpp hold the
 /// same functions. Arguments are UTF-8, or on POSIX systems whatever bytes the user typed.
 namespace tool::platform {
 

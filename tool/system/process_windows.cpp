@@ -17,7 +17,7 @@
 namespace tool::platform {
 namespace {
 
-/// Invalid for a stream that the process was started without.
+/// The stream's handle; no valid one when the process was started without the stream.
 HANDLE handleOf(std::FILE* stream) { return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream))); }
 
 bool isConsole(HANDLE handle) {
