@@ -11,13 +11,10 @@
 #include "tool/terminal/text.h"
 
 namespace tool {
-namespace {
 
 bool isKey(const NamedKey& key, const std::string& idOrName) {
   return isDecimal(idOrName) ? key.id == parseNumber<std::uint32_t>(idOrName) : folded(key.name) == folded(idOrName);
 }
-
-}  // namespace
 
 std::size_t findKey(const std::vector<NamedKey>& keys, const std::string& idOrName, const std::string& expected) {
   const auto found = std::ranges::find_if(keys, [&](const auto& key) { return isKey(key, idOrName); });

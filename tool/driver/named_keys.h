@@ -14,6 +14,9 @@ struct NamedKey {
   std::string name;
 };
 
+/// True when a key is meant: its id, or its name whatever its case.
+bool isKey(const NamedKey& key, const std::string& idOrName);
+
 /// Where the key of that id, or of that name whatever its case, stands. Throws a UsageError that suggests the nearest
 /// name: "<what was typed> is not <what it should be>".
 std::size_t findKey(const std::vector<NamedKey>& keys, const std::string& idOrName, const std::string& expected);

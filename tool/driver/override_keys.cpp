@@ -11,6 +11,7 @@
 
 #include <vqs/platform.h>
 #include <vqs/telemetry.h>
+#include "format/telemetry/keys.h"
 #include "tool/driver/named_keys.h"
 #include "tool/terminal/errors.h"
 #include "tool/terminal/numbers.h"
@@ -70,12 +71,7 @@ std::vector<std::uint32_t> readOverrideKeyIds(const Session& session) {
   return ids;
 }
 
-OverrideKey readOverrideKey(const Session& session, std::uint32_t id) {
-  const auto what = fmt::format("key {}, which can be overridden, cannot be read", id);
-  VqsOverrideMetadata metadata{};
-  require(vqsGetInputOverrideKeyMetadata(session.get(), id, &metadata), what);
-  VqsOverrideValue value{};
-  require(vqsGetInputOverrideKeyValue(session.get(), id, &value), what);
+OverrideKey toOverrideKey(std::uint32_t id, const VqsOverrideMetadata& metadata, const VqsOverrideValue& value) {
   const auto type = numberAt<std::uint32_t>(metadata.data, kTypeField);
   const auto wordAt = [&](std::size_t field) { return meaningOf(numberAt<std::uint32_t>(metadata.data, field), type); };
   std::array<char, kNameLength> name{};
@@ -87,6 +83,34 @@ OverrideKey readOverrideKey(const Session& session, std::uint32_t id) {
           .name = fromLatin1(name),
           .value = meaningOf(numberAt<std::uint32_t>(value.data, kValueField), type),
           .overridden = numberAt<std::uint32_t>(value.data, kOverriddenField) != 0};
+}
+
+OverrideKey readOverrideKey(const Session& session, std::uint32_t id) {
+  const auto what = fmt::format("key {}, which can be overridden, cannot be read", id);
+  VqsOverrideMetadata metadata{};
+  require(vqsGetInputOverrideKeyMetadata(session.get(), id, &metadata), what);
+  VqsOverrideValue value{};
+  require(vqsGetInputOverrideKeyValue(session.get(), id, &value), what);
+  return toOverrideKey(id, metadata, value);
+}
+
+/// Inputs have the ids and names of telemetry keys, as far as is known.
+std::optional<std::uint32_t> likelyId(const std::string& idOrName) {
+  const auto found = std::ranges::find_if(
+      vqs::kKVKeys, [&](const auto& key) { return isKey({.id = key.id, .name = key.name}, idOrName); });
+  return found != vqs::kKVKeys.end() ? std::optional{found->id} : std::nullopt;
+}
+
+/// The input that is probably meant, without asking for all; nothing when it is another one, or none.
+std::optional<OverrideKey> readLikelyKey(const Session& session, const std::string& idOrName) {
+  const auto id = likelyId(idOrName);
+  VqsOverrideMetadata metadata{};
+  VqsOverrideValue value{};
+  if (!id || vqsGetInputOverrideKeyMetadata(session.get(), *id, &metadata) != VQS_SUCCESS ||
+      vqsGetInputOverrideKeyValue(session.get(), *id, &value) != VQS_SUCCESS)
+    return std::nullopt;
+  auto key = toOverrideKey(*id, metadata, value);
+  return isKey({.id = key.key, .name = key.name}, idOrName) ? std::optional{std::move(key)} : std::nullopt;
 }
 
 /// Decimal, or the 32 bits in hexadecimal.
@@ -104,7 +128,9 @@ std::vector<OverrideKey> readOverrideKeys(const Session& session) {
   return keys;
 }
 
-const OverrideKey& overrideKeyNamed(const std::vector<OverrideKey>& keys, const std::string& idOrName) {
+OverrideKey readOverrideKeyNamed(const Session& session, const std::string& idOrName) {
+  if (auto key = readLikelyKey(session, idOrName)) return std::move(*key);
+  const auto keys = readOverrideKeys(session);
   std::vector<NamedKey> names;
   names.reserve(keys.size());
   for (const auto& key : keys) names.push_back({.id = key.key, .name = key.name});

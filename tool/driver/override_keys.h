@@ -27,7 +27,7 @@ struct OverrideKey {
 std::vector<OverrideKey> readOverrideKeys(const Session& session);
 
 /// The input of that id, or of that name whatever its case. Throws a UsageError that suggests the nearest name.
-const OverrideKey& overrideKeyNamed(const std::vector<OverrideKey>& keys, const std::string& idOrName);
+OverrideKey readOverrideKeyNamed(const Session& session, const std::string& idOrName);
 
 /// A value that an input can take. Throws a UsageError that names the range.
 std::int64_t parseOverrideValue(const OverrideKey& key, const std::string& text);

@@ -53,7 +53,7 @@ void addFeatures(CLI::App& parent, Context& context) {
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON with the driver's own bytes instead of a table");
   addOutputOption(command, context);
-  command.footer("What a feature's value counts is the driver's affair.");
+  command.footer("The driver decides what a feature's value counts.");
   command.callback([&context, json] { showFeatures(context, *json); });
 }
 

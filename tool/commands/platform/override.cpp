@@ -46,6 +46,10 @@ std::string overridesAsText(const std::vector<OverrideKey>& keys) {
   return table.render();
 }
 
+std::string list(const std::vector<OverrideKey>& keys, bool json) {
+  return json ? overridesAsJson(keys) : overridesAsText(keys);
+}
+
 std::string lift(const Session& session, const OverrideKey& key) {
   liftOverride(session, key);
   return fmt::format("{} {} overridden.\n", printable(key.name), key.overridden ? "is no longer" : "was not");
@@ -58,14 +62,11 @@ std::string set(const Session& session, const OverrideKey& key, const std::strin
 }
 
 std::string workOnOverrides(const Session& session, const OverrideArguments& arguments) {
-  auto keys = readOverrideKeys(session);
-  if (arguments.key) {
-    const auto key = overrideKeyNamed(keys, *arguments.key);
-    if (arguments.clear) return lift(session, key);
-    if (arguments.value) return set(session, key, *arguments.value);
-    keys = {key};
-  }
-  return arguments.json ? overridesAsJson(keys) : overridesAsText(keys);
+  if (!arguments.key) return list(readOverrideKeys(session), arguments.json);
+  const auto key = readOverrideKeyNamed(session, *arguments.key);
+  if (arguments.clear) return lift(session, key);
+  if (arguments.value) return set(session, key, *arguments.value);
+  return list({key}, arguments.json);
 }
 
 void runOverride(Context& context, const OverrideArguments& arguments) {
