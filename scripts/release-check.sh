@@ -48,7 +48,7 @@ check() { # release
   echo "$1: running every test ..."
   in_root "$root" scripts/test.sh >>"$log" 2>&1 || result=failed
   {
-    echo "$1, commit $(git rev-parse --short HEAD), $(date -u +%F): $result"
+    echo "$1, commit $(git -C "$root/source" rev-parse --short HEAD), $(date -u +%F): $result"
     versions "$root"
     sed -n '/tests passed\|tests failed\|Total Test time\|The following tests/,$p' "$log"
   } >"$report"
