@@ -11,6 +11,17 @@ namespace vqs {
 namespace {
 
 constexpr std::size_t kKeyIdSize = 4;
+constexpr std::size_t kWordSize = 4;
+
+template <std::size_t N>
+constexpr std::array<bool, N> oneWord(const std::array<std::int32_t, N>& valueSizes) {
+  std::array<bool, N> result{};
+  for (std::size_t i = 0; i < N; ++i) result[i] = valueSizes[i] == kWordSize;
+  return result;
+}
+
+constexpr auto kKVOneWord = oneWord(kKVValueSizes);
+constexpr auto kExKVOneWord = oneWord(kExKVValueSizes);
 
 const std::uint8_t* areaOf(const QtfLogKV& log) { return reinterpret_cast<const std::uint8_t*>(log.area); }
 
@@ -23,10 +34,16 @@ std::uint32_t currentKey(const QtfLogKVIter& iterator) {
 
 /// The generations differ in the number of keys and in the sizes of their values, which are indexed by key id.
 template <std::size_t N>
-vqsStatus next(QtfLogKVIter* iterator, const std::array<std::int32_t, N>& valueSizes) {
+vqsStatus next(QtfLogKVIter* iterator, const std::array<std::int32_t, N>& valueSizes,
+               const std::array<bool, N>& isOneWord) {
   if (iterator == nullptr) return VQS_INVALID_PARAMETER;
   const std::uint32_t key = currentKey(*iterator);
   if (key == 0 || key >= N) return VQS_REQUEST_FAILED;
+  // Most values are one word. A processor that guesses so is at the next record before it knows this one's key.
+  if (isOneWord[key]) [[likely]] {
+    iterator->cursor += kKeyIdSize + kWordSize;
+    return VQS_SUCCESS;
+  }
   iterator->cursor += kKeyIdSize + static_cast<std::size_t>(valueSizes[key]);
   return VQS_SUCCESS;
 }
@@ -88,9 +105,9 @@ vqsStatus VQS_CALL vqsResetQTFLogKVIter(QtfLogKV* log, QtfLogKVIter* iterator) {
   return VQS_SUCCESS;
 }
 
-vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator) { return next(iterator, kKVValueSizes); }
+vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator) { return next(iterator, kKVValueSizes, kKVOneWord); }
 
-vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) { return next(iterator, kExKVValueSizes); }
+vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) { return next(iterator, kExKVValueSizes, kExKVOneWord); }
 
 vqsStatus VQS_CALL vqsDoneQTFLogKVIter(const QtfLogKVIter* iterator, uint8_t* done) {
   return isDone(iterator, done, VQS_LOG_KV_KEYS);
