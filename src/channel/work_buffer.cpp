@@ -6,6 +6,7 @@
 namespace vqs {
 
 void* RuntimeMemory::allocate(std::size_t size) { return std::calloc(1, size); }
+void* UnclearedMemory::allocate(std::size_t size) { return std::malloc(size); }
 void RuntimeMemory::release(void* memory) { std::free(memory); }
 
 }  // namespace vqs

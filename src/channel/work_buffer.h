@@ -23,13 +23,20 @@ struct RuntimeMemory {
   static void release(void* memory);
 };
 
+/// The runtime's allocator, for memory that is written before it is read.
+struct UnclearedMemory {
+  static void* allocate(std::size_t size);
+  static void release(void* memory) { RuntimeMemory::release(memory); }
+};
+
 /// The process heap, shared by every module of the process.
 struct ProcessHeapMemory {
   static void* allocate(std::size_t size) { return HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, size); }
   static void release(void* memory) { HeapFree(GetProcessHeap(), 0, memory); }
 };
 
-/// Zero-filled memory of one call, released with its scope. False when it could not be allocated.
+/// Memory of one call, zero-filled but for that of UnclearedMemory, released with its scope. False when it could not be
+/// allocated.
 template <class Memory>
 class WorkBuffer {
  public:
@@ -68,6 +75,7 @@ class WorkBuffer {
 };
 
 using RuntimeBuffer = WorkBuffer<RuntimeMemory>;
+using UnclearedBuffer = WorkBuffer<UnclearedMemory>;
 using ProcessHeapBuffer = WorkBuffer<ProcessHeapMemory>;
 
 /// One zero-filled record in memory of its own. False when it could not be allocated.

@@ -19,14 +19,14 @@ vqsStatus deleteFromSession(QtfSession* session, std::uint32_t id, std::uint32_t
 /// do not check: without a result nothing is added, without a policy the add fails.
 vqsStatus replacePolicy(HANDLE handle, std::uint32_t id, VqsPolicyV0* policy, std::uint32_t* driverResult,
                         VqsPolicyStore store) {
-  const HeapRecord<PackedPolicy> packed;
-  if (!packed) return VQS_OUT_OF_MEMORY;
-  const vqsStatus deleted = deleteFromStore(handle, store, id, driverResult);
+  const HeapRecord<PolicyStoreRequest> request;
+  if (!request) return VQS_OUT_OF_MEMORY;
+  const vqsStatus deleted = deleteFromStore(handle, store, id, driverResult, *request);
   // Written into the caller's record even if the delete failed (compatibility.md: replace-id-written).
   if (policy != nullptr) policy->id = id;
   if (deleted != VQS_SUCCESS || driverResult == nullptr || *driverResult != 0) return deleted;
-  if (!packPolicyV0(policy, packed.get(), kRuntimeText)) return VQS_REQUEST_FAILED;
-  return addToStore(handle, store, *packed, *driverResult);
+  if (!packPolicyV0(policy, &request->policy, kRuntimeText)) return VQS_REQUEST_FAILED;
+  return addToStore(handle, store, *request, *driverResult);
 }
 
 vqsStatus replaceSessionChecked(QtfSession* session, std::uint32_t id, VqsPolicyV0* policy, std::uint32_t* driverResult,
@@ -70,11 +70,11 @@ vqsStatus VQS_CALL vqsBalanceProfileReplacePolicy(QtfSession* session, uint32_t 
 vqsStatus VQS_CALL vqsPbReplacePolicyV2(QtfSession* session, uint32_t id, const VqsVersionedPolicy* record,
                                         uint64_t size, uint32_t* driverResult, VqsPolicyStore store) {
   if (!isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const ProcessHeapRecord<PackedPolicy> packed;
-  if (!packed) return VQS_OUT_OF_MEMORY;
+  const ProcessHeapRecord<PolicyStoreRequest> request;
+  if (!request) return VQS_OUT_OF_MEMORY;
   // The policy is added under the record's own id, not under the argument (compatibility.md: replace-v2-id).
-  if (!packVersionedPolicy(*record, size, *packed, kRuntimeText)) return VQS_REQUEST_FAILED;
+  if (!packVersionedPolicy(*record, size, request->policy, kRuntimeText)) return VQS_REQUEST_FAILED;
   const vqsStatus deleted = deleteFromStore(session->handle, store, id, driverResult);
   if (deleted != VQS_SUCCESS || *driverResult != 0) return deleted;
-  return addToStore(session->handle, store, *packed, *driverResult);
+  return addToStore(session->handle, store, *request, *driverResult);
 }

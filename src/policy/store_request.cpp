@@ -17,12 +17,27 @@ std::span<PackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
   return {reinterpret_cast<PackedPolicy*>(&buffer + 1), buffer.count};
 }
 
+/// Whether there would be memory for a request that its caller has memory for, or that is not sent: without it the call
+/// fails like one that needs it (compatibility.md: request-memory).
+bool isThereMemory() { return static_cast<bool>(UnclearedBuffer{sizeof(PolicyStoreRequest)}); }
+
 /// Sends a request whose answer holds the driver's own result. When the request fails, `driverResult` receives
 /// VQS_DRIVER_RESULT_REQUEST_FAILED.
 vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t& driverResult) {
   const vqsStatus result = sendSame(handle, code, request);
   driverResult = result == VQS_SUCCESS ? request.result : 1;
   return result;
+}
+
+vqsStatus sendDelete(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult,
+                     PolicyStoreRequest& request) {
+  const auto codes = policyStoreCodes(store);
+  if (!codes) return VQS_INVALID_PARAMETER;
+  request.operation = kStoreDelete;
+  request.policy.id = id;
+  // The answer is the driver's result alone, four bytes that the driver writes into the caller's word. A null one is
+  // for the driver to refuse (compatibility.md: unchecked-output).
+  return sendSplit(handle, codes->modify, request, driverResult);
 }
 
 void copyStatus(const PolicyStatusEntry& entry, VqsPolicyStatus& status) {
@@ -62,9 +77,7 @@ std::optional<PolicyStoreCodes> policyStoreCodes(VqsPolicyStore store) {
 }
 
 vqsStatus readStore(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer) {
-  // Not sent: with it, memory runs out where it always has.
-  const HeapRecord<PolicyStoreRequest> unsent;
-  if (!unsent) return VQS_REQUEST_FAILED;
+  if (!isThereMemory()) return VQS_REQUEST_FAILED;
   const HeapRecord<PolicyFetchRequest> request;
   if (!request) return VQS_REQUEST_FAILED;
   const auto codes = policyStoreCodes(store);
@@ -78,26 +91,27 @@ vqsStatus readStore(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffe
   return fetchPolicies(handle, codes->read, *request, policiesOf(buffer));
 }
 
-vqsStatus addToStore(HANDLE handle, VqsPolicyStore store, const PackedPolicy& policy, std::uint32_t& driverResult) {
-  const HeapRecord<PolicyStoreRequest> request;
-  if (!request) return VQS_REQUEST_FAILED;
+vqsStatus addToStore(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request, std::uint32_t& driverResult) {
+  if (!isThereMemory()) return VQS_REQUEST_FAILED;
   const auto codes = policyStoreCodes(store);
   if (!codes) return VQS_INVALID_PARAMETER;
-  request->operation = kStoreAdd;
-  request->policy = policy;
-  return sendForVerdict(handle, codes->modify, *request, driverResult);
+  request.operation = kStoreAdd;
+  return sendForVerdict(handle, codes->modify, request, driverResult);
 }
 
 vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult) {
   const HeapRecord<PolicyStoreRequest> request;
   if (!request) return VQS_REQUEST_FAILED;
-  const auto codes = policyStoreCodes(store);
-  if (!codes) return VQS_INVALID_PARAMETER;
-  request->operation = kStoreDelete;
-  request->policy.id = id;
-  // The answer is the driver's result alone, four bytes that the driver writes into the caller's word. A null one is
-  // for the driver to refuse (compatibility.md: unchecked-output).
-  return sendSplit(handle, codes->modify, *request, driverResult);
+  return sendDelete(handle, store, id, driverResult, *request);
+}
+
+vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult,
+                          PolicyStoreRequest& request) {
+  if (!isThereMemory()) return VQS_REQUEST_FAILED;
+  const vqsStatus result = sendDelete(handle, store, id, driverResult, request);
+  request.operation = 0;
+  request.policy.id = 0;
+  return result;
 }
 
 vqsStatus resetStore(HANDLE handle, VqsPolicyStore store) {

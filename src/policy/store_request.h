@@ -28,10 +28,15 @@ std::optional<PolicyStoreCodes> policyStoreCodes(VqsPolicyStore store);
 /// holds more is VQS_INVALID_PARAMETER.
 vqsStatus readStore(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer);
 
-vqsStatus addToStore(HANDLE handle, VqsPolicyStore store, const PackedPolicy& policy, std::uint32_t& driverResult);
+/// Adds the policy that stands in an otherwise empty request, which holds the driver's answer afterwards.
+vqsStatus addToStore(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request, std::uint32_t& driverResult);
 
 /// The driver's result goes straight to the caller, who may have no place for it.
 vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult);
+
+/// The same with an empty request of the caller's, which is empty again afterwards.
+vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult,
+                          PolicyStoreRequest& request);
 
 vqsStatus resetStore(HANDLE handle, VqsPolicyStore store);
 

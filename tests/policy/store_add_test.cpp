@@ -189,7 +189,7 @@ TEST_P(AddPolicyV2, packs_into_the_process_heap) {
   WindowsCalls calls;
   EXPECT_EQ(add(valid), 0U);
   ASSERT_EQ(calls.of("HeapAlloc").size(), 1U);
-  EXPECT_TRUE(calls.of("HeapAlloc")[0].ends_with(", 3972)")) << calls.of("HeapAlloc")[0];
+  EXPECT_TRUE(calls.of("HeapAlloc")[0].ends_with(", 4000)")) << calls.of("HeapAlloc")[0];
   EXPECT_EQ(calls.of("HeapFree").size(), 1U);
 }
 

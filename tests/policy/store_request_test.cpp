@@ -20,7 +20,7 @@ vqs::PackedPolicy packedPolicy(const Bytes& bytes) {
 
 /// What requests take, and may write to.
 struct RequestArguments {
-  vqs::PackedPolicy policy{};
+  vqs::PolicyStoreRequest request{};
   vqs::PolicyReadBuffer buffer{.countOnly = 1, .reserved0 = {}, .count = 9};
   VqsPolicyStatusList list{};
   std::uint32_t driverResult = kPoisonWord;
@@ -44,7 +44,7 @@ std::span<const NamedRequest> allRequests() {
                   RequestArguments& arguments) { return vqs::readStore(handle, store, arguments.buffer); }},
       {"add",
        [](HANDLE handle, VqsPolicyStore store, RequestArguments& arguments) {
-         return vqs::addToStore(handle, store, arguments.policy, arguments.driverResult);
+         return vqs::addToStore(handle, store, arguments.request, arguments.driverResult);
        }},
       {"delete",
        [](HANDLE handle, VqsPolicyStore store, RequestArguments& arguments) {
@@ -63,9 +63,12 @@ class StoreRequest : public EveryStore {
   vqsStatus read(Bytes& buffer) {
     return vqs::readStore(session->handle, store().number, *reinterpret_cast<vqs::PolicyReadBuffer*>(buffer.data()));
   }
-  vqsStatus add() { return vqs::addToStore(session->handle, store().number, policy, driverResult); }
+  vqsStatus add() {
+    vqs::PolicyStoreRequest request{};
+    request.policy = packedPolicy(packedRecord(fullPolicy(1)));
+    return vqs::addToStore(session->handle, store().number, request, driverResult);
+  }
 
-  vqs::PackedPolicy policy = packedPolicy(packedRecord(fullPolicy(1)));
   std::uint32_t driverResult = kPoisonWord;
 };
 
