@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <algorithm>
 #include <concepts>
 #include <cstddef>
-#include <cstring>
 #include <span>
+#include <type_traits>
+
+#include "format/bytes.h"
 
 namespace vqs {
 
@@ -16,7 +17,14 @@ class FixedBytes {
   template <std::size_t offset, std::integral T>
   void read(T& value) const {
     static_assert(offset + sizeof(T) <= N);
-    std::memcpy(&value, bytes_.data() + offset, sizeof(T));
+    copyBytes(&value, bytes_.data() + offset, sizeof(T));
+  }
+
+  /// All of them are one record.
+  template <class Record>
+  void copy(Record& record) const {
+    static_assert(sizeof(Record) == N && std::is_trivially_copyable_v<Record>);
+    copyBytes(&record, bytes_.data(), N);
   }
 
  private:
@@ -41,7 +49,7 @@ class ByteReader {
   bool take(T& value) {
     std::span<const std::byte> field;
     if (!take(sizeof(T), field)) return false;
-    std::memcpy(&value, field.data(), sizeof(T));
+    copyBytes(&value, field.data(), sizeof(T));
     return true;
   }
 
@@ -52,15 +60,6 @@ class ByteReader {
 
   /// Bytes that are left.
   [[nodiscard]] std::size_t size() const { return rest_.size(); }
-
-  /// Fills the front of an array; false when the field is longer than the array or the rest of the file.
-  template <class T, std::size_t N>
-  bool take(std::size_t size, T (&array)[N]) {
-    std::span<const std::byte> field;
-    if (size > sizeof(array) || !take(size, field)) return false;
-    std::memcpy(array, field.data(), size);
-    return true;
-  }
 
  private:
   std::span<const std::byte> rest_;
@@ -73,8 +72,20 @@ class ByteWriter {
 
   bool put(std::span<const std::byte> field) {
     if (rest_.size() < field.size()) return false;
-    std::memcpy(rest_.data(), field.data(), field.size());
+    copyBytes(rest_.data(), field.data(), field.size());
     rest_ = rest_.subspan(field.size());
+    return true;
+  }
+
+  /// Appends a text up to its first zero unit, behind its size; false for a text without one, too.
+  template <class Unit>
+  bool putTerminated(std::span<const std::byte> text) {
+    std::uint32_t size = 0;
+    if (rest_.size() < sizeof(size)) return false;
+    size = static_cast<std::uint32_t>(copyTerminated<Unit>(rest_.subspan(sizeof(size)), text));
+    if (size == 0) return false;
+    copyBytes(rest_.data(), &size, sizeof(size));
+    rest_ = rest_.subspan(sizeof(size) + size);
     return true;
   }
 

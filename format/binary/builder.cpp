@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "format/binary/record_view.h"
+#include "format/bytes.h"
 #include "format/cursor.h"
 
 namespace vqs {
@@ -17,27 +18,31 @@ constexpr std::uint64_t kCountedActionCount = 4;
 constexpr std::size_t kTextOverhead = 5;
 constexpr std::size_t kActionSize = 23;
 
-/// False when a list is longer than a policy can hold, or when a text has no zero up to the end of the record. Other
-/// things that readers refuse are written (compatibility.md: unreadable-binary).
-bool canBeWritten(const PackedPolicy& policy, const PackedPolicyView& view) {
-  if (policy.conditionCount > VQS_POLICY_MAX_CONDITIONS || policy.textCount > VQS_POLICY_MAX_TEXTS ||
-      policy.actionCount > VQS_POLICY_MAX_ACTIONS)
+/// Readers refuse other things too, which are written (compatibility.md: unreadable-binary).
+bool hasPossibleCounts(const PackedPolicy& policy) {
+  return policy.conditionCount <= VQS_POLICY_MAX_CONDITIONS && policy.textCount <= VQS_POLICY_MAX_TEXTS &&
+         policy.actionCount <= VQS_POLICY_MAX_ACTIONS;
+}
+
+/// Adds the size of a text with its terminating zero; false when it has none.
+template <class Unit>
+bool addTerminated(std::uint64_t& size, std::span<const std::byte> text) {
+  const std::size_t terminated = (unitsBeforeZero<Unit>(text) + 1) * sizeof(Unit);
+  size += terminated;
+  return terminated <= text.size();
+}
+
+/// Adds what a policy counts for in the file's size; false when it cannot be written.
+bool addCounted(std::uint64_t& size, const PackedPolicy& policy) {
+  const PackedPolicyView view{policy};
+  if (!hasPossibleCounts(policy) || !addTerminated<VqsChar16>(size, view.name()) ||
+      !addTerminated<char>(size, view.description()))
     return false;
-  if (view.name().empty() || view.description().empty()) return false;
   for (std::size_t i = 0; i < policy.textCount; ++i)
-    if (view.text(i).empty()) return false;
+    if (!addTerminated<VqsChar16>(size, view.text(i))) return false;
+  size += kCountedScalars + kCountedActionCount + sizeof(VqsPolicyCondition) * policy.conditionCount +
+          kTextOverhead * policy.textCount + kActionSize * policy.actionCount;
   return true;
-}
-
-std::uint64_t countedEntrySize(const PackedPolicy& policy, const PackedPolicyView& view) {
-  std::uint64_t size = view.name().size() + view.description().size() + kCountedScalars + kCountedActionCount;
-  size += sizeof(VqsPolicyCondition) * std::uint64_t{policy.conditionCount};
-  for (std::size_t i = 0; i < policy.textCount; ++i) size += view.text(i).size() + kTextOverhead;
-  return size + kActionSize * std::uint64_t{policy.actionCount};
-}
-
-bool putText(ByteWriter& writer, std::span<const std::byte> text) {
-  return writer.put(static_cast<std::uint32_t>(text.size())) && writer.put(text);
 }
 
 bool putScalars(ByteWriter& writer, const PackedPolicy& policy) {
@@ -52,7 +57,7 @@ bool putConditions(ByteWriter& writer, const PackedPolicy& policy) {
 
 bool putTexts(ByteWriter& writer, const PackedPolicy& policy, const PackedPolicyView& view) {
   for (std::size_t i = 0; i < policy.textCount; ++i)
-    if (!putText(writer, view.text(i)) || !writer.put(policy.texts[i].flag)) return false;
+    if (!writer.putTerminated<VqsChar16>(view.text(i)) || !writer.put(policy.texts[i].flag)) return false;
   return true;
 }
 
@@ -69,9 +74,10 @@ bool putActions(ByteWriter& writer, const PackedPolicy& policy) {
 
 bool putPolicy(ByteWriter& writer, const PackedPolicy& policy) {
   const PackedPolicyView view{policy};
-  return canBeWritten(policy, view) && putText(writer, view.name()) && putText(writer, view.description()) &&
-         putScalars(writer, policy) && putConditions(writer, policy) && putTexts(writer, policy, view) &&
-         writer.put(policy.actionCount) && putActions(writer, policy);
+  return hasPossibleCounts(policy) && writer.putTerminated<VqsChar16>(view.name()) &&
+         writer.putTerminated<char>(view.description()) && putScalars(writer, policy) &&
+         putConditions(writer, policy) && putTexts(writer, policy, view) && writer.put(policy.actionCount) &&
+         putActions(writer, policy);
 }
 
 bool putHeader(ByteWriter& writer, std::uint32_t policyCount, BinaryVersions versions) {
@@ -83,11 +89,8 @@ bool putHeader(ByteWriter& writer, std::uint32_t policyCount, BinaryVersions ver
 
 std::uint64_t policyBinarySize(std::span<const PackedPolicy> policies) {
   std::uint64_t size = policies.empty() ? 0 : kHeaderSize;
-  for (const auto& policy : policies) {
-    const PackedPolicyView view{policy};
-    if (!canBeWritten(policy, view)) return 0;
-    size += countedEntrySize(policy, view);
-  }
+  for (const auto& policy : policies)
+    if (!addCounted(size, policy)) return 0;
   return size;
 }
 

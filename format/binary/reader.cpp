@@ -2,151 +2,158 @@
 #include "format/binary/reader.h"
 
 #include <algorithm>
-#include <optional>
 
 #include <vqs/policy_binary_records.h>
+#include "format/bytes.h"
 #include "format/cursor.h"
+#include "format/policy/conversion.h"
 
 namespace vqs {
 namespace {
 
-/// Upper bounds of what an entry may hold.
-struct EntryLimits {
-  std::uint32_t name;
-  std::uint32_t description;
-  std::uint32_t conditions;
-  std::uint32_t texts;
-  std::uint32_t textSize;
-  std::uint32_t actions;
+/// The fields of an entry between its description and its two counts.
+constexpr std::size_t kScalarsSize = 19;
+constexpr std::size_t kShortActionSize = 8;
+constexpr std::size_t kFullActionSize = 23;
+
+/// Where a policy goes that is only checked.
+struct Unkept {
+  void name(std::span<const std::byte> /*units*/) const {}
+  void narrowName(std::span<const std::byte> /*characters*/) const {}
+  void description(std::span<const std::byte> /*characters*/) const {}
+  void scalars(const FixedBytes<kScalarsSize>& /*fields*/) const {}
+  void conditionCount(std::uint32_t /*count*/) const {}
+  void condition(std::size_t /*index*/, const FixedBytes<sizeof(VqsPolicyCondition)>& /*fields*/) const {}
+  void textCount(std::uint32_t /*count*/) const {}
+  void text(std::size_t /*index*/, std::span<const std::byte> /*units*/) const {}
+  void narrowText(std::size_t /*index*/, std::span<const std::byte> /*characters*/) const {}
+  void textFlag(std::size_t /*index*/, std::uint8_t /*flag*/) const {}
+  void actionCount(std::uint32_t /*count*/) const {}
+  void action(std::size_t /*index*/, const FixedBytes<kShortActionSize>& /*fields*/) const {}
+  void action(std::size_t /*index*/, const FixedBytes<kFullActionSize>& /*fields*/) const {}
 };
 
-constexpr EntryLimits kRevision5Limits = {.name = sizeof(PackedPolicy::name),
-                                          .description = VQS_POLICY_DESCRIPTION_SIZE,
-                                          .conditions = VQS_POLICY_MAX_CONDITIONS,
-                                          .texts = VQS_POLICY_MAX_TEXTS,
-                                          .textSize = sizeof(PackedText::text),
-                                          .actions = VQS_POLICY_MAX_ACTIONS};
-
-/// In the older revisions a name is stored without its terminator, and a text's last stored byte counts as one.
-constexpr EntryLimits kOldLimits = {.name = VQS_POLICY_NAME_UNITS - 1,
-                                    .description = VQS_POLICY_DESCRIPTION_SIZE,
-                                    .conditions = VQS_POLICY_MAX_CONDITIONS,
-                                    .texts = VQS_POLICY_MAX_TEXTS,
-                                    .textSize = VQS_POLICY_TEXT_UNITS,
-                                    .actions = VQS_POLICY_MAX_ACTIONS};
-
-/// What differs between the revisions.
-struct EntryFormat {
-  EntryLimits limits;
-  /// names and texts in units of 16 bits
-  bool isWide;
-  /// only revision 4 has a flag behind an empty text (compatibility.md: empty-text-flag)
-  bool hasEmptyTextFlag;
-  bool hasFullActions;
-};
-
-template <class T>
-bool at(std::span<const std::byte> file, std::size_t offset, T& value) {
-  std::span<const std::byte> skipped;
-  ByteReader reader{file};
-  return reader.take(offset, skipped) && reader.take(value);
+/// Fills the front of an array, and never more than it holds.
+template <class T, std::size_t N>
+void fill(T (&array)[N], std::span<const std::byte> bytes) {
+  copyBytes(array, bytes.data(), std::min(bytes.size(), sizeof(array)));
 }
 
-template <class T>
-T valueAt(std::span<const std::byte> file, std::size_t offset) {
-  T value = 0;
-  static_cast<void>(at(file, offset, value));
-  return value;
+/// Fills the front of an array with 8-bit characters, as the older revisions have them.
+template <std::size_t N>
+void widen(VqsChar16 (&array)[N], std::span<const std::byte> characters) {
+  std::ranges::transform(characters.first(std::min(characters.size(), N)), array,
+                         [](std::byte character) { return VqsChar16(character); });
 }
 
-bool hasMagic(std::span<const std::byte> file) {
-  return file.size() >= kMagicOffset + kMagic.size() &&
-         std::ranges::equal(file.subspan(kMagicOffset, kMagic.size()), std::as_bytes(std::span{kMagic}));
-}
+/// Where a policy is kept: a zero-filled record with 16-bit texts and whole actions.
+template <class Policy>
+struct Kept {
+  Policy& policy;
 
-std::uint16_t revisionOf(std::span<const std::byte> file) { return valueAt<std::uint16_t>(file, kRevisionOffset); }
-
-bool isRevision5(std::span<const std::byte> file) { return revisionOf(file) == kRevision5; }
-
-bool isKnown(std::uint16_t revision) {
-  return revision == kRevision3 || revision == kRevision4 || revision == kRevision5;
-}
-
-std::size_t headerSizeOf(std::span<const std::byte> file) { return isRevision5(file) ? kHeaderSize : kOldHeaderSize; }
-std::size_t countOffsetOf(std::span<const std::byte> file) {
-  return isRevision5(file) ? kCountOffset : kOldCountOffset;
-}
-
-Defect countDefect(std::span<const std::byte> file) {
-  const std::size_t offset = countOffsetOf(file);
-  const auto count = valueAt<std::uint32_t>(file, offset);
-  const std::uint64_t room = (file.size() - headerSizeOf(file)) / kSmallestEntry;
-  if (count == 0) return {.kind = DefectKind::kNoPolicies, .offset = offset, .least = 1, .most = room};
-  if (count > room) return {.kind = DefectKind::kNoRoom, .offset = offset, .value = count, .least = 1, .most = room};
-  if (isRevision5(file) && count > VQS_POLICY_BINARY_MAX_POLICIES)
-    return {.kind = DefectKind::kTooManyPolicies,
-            .offset = offset,
-            .value = count,
-            .least = 1,
-            .most = VQS_POLICY_BINARY_MAX_POLICIES};
-  return {};
-}
-
-/// The limits that the file states for itself, within those of the packed policy.
-EntryLimits oldLimitsOf(std::span<const std::byte> file) {
-  const auto limit = [&](std::size_t offset, std::uint32_t most) {
-    return std::min(valueAt<std::uint32_t>(file, offset), most);
-  };
-  return {.name = limit(36, kOldLimits.name),
-          .description = limit(40, kOldLimits.description),
-          .conditions = limit(44, kOldLimits.conditions),
-          .texts = limit(48, kOldLimits.texts),
-          .textSize = limit(52, kOldLimits.textSize),
-          .actions = limit(60, kOldLimits.actions)};
-}
-
-EntryFormat formatOf(std::span<const std::byte> file) {
-  switch (revisionOf(file)) {
-    case kRevision3:
-      return {.limits = oldLimitsOf(file), .isWide = false, .hasEmptyTextFlag = false, .hasFullActions = false};
-    case kRevision4:
-      return {.limits = oldLimitsOf(file), .isWide = false, .hasEmptyTextFlag = true, .hasFullActions = true};
-    default:
-      return {.limits = kRevision5Limits, .isWide = true, .hasEmptyTextFlag = false, .hasFullActions = true};
+  void name(std::span<const std::byte> units) const { fill(policy.name, units); }
+  void narrowName(std::span<const std::byte> characters) const { widen(policy.name, characters); }
+  void description(std::span<const std::byte> characters) const { fill(policy.description, characters); }
+  void scalars(const FixedBytes<kScalarsSize>& fields) const {
+    fields.read<0>(policy.flag0);
+    fields.read<1>(policy.id);
+    fields.read<5>(policy.param0);
+    fields.read<9>(policy.flag1);
+    fields.read<10>(policy.flag2);
+    fields.read<11>(policy.param1);
+    fields.read<15>(policy.param2);
   }
-}
+  void conditionCount(std::uint32_t count) const { policy.conditionCount = count; }
+  void condition(std::size_t index, const FixedBytes<sizeof(VqsPolicyCondition)>& fields) const {
+    fields.copy(policy.conditions[index]);
+  }
+  void textCount(std::uint32_t count) const { policy.textCount = count; }
+  void text(std::size_t index, std::span<const std::byte> units) const { fill(policy.texts[index].text, units); }
+  void narrowText(std::size_t index, std::span<const std::byte> characters) const {
+    widen(policy.texts[index].text, characters);
+  }
+  void textFlag(std::size_t index, std::uint8_t flag) const { policy.texts[index].flag = flag; }
+  void actionCount(std::uint32_t count) const { policy.actionCount = count; }
+  void action(std::size_t index, const FixedBytes<kShortActionSize>& fields) const {
+    auto& action = policy.actions[index];
+    fields.read<0>(action.actionId);
+    fields.read<4>(action.value);
+  }
+  void action(std::size_t index, const FixedBytes<kFullActionSize>& fields) const {
+    auto& action = policy.actions[index];
+    fields.read<0>(action.actionId);
+    fields.read<4>(action.value);
+    fields.read<8>(action.value2);
+    fields.read<12>(action.option1);
+    fields.read<13>(action.option2);
+    fields.read<14>(action.value3);
+    fields.read<18>(action.option3);
+    fields.read<19>(action.value4);
+  }
+};
 
-/// Reads the entries of a file one by one, and keeps the first defect.
-class EntryReader {
+/// Keeps the first defect.
+class FirstDefect {
  public:
-  explicit EntryReader(std::span<const std::byte> file) : file_(file), reader_(file), format_(formatOf(file)) {
-    std::span<const std::byte> header;
-    static_cast<void>(reader_.take(headerSizeOf(file), header));
+  void note(const Defect& defect) {
+    if (defect_.kind == DefectKind::kNone) defect_ = defect;
   }
-
-  bool takePolicies(std::span<PackedPolicy> policies) {
-    for (auto& policy : policies) {
-      if (!takePolicy(policy)) return false;
-      ++policy_;
-    }
-    return true;
-  }
-
   [[nodiscard]] const Defect& defect() const { return defect_; }
 
  private:
+  Defect defect_{};
+};
+
+/// Keeps that there was one.
+class AnyDefect {
+ public:
+  void note(const Defect& /*defect*/) { isThere_ = true; }
+  [[nodiscard]] bool isThere() const { return isThere_; }
+
+ private:
+  bool isThere_ = false;
+};
+
+/// Takes the entries of a file one by one, each field only when it lies inside the file and within its limits. `Notes`
+/// is a FirstDefect or, for what must be fast, an AnyDefect.
+template <class Notes>
+class EntryReader {
+ public:
+  explicit EntryReader(std::span<const std::byte> file)
+      : file_(file),
+        reader_(file.subspan(headerSizeOf(file))),
+        limits_(entryLimitsOf(file)),
+        revision_(revisionOf(file)) {}
+
+  /// Into an Unkept or a Kept.
+  template <class Destination>
+  bool takePolicy(Destination to) {
+    if (!takeName(to) || !takeDescription(to) || !takeScalars(to)) return false;
+    std::uint32_t conditions = 0;
+    std::uint32_t texts = 0;
+    if (!takeWithin(conditions, 1, limits_.conditions, DefectKind::kConditionCount) ||
+        !takeWithin(texts, 0, limits_.texts, DefectKind::kTextCount))
+      return false;
+    if (!takeConditions(to, conditions) || !takeTexts(to, texts) || !takeActions(to)) return false;
+    ++policy_;
+    return true;
+  }
+
+  [[nodiscard]] const Notes& notes() const { return notes_; }
+
+ private:
+  [[nodiscard]] bool isWide() const { return revision_ == kRevision5; }
   [[nodiscard]] std::uint64_t offset() const { return file_.size() - reader_.size(); }
 
   void note(DefectKind kind, std::uint64_t offset, std::uint64_t value = 0, std::uint64_t least = 0,
             std::uint64_t most = 0) {
-    if (defect_.kind == DefectKind::kNone)
-      defect_ = {.kind = kind,
+    notes_.note({.kind = kind,
                  .offset = offset,
                  .policy = policy_,
                  .entry = entry_,
                  .value = value,
                  .least = least,
-                 .most = most};
+                 .most = most});
   }
 
   bool endsInPolicy() {
@@ -154,17 +161,11 @@ class EntryReader {
     return false;
   }
 
-  template <class T>
-  bool take(T& value) {
-    return reader_.take(value) || endsInPolicy();
+  template <class Field>
+  bool take(Field& field) {
+    return reader_.take(field) || endsInPolicy();
   }
-  bool take(std::uint32_t size, std::span<const std::byte>& field) {
-    return reader_.take(size, field) || endsInPolicy();
-  }
-  template <class T, std::size_t N>
-  bool take(std::uint32_t size, T (&array)[N]) {
-    return reader_.take(size, array) || endsInPolicy();
-  }
+  bool take(std::size_t size, std::span<const std::byte>& field) { return reader_.take(size, field) || endsInPolicy(); }
 
   bool takeWithin(std::uint32_t& value, std::uint32_t least, std::uint32_t most, DefectKind kind) {
     const std::uint64_t place = offset();
@@ -174,178 +175,190 @@ class EntryReader {
     return false;
   }
 
-  bool takeName(PackedPolicy& policy) {
+  /// Takes a field that stands behind its own size.
+  bool takeSized(std::span<const std::byte>& field, std::uint32_t most, DefectKind kind) {
     std::uint32_t size = 0;
-    if (!takeWithin(size, 1, format_.limits.name, DefectKind::kNameLength)) return false;
-    return format_.isWide ? take(size, policy.name) : takeCharacters(size, size, policy.name);
+    return takeWithin(size, 1, most, kind) && take(size, field);
   }
 
-  /// Takes 8-bit characters, as the older revisions have them, and keeps the first `kept` of them.
-  bool takeCharacters(std::uint32_t size, std::uint32_t kept, std::span<VqsChar16> units) {
-    std::span<const std::byte> characters;
-    if (!take(size, characters)) return false;
-    std::ranges::transform(characters.first(kept), units.begin(),
-                           [](std::byte character) { return VqsChar16(character); });
+  template <class Destination>
+  bool takeName(const Destination& to) {
+    std::span<const std::byte> name;
+    if (!takeSized(name, limits_.name, DefectKind::kNameLength)) return false;
+    isWide() ? to.name(name) : to.narrowName(name);
     return true;
   }
 
-  bool takeDescription(PackedPolicy& policy) {
-    std::uint32_t size = 0;
-    return takeWithin(size, 1, format_.limits.description, DefectKind::kDescriptionLength) &&
-           take(size, policy.description);
+  template <class Destination>
+  bool takeDescription(const Destination& to) {
+    std::span<const std::byte> description;
+    if (!takeSized(description, limits_.description, DefectKind::kDescriptionLength)) return false;
+    to.description(description);
+    return true;
   }
 
-  bool takeScalars(PackedPolicy& policy) {
-    FixedBytes<19> scalars;
+  template <class Destination>
+  bool takeScalars(const Destination& to) {
+    FixedBytes<kScalarsSize> scalars;
     if (!take(scalars)) return false;
-    scalars.read<0>(policy.flag0);
-    scalars.read<1>(policy.id);
-    scalars.read<5>(policy.param0);
-    scalars.read<9>(policy.flag1);
-    scalars.read<10>(policy.flag2);
-    scalars.read<11>(policy.param1);
-    scalars.read<15>(policy.param2);
+    to.scalars(scalars);
     return true;
   }
 
-  bool takeConditions(PackedPolicy& policy) {
-    const std::uint64_t place = offset();
-    if (!take(static_cast<std::uint32_t>(policy.conditionCount * sizeof(VqsPolicyCondition)), policy.conditions))
-      return false;
-    for (entry_ = 0; entry_ < policy.conditionCount; ++entry_) checkCondition(policy.conditions[entry_], place);
+  template <class Destination>
+  bool takeConditions(const Destination& to, std::uint32_t count) {
+    if (reader_.size() < count * sizeof(VqsPolicyCondition)) return endsInPolicy();
+    to.conditionCount(count);
+    FixedBytes<sizeof(VqsPolicyCondition)> condition;
+    for (entry_ = 0; entry_ < count; ++entry_) {
+      static_cast<void>(take(condition));
+      std::uint32_t op = 0;
+      condition.template read<offsetof(VqsPolicyCondition, op)>(op);
+      if (op > VQS_POLICY_MAX_OPERATOR)
+        note(DefectKind::kUnknownComparison, offset() - sizeof(VqsPolicyCondition) + offsetof(VqsPolicyCondition, op),
+             op, 0, VQS_POLICY_MAX_OPERATOR);
+      to.condition(entry_, condition);
+    }
     entry_ = 0;
     return true;
-  }
-
-  void checkCondition(const VqsPolicyCondition& condition, std::uint64_t place) {
-    if (condition.op > VQS_POLICY_MAX_OPERATOR)
-      note(DefectKind::kUnknownComparison,
-           place + entry_ * sizeof(VqsPolicyCondition) + offsetof(VqsPolicyCondition, op), condition.op, 0,
-           VQS_POLICY_MAX_OPERATOR);
   }
 
   /// In the older revisions the last stored character is dropped, whatever it is: it stands for the terminator
   /// (compatibility.md: old-text-end).
-  bool takeUnits(std::uint32_t size, PackedText& text) {
-    if (format_.isWide) return take(size, text.text);
-    if (size >= 2) return takeCharacters(size, size - 1, text.text);
-    note(DefectKind::kTextWithoutCharacters, offset() - sizeof(size), size, 0, format_.limits.textSize);
-    return false;
+  template <class Destination>
+  bool takeUnits(const Destination& to, std::uint32_t size) {
+    std::span<const std::byte> stored;
+    if (!isWide() && size < 2) {
+      note(DefectKind::kTextWithoutCharacters, offset() - sizeof(size), size, 0, limits_.textSize);
+      return false;
+    }
+    if (!take(size, stored)) return false;
+    isWide() ? to.text(entry_, stored) : to.narrowText(entry_, stored.first(size - 1));
+    return true;
   }
 
-  bool takeText(PackedText& text) {
+  template <class Destination>
+  bool takeText(const Destination& to) {
     std::uint32_t size = 0;
-    if (!takeWithin(size, 0, format_.limits.textSize, DefectKind::kTextLength)) return false;
-    if (size == 0 && !format_.hasEmptyTextFlag) return true;
-    if (size != 0 && !takeUnits(size, text)) return false;
-    if (!take(text.flag)) return false;
-    if (text.flag > VQS_POLICY_MAX_TEXT_FLAG)
-      note(DefectKind::kUnknownTextFlag, offset() - sizeof(text.flag), text.flag, 0, VQS_POLICY_MAX_TEXT_FLAG);
+    if (!takeWithin(size, 0, limits_.textSize, DefectKind::kTextLength)) return false;
+    // Only revision 4 has a flag behind an empty text (compatibility.md: empty-text-flag).
+    if (size == 0 && revision_ != kRevision4) return true;
+    if (size != 0 && !takeUnits(to, size)) return false;
+    std::uint8_t flag = 0;
+    if (!take(flag)) return false;
+    if (flag > VQS_POLICY_MAX_TEXT_FLAG)
+      note(DefectKind::kUnknownTextFlag, offset() - sizeof(flag), flag, 0, VQS_POLICY_MAX_TEXT_FLAG);
+    to.textFlag(entry_, flag);
     return true;
   }
 
-  bool takeTexts(PackedPolicy& policy) {
-    for (entry_ = 0; entry_ < policy.textCount; ++entry_)
-      if (!takeText(policy.texts[entry_])) return false;
+  template <class Destination>
+  bool takeTexts(const Destination& to, std::uint32_t count) {
+    to.textCount(count);
+    for (entry_ = 0; entry_ < count; ++entry_)
+      if (!takeText(to)) return false;
     entry_ = 0;
     return true;
   }
 
-  bool takeShortAction(VqsPolicyAction& action) {
-    FixedBytes<8> fields;
-    if (!take(fields)) return false;
-    fields.read<0>(action.actionId);
-    fields.read<4>(action.value);
-    return true;
-  }
-
-  bool takeFullAction(VqsPolicyAction& action) {
-    FixedBytes<23> fields;
-    if (!take(fields)) return false;
-    fields.read<0>(action.actionId);
-    fields.read<4>(action.value);
-    fields.read<8>(action.value2);
-    fields.read<12>(action.option1);
-    fields.read<13>(action.option2);
-    fields.read<14>(action.value3);
-    fields.read<18>(action.option3);
-    fields.read<19>(action.value4);
-    return true;
-  }
-
-  bool takeActions(PackedPolicy& policy) {
-    if (!takeWithin(policy.actionCount, 0, format_.limits.actions, DefectKind::kActionCount)) return false;
-    for (entry_ = 0; entry_ < policy.actionCount; ++entry_)
-      if (!(format_.hasFullActions ? takeFullAction(policy.actions[entry_]) : takeShortAction(policy.actions[entry_])))
-        return false;
+  /// One by one: processors guess how often a loop goes round, and look at the next policy before they know how many
+  /// actions this one has. A product of number and size would have to be waited for.
+  template <std::size_t size, class Destination>
+  bool takeActionsOf(const Destination& to, std::uint32_t count) {
+    FixedBytes<size> action;
+    for (entry_ = 0; entry_ < count; ++entry_) {
+      if (!take(action)) return false;
+      to.action(entry_, action);
+    }
     entry_ = 0;
     return true;
   }
 
-  bool takePolicy(PackedPolicy& policy) {
-    return takeName(policy) && takeDescription(policy) && takeScalars(policy) &&
-           takeWithin(policy.conditionCount, 1, format_.limits.conditions, DefectKind::kConditionCount) &&
-           takeWithin(policy.textCount, 0, format_.limits.texts, DefectKind::kTextCount) && takeConditions(policy) &&
-           takeTexts(policy) && takeActions(policy);
+  template <class Destination>
+  bool takeActions(const Destination& to) {
+    std::uint32_t count = 0;
+    if (!takeWithin(count, 0, limits_.actions, DefectKind::kActionCount)) return false;
+    to.actionCount(count);
+    return revision_ == kRevision3 ? takeActionsOf<kShortActionSize>(to, count)
+                                   : takeActionsOf<kFullActionSize>(to, count);
   }
 
   std::span<const std::byte> file_;
   ByteReader reader_;
-  EntryFormat format_;
-  Defect defect_{};
+  EntryLimits limits_;
+  std::uint16_t revision_;
+  Notes notes_;
   std::uint32_t policy_ = 0;
   std::uint32_t entry_ = 0;
 };
 
+using FastReader = EntryReader<AnyDefect>;
+
+/// Takes the next policy and converts it into a zero-filled body; false when it does not fit the structure version.
+bool convertNext(FastReader& reader, std::uint32_t structureVersion, std::byte* body, const TextConversion& text) {
+  PackedPolicy packed{};
+  return reader.takePolicy(Kept{packed}) && unpackPolicyBody(structureVersion, &packed, body, text);
+}
+
+/// Takes the next policy into a zero-filled body of version 2, which has all that a file has in the same form.
+bool keepNext(FastReader& reader, VqsPolicyV2& body, const TextConversion& text) {
+  const FastReader start = reader;
+  if (reader.takePolicy(Kept{body}) && !reader.notes().isThere()) return true;
+  reader = start;
+  body = {};
+  return convertNext(reader, VQS_STRUCTURE_VERSION_2, reinterpret_cast<std::byte*>(&body), text);
+}
+
+template <class Notes>
+bool checkPolicies(EntryReader<Notes>& reader, std::uint32_t count) {
+  for (; count != 0; --count)
+    if (!reader.takePolicy(Unkept{})) return false;
+  return true;
+}
+
 }  // namespace
 
-std::uint32_t announcedPolicyCount(std::span<const std::byte> file) {
-  const bool isBinary = valueAt<std::uint16_t>(file, 0) == kFormatVersion && isKnown(revisionOf(file)) &&
-                        (!isRevision5(file) || hasMagic(file));
-  return isBinary ? valueAt<std::uint32_t>(file, countOffsetOf(file)) : 0;
-}
-
-std::uint64_t mostUsefulBytes(std::span<const std::byte> head) {
-  std::uint32_t count = announcedPolicyCount(head);
-  if (count == 0) return 0;
-  // A file of revision 5 with more policies is refused before the first of them is looked at; older files may have more
-  // (compatibility.md: old-policy-count).
-  if (isRevision5(head)) count = std::min<std::uint32_t>(count, VQS_POLICY_BINARY_MAX_POLICIES);
-  return kOldHeaderSize + std::uint64_t{count} * kLargestEntry;
-}
-
-Defect headerDefect(std::span<const std::byte> file) {
-  const auto version = valueAt<std::uint16_t>(file, 0);
-  const std::uint16_t revision = revisionOf(file);
-  if (file.size() < kSmallestHead) return {.kind = DefectKind::kHeaderCut, .offset = file.size()};
-  if (version != kFormatVersion)
-    return {
-        .kind = DefectKind::kUnknownFormatVersion, .value = version, .least = kFormatVersion, .most = kFormatVersion};
-  if (!isKnown(revision))
-    return {.kind = DefectKind::kUnknownRevision,
-            .offset = kRevisionOffset,
-            .value = revision,
-            .least = kRevision3,
-            .most = kRevision5};
-  if (revision == kRevision5 && !hasMagic(file)) return {.kind = DefectKind::kNoMagic, .offset = kMagicOffset};
-  if (file.size() < headerSizeOf(file)) return {.kind = DefectKind::kHeaderCut, .offset = file.size()};
-  return countDefect(file);
+bool checkBinary(std::span<const std::byte> file, BinaryVersions& versions, Defect* defect) {
+  takeVersions(file, versions);
+  Defect found = headerDefect(file);
+  // A file of the older revisions may have no policies at all.
+  bool isTaken = found.kind == DefectKind::kNoPolicies && revisionOf(file) != kRevision5;
+  if (found.kind == DefectKind::kNone && defect == nullptr) {
+    FastReader reader{file};
+    return checkPolicies(reader, announcedPolicyCount(file));
+  }
+  if (found.kind == DefectKind::kNone) {
+    EntryReader<FirstDefect> reader{file};
+    isTaken = checkPolicies(reader, announcedPolicyCount(file));
+    found = reader.notes().defect();
+  }
+  if (defect != nullptr) *defect = found;
+  return isTaken;
 }
 
 bool readBinary(std::span<const std::byte> file, std::span<PackedPolicy> policies, BinaryVersions& versions,
                 Defect* defect) {
-  static_cast<void>(at(file, kVersionsOffset, versions.first));
-  static_cast<void>(at(file, kVersionsOffset + sizeof(versions.first), versions.second));
-  Defect found = headerDefect(file);
-  // A file of the older revisions may have no policies at all.
-  bool isRead = found.kind == DefectKind::kNoPolicies && !isRevision5(file);
-  if (found.kind == DefectKind::kNone) {
-    EntryReader reader{file};
-    isRead = reader.takePolicies(policies);
-    found = reader.defect();
+  if (!checkBinary(file, versions, defect)) return false;
+  if (policies.empty()) return true;
+  FastReader reader{file};
+  for (auto& policy : policies) {
+    policy = {};
+    if (!reader.takePolicy(Kept{policy})) return false;
   }
-  if (defect != nullptr) *defect = found;
-  return isRead;
+  return true;
+}
+
+void readBodies(std::span<const std::byte> file, std::uint32_t structureVersion, std::span<std::byte> bodies,
+                const TextConversion& text) {
+  const std::size_t stride = policyBodySize(structureVersion).value_or(bodies.size() + 1);
+  FastReader reader{file};
+  for (bool isGoingOn = true; bodies.size() >= stride; bodies = bodies.subspan(stride)) {
+    std::memset(bodies.data(), 0, stride);
+    if (!isGoingOn) continue;
+    isGoingOn = structureVersion == VQS_STRUCTURE_VERSION_2
+                    ? keepNext(reader, *reinterpret_cast<VqsPolicyV2*>(bodies.data()), text)
+                    : convertNext(reader, structureVersion, bodies.data(), text);
+  }
 }
 
 }  // namespace vqs

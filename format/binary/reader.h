@@ -6,26 +6,27 @@
 #include <span>
 
 #include "format/binary/defect.h"
+#include "format/binary/header.h"
 #include "format/binary/layout.h"
 #include "format/policy/packed_policy.h"
+#include "format/policy/text.h"
 
 namespace vqs {
 
-/// The number of policies that a file's header announces; 0 for a file that is not a policy binary.
-std::uint32_t announcedPolicyCount(std::span<const std::byte> file);
+/// Checks a whole file. False at the first field that lies outside the file, breaks a limit of the format, or does not
+/// fit the packed policy; the defect says which. A file that is taken may have a defect as well: a value that no policy
+/// can have, or no policies at all. The versions are handed out as far as the file has them, whatever else it holds.
+bool checkBinary(std::span<const std::byte> file, BinaryVersions& versions, Defect* defect = nullptr);
 
-/// The most bytes of a file that its policies can take up, header included, judged by the file's first bytes; 0 for a
-/// file that is not a policy binary. What lies behind them is never looked at.
-std::uint64_t mostUsefulBytes(std::span<const std::byte> head);
-
-/// Reads a file into zero-filled packed policies, as many as its header announces. False at the first field that lies
-/// outside the file, breaks a limit of the format, or does not fit the packed policy; a defect, when one is asked for,
-/// says which. A file that was read may have a defect as well: a value that no policy can have, or no policies at all.
-/// The versions are handed out as far as the file has them, whatever else it holds.
+/// Reads a file into packed policies, as many as its header announces: checkBinary, and the policies of a file that it
+/// takes.
 bool readBinary(std::span<const std::byte> file, std::span<PackedPolicy> policies, BinaryVersions& versions,
                 Defect* defect = nullptr);
 
-/// What is wrong with the header, before any policy is looked at; a defect of no kind when nothing is.
-Defect headerDefect(std::span<const std::byte> file);
+/// Reads a file that checkBinary has taken into bodies of a structure version that exists, as many as there is room
+/// for. The first policy that does not fit the version ends the conversion: its body may be partly written, and what
+/// follows it is zero.
+void readBodies(std::span<const std::byte> file, std::uint32_t structureVersion, std::span<std::byte> bodies,
+                const TextConversion& text);
 
 }  // namespace vqs

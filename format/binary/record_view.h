@@ -8,32 +8,23 @@
 
 namespace vqs {
 
-/// The name, description and texts of a packed policy, each with its terminating zero. A text whose field holds no zero
-/// goes on into the fields behind it (compatibility.md: runs-into-next-field), but never beyond the record: it is empty
-/// when there is no zero up to the record's end.
+/// Where the name, the description and the texts of a packed policy begin, up to the record's end: a text whose field
+/// holds no zero goes on into the fields behind it (compatibility.md: runs-into-next-field), but never beyond the
+/// record.
 class PackedPolicyView {
  public:
   explicit PackedPolicyView(const PackedPolicy& policy) : record_(std::as_bytes(std::span{&policy, 1})) {}
 
-  [[nodiscard]] std::span<const std::byte> name() const {
-    return terminated(offsetof(PackedPolicy, name), sizeof(VqsChar16));
-  }
+  [[nodiscard]] std::span<const std::byte> name() const { return record_.subspan(offsetof(PackedPolicy, name)); }
   [[nodiscard]] std::span<const std::byte> description() const {
-    return terminated(offsetof(PackedPolicy, description), 1);
+    return record_.subspan(offsetof(PackedPolicy, description));
   }
   [[nodiscard]] std::span<const std::byte> text(std::size_t index) const {
     const std::size_t slot = offsetof(PackedPolicy, texts) + index * sizeof(PackedText);
-    return terminated(slot + offsetof(PackedText, text), sizeof(VqsChar16));
+    return record_.subspan(slot + offsetof(PackedText, text));
   }
 
  private:
-  [[nodiscard]] std::span<const std::byte> terminated(std::size_t offset, std::size_t unitSize) const {
-    for (std::size_t end = offset; end + unitSize <= record_.size(); end += unitSize)
-      if (record_[end] == std::byte{0} && record_[end + unitSize - 1] == std::byte{0})
-        return record_.subspan(offset, end + unitSize - offset);
-    return {};
-  }
-
   std::span<const std::byte> record_;
 };
 

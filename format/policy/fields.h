@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <algorithm>
-
 #include <vqs/policy_records.h>
+#include "format/bytes.h"
 
 // What all forms of a policy have alike, copied from any form to any other.
 
@@ -11,7 +10,7 @@ namespace vqs {
 
 template <class From, class To>
 void copyScalars(const From& source, To& destination) {
-  std::ranges::copy(source.description, destination.description);
+  copyBytes(destination.description, source.description, sizeof(destination.description));
   destination.flag0 = source.flag0;
   destination.id = source.id;
   destination.param0 = source.param0;
@@ -38,15 +37,13 @@ void copyAction(const From& source, To& destination) {
   destination.value = source.value;
 }
 
-/// All fields, and nothing of what lies between them.
+/// All fields, run by run, and nothing of what lies between the runs.
 inline void copyAction(const VqsPolicyAction& source, VqsPolicyAction& destination) {
-  destination.actionId = source.actionId;
-  destination.value = source.value;
-  destination.value2 = source.value2;
-  destination.option1 = source.option1;
-  destination.option2 = source.option2;
-  destination.value3 = source.value3;
-  destination.option3 = source.option3;
+  constexpr std::size_t kFirstRun = offsetof(VqsPolicyAction, option2) + sizeof(VqsPolicyAction::option2);
+  constexpr std::size_t kSecondRun =
+      offsetof(VqsPolicyAction, option3) + sizeof(VqsPolicyAction::option3) - offsetof(VqsPolicyAction, value3);
+  copyBytes(&destination, &source, kFirstRun);
+  copyBytes(&destination.value3, &source.value3, kSecondRun);
   destination.value4 = source.value4;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "format/bytes.h"
 #include "format/policy/conversion.h"
 #include "format/policy/fields.h"
 
@@ -15,7 +16,7 @@ bool packUnits(std::span<VqsChar16> destination, std::span<const char> field, co
 }
 
 bool packUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> field, NoConversion /*text*/) {
-  std::ranges::copy(field, destination.begin());
+  copyBytes(destination.data(), field.data(), field.size_bytes());
   return true;
 }
 bool packName(std::span<VqsChar16> destination, std::span<const VqsChar16> name, NoConversion text) {

@@ -1,19 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <span>
 
 #include <vqs/base.h>
 
 namespace vqs {
-
-/// Units before the first zero unit, or the whole size when there is none.
-template <class Unit>
-std::size_t unitsBeforeZero(std::span<const Unit> text) {
-  return static_cast<std::size_t>(std::ranges::find(text, Unit{0}) - text.begin());
-}
 
 /// The functions that convert between the 8-bit text of structure versions 0 and 1 and the driver's 16-bit text. The
 /// caller brings them along, because the character set is the caller's. Each returns false when the text cannot be

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "format/bytes.h"
 #include "format/policy/conversion.h"
 #include "format/policy/fields.h"
 
@@ -17,7 +18,7 @@ bool unpackName(std::span<char> destination, std::span<const VqsChar16> name, co
 }
 
 bool unpackUnits(std::span<VqsChar16> destination, std::span<const VqsChar16> units, NoConversion /*text*/) {
-  std::ranges::copy(units, destination.begin());
+  copyBytes(destination.data(), units.data(), units.size_bytes());
   return true;
 }
 bool unpackName(std::span<VqsChar16> destination, std::span<const VqsChar16> name, NoConversion text) {

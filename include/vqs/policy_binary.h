@@ -22,10 +22,10 @@ extern "C" {
  * policy. The readers take none of these. Where text would run past the end of that form, the call fails with
  * VQS_REQUEST_FAILED.
  *
- * The readers take files of revision 3, 4 and 5. Their memory follows what the file's head can need, not the file's
- * length, and bytes behind the last entry are ignored. A file of 4 GiB or more counts as one that cannot be opened.
- * When a read falls short, as that of an empty file does, the message "File not fully read...\n" appears on the
- * standard output of the C runtime, on Windows of the universal C runtime as in rule 7.
+ * The readers take files of revision 3, 4 and 5. Of a file above 128 KiB their memory follows what the file's head can
+ * need, not the file's length, and bytes behind the last entry are ignored. A file of 4 GiB or more counts as one that
+ * cannot be opened. When a read falls short, as that of an empty file does, the message "File not fully read...\n"
+ * appears on the standard output of the C runtime, on Windows of the universal C runtime as in rule 7.
  */
 
 /**
@@ -115,7 +115,7 @@ VQS_API vqsStatus VQS_CALL vqsBalanceProfileCreateBinaryFromDriver(QtfSession* s
 
 /**
  * Checks a policy binary file and returns a summary of it. The file is read twice, and every policy is validated. Takes
- * 3972 bytes of memory for each policy, beside the file's bytes, and gives them back.
+ * memory for the file's bytes and gives it back.
  *
  * @param[in]  session  not looked at, may be null
  * @param[in]  path     the file to read
@@ -132,8 +132,8 @@ VQS_API vqsStatus VQS_CALL vqsBalanceProfileCreateBinaryFromDriver(QtfSession* s
 VQS_API vqsStatus VQS_CALL vqsPbReadBinary(QtfSession* session, const char* path, VqsPolicyBinaryV0** binary);
 
 /**
- * Reads a policy binary file, or tells how much room its policies need. A read takes 3972 bytes of memory for each
- * policy and as much as goes to binary, beside the file's bytes, and gives them back.
+ * Reads a policy binary file, or tells how much room its policies need. Both take memory for the file's bytes and give
+ * it back.
  *
  * A policy that does not fit the structure version ends the conversion: its body may be partly written, the bodies
  * after it are zero, and the call still succeeds. An op or a text's flag above its limit fits no version, text beyond

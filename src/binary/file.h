@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "src/channel/work_buffer.h"
 
@@ -28,9 +29,20 @@ void writeBytes(std::FILE* stream, std::span<const std::byte> bytes);
 using UsefulBytes = std::uint64_t (*)(std::span<const std::byte> head);
 inline constexpr std::size_t kHeadSize = 64;
 
+/// The bytes of a file.
+class LoadedFile {
+ public:
+  LoadedFile(UnclearedBuffer memory, std::size_t size) : memory_(std::move(memory)), size_(size) {}
+  [[nodiscard]] std::span<const std::byte> bytes() const { return memory_.bytes().first(size_); }
+
+ private:
+  UnclearedBuffer memory_;
+  std::size_t size_;
+};
+
 /// Reads a file from its start, as far as `usefulBytes` says. Nothing when `usefulBytes` refuses it, when it cannot be
 /// read, or when it has 4 GiB or more. A message on standard output tells when fewer bytes could be read than the file
 /// is long, and when the file is empty.
-std::optional<RuntimeBuffer> loadFile(const char* path, UsefulBytes usefulBytes);
+std::optional<LoadedFile> loadFile(const char* path, UsefulBytes usefulBytes);
 
 }  // namespace vqs

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
-
 #include <vqs/policy_binary.h>
 #include "format/binary/reader.h"
 #include "format/policy/conversion.h"
@@ -14,7 +12,7 @@ namespace {
 
 /// A policy binary whose header has been accepted.
 struct LoadedBinary {
-  RuntimeBuffer file;
+  LoadedFile file;
   std::uint32_t policyCount;
 };
 
@@ -25,46 +23,27 @@ std::optional<LoadedBinary> loadPolicyBinary(const char* path) {
   return LoadedBinary{.file = std::move(*file), .policyCount = policyCount};
 }
 
-/// Policies that were parsed, and the version numbers that came with them.
-struct ParsedBinary {
-  RuntimeBuffer memory;
-  std::span<const PackedPolicy> policies;
-  BinaryVersions versions;
-};
-
-std::optional<ParsedBinary> parse(const LoadedBinary& binary) {
-  if (headerDefect(binary.file.bytes()).kind != DefectKind::kNone) return std::nullopt;
-  RuntimeBuffer memory{saturatingProduct(binary.policyCount, sizeof(PackedPolicy))};
-  if (!memory) return std::nullopt;
-  const auto policies = memory.arrayAt<PackedPolicy>(0, binary.policyCount);
-  BinaryVersions versions{};
-  if (!readBinary(binary.file.bytes(), policies, versions)) return std::nullopt;
-  return ParsedBinary{.memory = std::move(memory), .policies = policies, .versions = versions};
-}
-
 std::uint64_t imageSize(std::uint32_t policyCount, std::size_t stride) {
   return sizeof(VqsPolicyBinary) + std::uint64_t{policyCount} * stride;
 }
 
-vqsStatus readBodies(const LoadedBinary& binary, VqsPolicyBinary* destination, std::uint64_t size,
-                     std::uint32_t structureVersion) {
+vqsStatus readImage(const LoadedBinary& binary, VqsPolicyBinary* destination, std::uint64_t size,
+                    std::uint32_t structureVersion) {
   const auto stride = policyBodySize(structureVersion);
   if (!stride || size < imageSize(binary.policyCount, *stride)) return VQS_REQUEST_FAILED;
-  const auto parsed = parse(binary);
-  if (!parsed) return VQS_REQUEST_FAILED;
-  const RuntimeBuffer image{imageSize(binary.policyCount, *stride)};
-  if (!image) return VQS_REQUEST_FAILED;
-
-  auto& head = image.as<VqsPolicyBinary>();
-  head.binaryVersion1 = parsed->versions.first;
-  head.binaryVersion2 = parsed->versions.second;
-  head.policyCount = binary.policyCount;
-  head.structureVersion = structureVersion;
+  BinaryVersions versions{};
+  if (!checkBinary(binary.file.bytes(), versions)) return VQS_REQUEST_FAILED;
+  // Nothing can fail from here on, so the caller's own memory is written.
+  *destination = {};
+  destination->binaryVersion1 = versions.first;
+  destination->binaryVersion2 = versions.second;
+  destination->policyCount = binary.policyCount;
+  destination->structureVersion = structureVersion;
   // A policy that does not fit the structure version ends the conversion; the call succeeds, with the rest of the
   // bodies zero (compatibility.md: unconverted-policies).
-  static_cast<void>(unpackPolicyArray(&head + 1, image.bytes().size() - sizeof(head), structureVersion,
-                                      parsed->policies.data(), binary.policyCount, kRuntimeText));
-  std::ranges::copy(image.bytes(), reinterpret_cast<std::byte*>(destination));
+  const std::size_t bodies = binary.policyCount * *stride;
+  readBodies(binary.file.bytes(), structureVersion, {reinterpret_cast<std::byte*>(destination + 1), bodies},
+             kRuntimeText);
   return VQS_SUCCESS;
 }
 
@@ -77,10 +56,10 @@ vqsStatus readPolicyBinaryImage(const char* path, VqsPolicyBinary& image) {
   if (announced == 0) return VQS_REQUEST_FAILED;
   const auto second = loadPolicyBinary(path);
   if (!second || second->policyCount > announced) return VQS_REQUEST_FAILED;
-  const auto parsed = parse(*second);
-  if (!parsed) return VQS_REQUEST_FAILED;
-  image.binaryVersion1 = parsed->versions.first;
-  image.binaryVersion2 = parsed->versions.second;
+  BinaryVersions versions{};
+  if (!checkBinary(second->file.bytes(), versions)) return VQS_REQUEST_FAILED;
+  image.binaryVersion1 = versions.first;
+  image.binaryVersion2 = versions.second;
   image.policyCount = second->policyCount;
   return VQS_SUCCESS;
 }
@@ -116,5 +95,5 @@ vqsStatus VQS_CALL vqsPbReadBinaryV2(QtfSession* session, const char* path, VqsP
     *size = imageSize(loaded->policyCount, stride);
     return VQS_SUCCESS;
   }
-  return readBodies(*loaded, binary, *size, structureVersion);
+  return readImage(*loaded, binary, *size, structureVersion);
 }

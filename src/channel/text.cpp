@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/channel/text.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
 #include <vqs/policy.h>
+#include "format/bytes.h"
 #include "src/channel/windows_api.h"
 
 namespace vqs {

@@ -90,21 +90,31 @@ TEST(LoadFile, refuses_without_a_word_and_without_memory_what_is_of_no_use) {
   EXPECT_EQ(faults.openStreams(), 0);
 }
 
-TEST(LoadFile, reads_the_head_and_then_the_rest_and_closes_the_file) {
+TEST(LoadFile, reads_128_KiB_at_once_and_of_more_the_head_first_and_closes_the_file) {
   const TemporaryFolder folder;
-  const auto path = folder.write("file", Bytes(100000, 7));
+  for (const std::size_t size : {std::size_t{100}, std::size_t{131072}, std::size_t{131073}}) {
+    const auto path = folder.write("file", Bytes(size, 7));
+    Faults faults;
+    EXPECT_TRUE(load(path).done);
+    EXPECT_EQ(faults.calls(Fault::kOpen), 1);
+    EXPECT_EQ(faults.calls(Fault::kRead), size <= 131072 ? 1 : 2);
+    EXPECT_EQ(faults.calls(Fault::kTell), 1);
+    EXPECT_EQ(faults.openStreams(), 0);
+    EXPECT_EQ(faults.outstanding(), 0);
+  }
+}
+
+TEST(LoadFile, takes_no_memory_for_a_large_file_that_is_of_no_use) {
+  const TemporaryFolder folder;
+  const auto path = folder.write("file", Bytes(131073, 7));
   Faults faults;
-  EXPECT_TRUE(load(path).done);
-  EXPECT_EQ(faults.calls(Fault::kOpen), 1);
-  EXPECT_EQ(faults.calls(Fault::kRead), 2);
-  EXPECT_EQ(faults.calls(Fault::kTell), 1);
-  EXPECT_EQ(faults.openStreams(), 0);
-  EXPECT_EQ(faults.outstanding(), 0);
+  EXPECT_FALSE(load(path, [](std::span<const std::byte> /*head*/) { return std::uint64_t{0}; }).done);
+  EXPECT_EQ(faults.peakBytes(), 0U);
 }
 
 TEST(LoadFile, gives_nothing_when_any_step_fails_and_speaks_only_of_the_read) {
   const TemporaryFolder folder;
-  const auto path = folder.write("file", Bytes(100, 7));
+  const auto path = folder.write("file", Bytes(131073, 7));
   const struct {
     Fault what;
     int nth;

@@ -52,15 +52,6 @@ class Text : public Test {
   NoInvalidParameter strict;
 };
 
-TEST(UnitsBeforeZero, searches_the_whole_field_and_no_further) {
-  const std::array<char, 4> bytes = {'a', 'b', 'c', 'd'};
-  EXPECT_EQ(vqs::unitsBeforeZero(std::span<const char>{bytes}), 4U);
-  const std::array<char16_t, 4> units = {u'a', 0x0100, 0, u'd'};
-  EXPECT_EQ(vqs::unitsBeforeZero(std::span<const char16_t>{units}), 2U);
-  EXPECT_EQ(vqs::unitsBeforeZero(std::span{units}.subspan(2)), 0U);
-  EXPECT_EQ(vqs::unitsBeforeZero(std::span<const char16_t>{}), 0U);
-}
-
 TEST_F(Text, every_byte_is_one_unit_in_the_plain_locale) {
   for (int first = 1; first < 256; first += 51) {
     std::string text(51, '\0');

@@ -40,17 +40,6 @@ TEST(ByteReader, leaves_everything_alone_when_a_field_is_not_whole) {
   EXPECT_TRUE(reader.take(std::size_t{0}, field));
 }
 
-TEST(ByteReader, fills_the_front_of_an_array_and_never_more_than_it_holds) {
-  const Bytes bytes = hex("01 02 03 04 05 06");
-  vqs::ByteReader reader{std::as_bytes(std::span{bytes})};
-  std::uint8_t array[4] = {9, 9, 9, 9};
-  EXPECT_FALSE(reader.take(5, array));
-  EXPECT_TRUE(reader.take(3, array));
-  EXPECT_EQ(bytesOf(array), hex("01 02 03 09"));
-  EXPECT_FALSE(reader.take(4, array));
-  EXPECT_EQ(bytesOf(array), hex("01 02 03 09"));
-}
-
 TEST(ByteWriter, puts_fields_one_after_the_other_until_the_buffer_is_full) {
   Bytes buffer(7, kPoison);
   vqs::ByteWriter writer{std::as_writable_bytes(std::span{buffer})};

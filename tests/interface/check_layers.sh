@@ -20,7 +20,7 @@ may_include() {
 }
 may_include include '(base|functions|status|(catalogue|features|platform|policy|policy_binary|session|telemetry)(_records)?)\.h"'
 may_include format 'format/' 'vqs/(base|[a-z_]+_records)\.h'
-may_include src/channel '(src/channel/|format/policy/text\.h|host/windows_(api|devices)\.h)'
+may_include src/channel '(src/channel/|format/(bytes|policy/text)\.h|host/windows_(api|devices)\.h)'
 may_include src/log '(src/log/|src/channel/|format/telemetry/)'
 may_include src/platform 'src/(platform|channel)/'
 may_include src/policy '(src/policy/|src/channel/|format/)'
