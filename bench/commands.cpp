@@ -56,13 +56,13 @@ std::string basisOf(const Runs& runs) {
   return text;
 }
 
-/// Requests of one run of the tool, with a library that counts them.
+/// Requests of one run of the tool, with the library that counts them.
 double requestsOf(const FullDriver& driver, const Words& arguments) {
   const std::string count = driver.path("requests");
-  setenv("VQS_BENCH_REQUESTS", count.c_str(), 1);
-  setenv("LD_PRELOAD", VQS_BENCH_COUNTING_LIBRARY, 1);
+  setenv("VQS_COUNTED_REQUESTS", count.c_str(), 1);
+  setenv("LD_LIBRARY_PATH", VQS_BENCH_COUNTING_LIBRARY, 1);
   runProgram(FullDriver::tool(arguments));
-  unsetenv("LD_PRELOAD");
+  unsetenv("LD_LIBRARY_PATH");
   const auto numbers = numbersFrom({"/bin/cat", count});
   require(numbers.size() == 1, "a number of requests");
   return numbers[0];

@@ -6,7 +6,7 @@
 #include "host/call_hook.h"
 
 // The library with its simulated driver, made to count the requests of its process. When it goes, their number is in
-// the file that VQS_BENCH_REQUESTS names.
+// the file that VQS_COUNTED_REQUESTS names.
 
 namespace {
 
@@ -20,7 +20,7 @@ bool count(std::string_view call) {
 [[gnu::constructor]] void beginToCount() { host::setWatcher(&count); }
 
 [[gnu::destructor]] void tell() {
-  const char* const path = std::getenv("VQS_BENCH_REQUESTS");
+  const char* const path = std::getenv("VQS_COUNTED_REQUESTS");
   std::FILE* const file = path == nullptr ? nullptr : std::fopen(path, "w");
   if (file == nullptr) return;
   std::fprintf(file, "%d\n", requests.load());
