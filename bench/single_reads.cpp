@@ -17,7 +17,10 @@ namespace {
 struct SingleRead {
   double nanoseconds;
   double pageFaults;
+  double allocations;
+  double heapBytes;
   double peakKilobytes;
+  double laterPageFaults;
   double floorNanoseconds;
 };
 
@@ -25,8 +28,8 @@ std::size_t resultSize(std::size_t policies) { return Result{0}.bytes.size() + p
 
 SingleRead readOnce(const std::string& path, std::size_t policies) {
   const auto numbers = numbersFrom({VQS_BENCH_PROGRAMS "/single_read", path, std::to_string(resultSize(policies))});
-  require(numbers.size() == 4, "four numbers");
-  return {numbers[0], numbers[1], numbers[2], numbers[3]};
+  require(numbers.size() == 7, "seven numbers");
+  return {numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5], numbers[6]};
 }
 
 std::vector<SingleRead> readOften(const std::string& path, std::size_t policies, int times) {
@@ -69,9 +72,15 @@ std::string writtenCrowd(const ScratchFolder& folder, std::size_t count) {
 
 void measureFirstCall(Report& report) {
   const ScratchFolder folder;
-  const auto reads = readOften(writtenFleet(folder), kFleetSize, 61);
+  const std::string path = writtenFleet(folder);
+  const auto reads = readOften(path, kFleetSize, 61);
   report.add(Item::kFirstCallTime, medianOf(reads, &SingleRead::nanoseconds) / 1e6, "median of 61 processes");
   report.add(Item::kFirstCallFaults, medianOf(reads, &SingleRead::pageFaults), "median of 61 processes");
+  report.add(Item::kLaterCallFaults, medianOf(reads, &SingleRead::laterPageFaults), "median of 61 processes");
+  report.add(Item::kReadAllocations, medianOf(reads, &SingleRead::allocations));
+  const auto result = static_cast<double>(resultSize(kFleetSize));
+  const auto needed = result + static_cast<double>(std::filesystem::file_size(path));
+  report.add(Item::kReadPeak, (result + medianOf(reads, &SingleRead::heapBytes)) / needed);
 }
 
 void measureGrowth(Report& report) {

@@ -6,8 +6,8 @@
 
 namespace bench {
 
-/// Reads all whole cache lines of a memory once. It is the measure of others, so it is optimised as far as the compiler can in every
-/// build.
+/// Reads all whole cache lines of a memory once. It is the measure of others, so it is optimised as far as the compiler
+/// can in every build.
 std::uint32_t sumOfWords(const void* memory, std::size_t size);
 
 }  // namespace bench
