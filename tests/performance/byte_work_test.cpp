@@ -45,30 +45,39 @@ class FleetBytes : public testing::Test {
 TEST(ByteWork, pack) {
   const auto body = recordOf<VqsPolicyV2>(bodyV2(fullPolicy()));
   vqs::PackedPolicy packed{};
-  // The name, the description and two texts, whole; and each text's end is looked for.
-  EXPECT_EQ(byteWorkOf([&] { EXPECT_TRUE(vqs::packPolicyV2(&body, &packed)); }),
-            (ByteWork{.copies = 4, .copiedBytes = 128 + 32 + 2 * 512, .scans = 2, .scannedBytes = 2 * (3 + 12)}));
+  // The name, the description and two texts, whole, and 14 and 5 bytes of each action; and each text's end is looked
+  // for.
+  EXPECT_EQ(
+      byteWorkOf([&] { EXPECT_TRUE(vqs::packPolicyV2(&body, &packed)); }),
+      (ByteWork{
+          .copies = 4 + 2 * 2, .copiedBytes = 128 + 32 + 2 * 512 + 2 * 19, .scans = 2, .scannedBytes = 2 * (3 + 12)}));
 }
 
 TEST(ByteWork, unpack) {
   const auto packed = packedRecord();
   VqsPolicyV2 body{};
   EXPECT_EQ(byteWorkOf([&] { EXPECT_TRUE(vqs::unpackPolicyV2(&packed, &body)); }),
-            (ByteWork{.copies = 4, .copiedBytes = 128 + 32 + 2 * 512}));
+            (ByteWork{.copies = 4 + 2 * 2, .copiedBytes = 128 + 32 + 2 * 512 + 2 * 19}));
 }
 
 TEST(ByteWork, size_of_a_binary) {
   const auto packed = packedRecord();
-  EXPECT_EQ(byteWorkOf([&] { EXPECT_EQ(vqs::policyBinarySize({&packed, 1}), 198U); }), (ByteWork{}));
+  // The ends of the name, of the description and of two texts.
+  EXPECT_EQ(byteWorkOf([&] { EXPECT_EQ(vqs::policyBinarySize({&packed, 1}), 198U); }),
+            (ByteWork{.scans = 4, .scannedBytes = 10 + 12 + 6 + 24}));
 }
 
 TEST(ByteWork, binary_that_is_built) {
   const auto packed = packedRecord();
   std::vector<std::byte> binary(198);
-  // All of it but the three bytes behind the policy. The header has 6 fields and the policy 13, of which name and
-  // description have a size; there are 3 for each text and 8 for each action, and the conditions are one.
+  // Each text's end is looked for once, and all is copied but the three bytes behind the policy. The header has 6
+  // fields and the policy 13, of which name and description have a size; there are 3 for each text and 8 for each
+  // action, and the conditions are one.
   EXPECT_EQ(byteWorkOf([&] { EXPECT_TRUE(vqs::buildPolicyBinary(binary, {&packed, 1}, {3, 41})); }),
-            (ByteWork{.copies = 6 + 13 + 1 + 2 * 3 + 1 + 2 * 8, .copiedBytes = 198 - 3}));
+            (ByteWork{.copies = 6 + 13 + 1 + 2 * 3 + 1 + 2 * 8,
+                      .copiedBytes = 198 - 3,
+                      .scans = 4,
+                      .scannedBytes = 10 + 12 + 6 + 24}));
 }
 
 // The fleet's 400 policies have 87091 bytes, 16 of them the header and 1200 the tail.
@@ -95,7 +104,9 @@ TEST_F(FleetBytes, read_into_packed_policies) {
 
 TEST_F(FleetBytes, registry_text) {
   const vqs::TextSink sink{.take = [](void* /*target*/, std::string_view /*piece*/) {}, .target = nullptr};
-  EXPECT_EQ(byteWorkOf([&] { vqs::writeRegistryText(sink, "Name", file()); }), (ByteWork{}));
+  // Two digits and a separator for each byte, which are copied as four.
+  EXPECT_EQ(byteWorkOf([&] { vqs::writeRegistryText(sink, "Name", file()); }),
+            (ByteWork{.copies = 87091, .copiedBytes = 4 * 87091}));
 }
 
 }  // namespace
