@@ -61,7 +61,7 @@ struct Aim {
   std::string_view unit;
   Bound bound = Bound::kNone;
   double limit = 0;
-  /// A count is the same in every run; everything else is a time, or memory, and may be disturbed.
+  /// counts, of bytes too, are the same in every run; all else is a time, which other programs disturb
   bool isCount = false;
 };
 
