@@ -10,7 +10,7 @@ packages_for() {
     test) echo "$(packages_for windows)" wine64 clang-format-19 clang-tidy-19 libc++-19-dev-wasm32 wasi-libc pkgconf dpkg-dev file ;;
     fuzz) echo "$(packages_for build)" clang-19 libclang-rt-19-dev ;;
     release) echo debootstrap git ;;
-    bench) echo "$(packages_for build)" libbenchmark-dev ;;
+    bench) echo "$(packages_for build)" libflatbuffers-dev flatbuffers-compiler libprotobuf-dev protobuf-compiler ;;
     *) echo "install-packages.sh: no such purpose: $1 (build, windows, test, fuzz, bench, release)" >&2; exit 2 ;;
   esac
 }
