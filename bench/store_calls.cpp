@@ -7,10 +7,11 @@
 #include "src/channel/control_codes.h"
 #include "src/channel/session_record.h"
 #include "src/channel/text.h"
+#include "src/channel/work_buffer.h"
 #include "src/policy/store_records.h"
 
-// What the exports of the stores cost beside their requests, which a quiet device answers at once. The other side sends
-// the same requests from records that stand ready.
+// What the exports of the stores cost beside their requests, which a quiet device answers at once. The other side
+// allocates and clears a record for each request, sends it, and gives the memory back.
 
 namespace bench {
 namespace {
@@ -64,24 +65,27 @@ class StoreCalls {
         DeviceIoControl(session_.get()->handle, code, request, length, answer, answerLength, &returned, nullptr);
     require(isDone != FALSE, "a request that succeeds");
   }
+  /// From a record of its own, as a request needs it: zeros but for what it says.
   template <class Record>
-  void sendSame(DWORD code, Record& record) const {
-    send(code, &record, sizeof(record), &record, sizeof(record));
+  void sendNew(DWORD code) const {
+    const vqs::HeapRecord<Record> record;
+    require(static_cast<bool>(record), "memory");
+    send(code, record.get(), sizeof(Record), record.get(), sizeof(Record));
   }
 
-  void sendAdd() { sendSame(vqs::kCodePbModify, request_); }
+  void sendAdd() { sendNew<vqs::PolicyStoreRequest>(vqs::kCodePbModify); }
   void sendReplace() {
-    send(vqs::kCodePbModify, &request_, sizeof(request_), &verdict_, sizeof(verdict_));
+    const vqs::HeapRecord<vqs::PolicyStoreRequest> record;
+    require(static_cast<bool>(record), "memory");
+    send(vqs::kCodePbModify, record.get(), sizeof(*record), &verdict_, sizeof(verdict_));
     sendAdd();
   }
-  void sendCount() { sendSame(vqs::kCodePbRead, fetch_); }
+  void sendCount() { sendNew<vqs::PolicyFetchRequest>(vqs::kCodePbRead); }
 
   QuietDevice device_;
   Session session_;
   VqsPolicyV0 policy_{};
   VqsVersionedPolicy record_{};
-  vqs::PolicyStoreRequest request_{};
-  vqs::PolicyFetchRequest fetch_{};
   std::uint32_t verdict_ = 0;
 };
 

@@ -75,9 +75,8 @@ struct Kept {
   void textFlag(std::size_t index, std::uint8_t flag) const { policy.texts[index].flag = flag; }
   void actionCount(std::uint32_t count) const { policy.actionCount = count; }
   void action(std::size_t index, const FixedBytes<kShortActionSize>& fields) const {
-    auto& action = policy.actions[index];
-    fields.read<0>(action.actionId);
-    fields.read<4>(action.value);
+    fields.read<0>(policy.actions[index].actionId);
+    fields.read<4>(policy.actions[index].value);
   }
   void action(std::size_t index, const FixedBytes<kFullActionSize>& fields) const {
     auto& action = policy.actions[index];

@@ -27,6 +27,15 @@ std::uint64_t imageSize(std::uint32_t policyCount, std::size_t stride) {
   return sizeof(VqsPolicyBinary) + std::uint64_t{policyCount} * stride;
 }
 
+VqsPolicyBinary headOf(const BinaryVersions& versions, std::uint32_t policyCount, std::uint32_t structureVersion) {
+  VqsPolicyBinary head{};
+  head.binaryVersion1 = versions.first;
+  head.binaryVersion2 = versions.second;
+  head.policyCount = policyCount;
+  head.structureVersion = structureVersion;
+  return head;
+}
+
 vqsStatus readImage(const LoadedBinary& binary, VqsPolicyBinary* destination, std::uint64_t size,
                     std::uint32_t structureVersion) {
   const auto stride = policyBodySize(structureVersion);
@@ -34,16 +43,11 @@ vqsStatus readImage(const LoadedBinary& binary, VqsPolicyBinary* destination, st
   BinaryVersions versions{};
   if (!checkBinary(binary.file.bytes(), versions)) return VQS_REQUEST_FAILED;
   // Nothing can fail from here on, so the caller's own memory is written.
-  *destination = {};
-  destination->binaryVersion1 = versions.first;
-  destination->binaryVersion2 = versions.second;
-  destination->policyCount = binary.policyCount;
-  destination->structureVersion = structureVersion;
+  *destination = headOf(versions, binary.policyCount, structureVersion);
   // A policy that does not fit the structure version ends the conversion; the call succeeds, with the rest of the
   // bodies zero (compatibility.md: unconverted-policies).
-  const std::size_t bodies = binary.policyCount * *stride;
-  readBodies(binary.file.bytes(), structureVersion, {reinterpret_cast<std::byte*>(destination + 1), bodies},
-             kRuntimeText);
+  auto* const bodies = reinterpret_cast<std::byte*>(destination + 1);
+  readBodies(binary.file.bytes(), structureVersion, {bodies, binary.policyCount * *stride}, kRuntimeText);
   return VQS_SUCCESS;
 }
 
