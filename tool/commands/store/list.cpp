@@ -29,8 +29,7 @@ void list(Context& context, const StoreListArguments& arguments) {
 
 }  // namespace
 
-void addStoreList(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "list", "List the policies of a store, in the store's order.");
+void setUpStoreList(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<StoreListArguments>();
   addStoreArgument(command, arguments->store);
   command.add_flag("--json", arguments->json, "Print JSON with every field of every policy instead of a table");

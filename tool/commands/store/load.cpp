@@ -119,8 +119,7 @@ void runLoad(Context& context, const StoreLoadArguments& arguments) {
 
 }  // namespace
 
-void addStoreLoad(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "load", "Add the policies of a policy binary to a store.");
+void setUpStoreLoad(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<StoreLoadArguments>();
   addStoreArgument(command, arguments->store);
   command.add_option("FILE", arguments->file, "The policy binary, of revision 3, 4 or 5")->required()->type_name("");

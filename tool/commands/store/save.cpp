@@ -49,8 +49,7 @@ void runSave(Context& context, const StoreSaveArguments& arguments) {
 
 }  // namespace
 
-void addStoreSave(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "save", "Save the policies of a store in a policy binary.");
+void setUpStoreSave(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<StoreSaveArguments>();
   addStoreArgument(command, arguments->store);
   command.add_option("FILE", arguments->file, "The file to write; an existing one is replaced, whole or not at all")
