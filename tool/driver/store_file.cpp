@@ -71,8 +71,8 @@ SavedStore saveStore(const Session& session, const Store& store, vqs::BinaryVers
   writeWhole(session, store, versions, file, asRegistryText);
   const auto written = readBack(file, asRegistryText);
   if (!written || written->policyCount != count)
-    throw Failure{
-        fmt::format("the {} store was not saved: {}", store.title, reasonForRefusal(readPolicies(session, store)))};
+    throw Failure{fmt::format("the {} store was not saved: {}", store.title,
+                              reasonForRefusal(readPolicies(session, store).policies()))};
   file.commit();
   return {.count = count, .versions = written->versions};
 }

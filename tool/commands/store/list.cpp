@@ -21,10 +21,11 @@ std::string asText(const Store& store, std::span<const VqsPolicyV2> policies) {
 
 void list(Context& context, const StoreListArguments& arguments) {
   const auto& store = storeNamed(arguments.store);
-  std::vector<VqsPolicyV2> policies;
-  withDriver(context, [&](const Session& session) { policies = readPolicies(session, store); });
-  context.out = arguments.json ? renderJson({{"store", store.name}, {"policies", toJson(std::span{policies})}})
-                               : asText(store, policies);
+  StoredPolicies stored{0};
+  withDriver(context, [&](const Session& session) { stored = readPolicies(session, store); });
+  const auto policies = stored.policies();
+  context.out =
+      arguments.json ? renderJson({{"store", store.name}, {"policies", toJson(policies)}}) : asText(store, policies);
 }
 
 }  // namespace
