@@ -32,8 +32,8 @@ struct Range {
   std::int32_t highest;
 };
 
-std::int32_t pointOf(std::uint64_t seed, std::uint32_t course, std::uint64_t index, Range range) {
-  const std::uint64_t random = mixed(mixed(mixed(seed) + course) + index);
+std::int32_t pointOf(std::uint64_t course, std::uint64_t index, Range range) {
+  const std::uint64_t random = mixed(course + index);
   const auto width = static_cast<std::uint64_t>(range.highest - range.lowest) + 1;
   return range.lowest + static_cast<std::int32_t>(random % width);
 }
@@ -43,8 +43,9 @@ std::int32_t courseAt(std::uint64_t seed, std::uint32_t course, std::uint32_t se
                       Range range) {
   const std::uint32_t index = second / period;
   const auto within = static_cast<std::int32_t>(second % period);
-  const std::int32_t from = pointOf(seed, course, index, range);
-  const std::int32_t to = pointOf(seed, course, index + std::uint64_t{1}, range);
+  const std::uint64_t ownCourse = mixed(mixed(seed) + course);
+  const std::int32_t from = pointOf(ownCourse, index, range);
+  const std::int32_t to = pointOf(ownCourse, index + std::uint64_t{1}, range);
   return from + (to - from) * within / static_cast<std::int32_t>(period);
 }
 
