@@ -92,13 +92,14 @@ std::string escape(const Decoded& character) {
 }
 
 /// What nearly all text consists of: one column and one byte each, and nothing that is ever escaped.
-bool isPlain(char byte) { return byte >= ' ' && byte < 0x7F && byte != '"' && byte != '\\'; }
+constexpr bool isPlain(char byte) { return byte >= ' ' && byte < 0x7F && byte != '"' && byte != '\\'; }
 
 /// The plain characters that a text begins with, which are taken from it.
 std::string_view takePlain(std::string_view& text) {
-  const auto end = std::ranges::find_if_not(text, isPlain);
-  const auto plain = text.substr(0, static_cast<std::size_t>(end - text.begin()));
-  text.remove_prefix(plain.size());
+  std::size_t length = 0;
+  while (length < text.size() && isPlain(text[length])) ++length;
+  const auto plain = text.substr(0, length);
+  text.remove_prefix(length);
   return plain;
 }
 
