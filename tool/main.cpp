@@ -11,6 +11,8 @@
 namespace tool {
 namespace {
 
+using Arguments = std::vector<std::string>;
+
 enum ExitCode { kDone = 0, kFailed = 1, kWrongUsage = 2 };
 
 /// The help or the version that was asked for.
@@ -20,26 +22,50 @@ void answer(const CLI::App& program, const CLI::Success& request) {
   Output{}.write(text.str());
 }
 
-/// Parses the command line, which runs the command, and writes what the command leaves.
-void runCommand(CLI::App& program, Context& context, std::vector<std::string> arguments) {
-  try {
+/// A program with some of its commands, and what they get.
+struct Program {
+  Context context;
+  CLI::App app{"Works with the VexoQTF power-management driver and its policies.", "vqs"};
+
+  explicit Program(const Selection& isWanted) { buildProgram(app, context, isWanted); }
+
+  /// Parses the command line, which runs the command, and writes what the command leaves.
+  void run(Arguments arguments) {
     std::ranges::reverse(arguments);
-    program.parse(std::move(arguments));
+    app.parse(std::move(arguments));
     context.output.write(context.out);
     context.output.finish();
+  }
+};
+
+/// Runs a command line that has shown to be a question for help, or to be wrong: both are answered with the names of
+/// all commands.
+void runWhole(const Arguments& arguments) {
+  Program program{[](std::string_view /*name*/) { return true; }};
+  try {
+    program.run(arguments);
   } catch (const CLI::Success& request) {
-    answer(program, request);
+    answer(program.app, request);
   } catch (const CLI::ParseError& error) {
-    throw UsageError{describeUsage(program, error)};
+    throw UsageError{describeUsage(program.app, error)};
   }
 }
 
-int run(std::vector<std::string> arguments) {
+/// No command is meant but those whose names are among the words. To set up all others takes longer than many commands.
+void runCommand(const Arguments& arguments) {
+  if (arguments == Arguments{kVersionOption}) return Output{}.write(std::string{kVersionText} + '\n');
   try {
-    Context context;
-    CLI::App program{"Works with the VexoQTF power-management driver and its policies.", "vqs"};
-    buildProgram(program, context);
-    runCommand(program, context, std::move(arguments));
+    Program{[&](std::string_view name) { return std::ranges::find(arguments, name) != arguments.end(); }}.run(
+        arguments);
+  } catch (const CLI::ParseError&) {
+    // Thrown before any command was run.
+    runWhole(arguments);
+  }
+}
+
+int run(const Arguments& arguments) {
+  try {
+    runCommand(arguments);
     return kDone;
   } catch (const UsageError& error) {
     writeError(error.what());

@@ -3,6 +3,8 @@
 
 #include <fmt/format.h>
 
+#include <span>
+
 #include "tool/commands/command.h"
 #include "tool/terminal/nearest.h"
 #include "tool/terminal/text.h"
@@ -10,44 +12,73 @@
 namespace tool {
 namespace {
 
-CLI::App& addGroup(CLI::App& program, const std::string& name, const std::string& description) {
-  auto& group = addCommand(program, name, description);
-  group.require_subcommand(1);
-  return group;
+struct CommandRow {
+  const char* name;
+  const char* description;
+  void (*setUp)(CLI::App& command, Context& context);
+};
+
+struct GroupRow {
+  const char* name;
+  const char* description;
+  std::span<const CommandRow> commands;
+};
+
+// clang-format off
+constexpr CommandRow kBinaryCommands[] = {
+    {"show", "Show what a policy binary holds.", setUpBinaryShow},
+};
+
+constexpr CommandRow kStoreCommands[] = {
+    {"list", "List the policies of a store, in the store's order.", setUpStoreList},
+    {"load", "Add the policies of a policy binary to a store.", setUpStoreLoad},
+    {"save", "Save the policies of a store in a policy binary.", setUpStoreSave},
+    {"reset", "Remove every policy of a store.", setUpStoreReset},
+};
+
+constexpr CommandRow kCatalogueCommands[] = {
+    {"conditions", "List the condition types that policies may have.", setUpCatalogueConditions},
+    {"actions", "List the action types that policies may have.", setUpCatalogueActions},
+};
+
+constexpr CommandRow kTelemetryCommands[] = {
+    {"keys", "List the keys of a telemetry log, in the library's order.", setUpTelemetryKeys},
+    {"show", "Show what a telemetry log holds, once.", setUpTelemetryShow},
+    {"watch", "Keep showing keys of a telemetry log, until Ctrl-C.", setUpTelemetryWatch},
+};
+
+constexpr GroupRow kGroups[] = {
+    {"binary", "Work with policy binary files.", kBinaryCommands},
+    {"store", "Work with the driver's policy stores: pb, asm and balance-profile.", kStoreCommands},
+    {"catalogue", "Look up what policies are made of.", kCatalogueCommands},
+    {"telemetry", "Look into the driver's telemetry logs.", kTelemetryCommands},
+};
+
+constexpr CommandRow kCommands[] = {
+    {"features", "Show which of the driver's features are supported and active.", setUpFeatures},
+    {"sensors", "Show the status and the data words of the four sensors.", setUpSensors},
+    {"battery", "Show the battery's charge, temperature and limits.", setUpBattery},
+    {"io", "Show application inputs and outputs, taskbar icon and debug output.", setUpIo},
+    {"override", "List the driver's inputs that can be set by hand, set or clear one.", setUpOverride},
+    {"version", "Show the versions of this tool, the library and the driver.", setUpVersion},
+};
+// clang-format on
+
+/// A command, or a group of commands, with what all have in common.
+CLI::App& add(CLI::App& parent, const char* name, const char* description) {
+  // Options of the whole program may stand behind the command too.
+  return *parent.add_subcommand(name, description)->fallthrough();
 }
 
-void addBinaryCommands(CLI::App& program, Context& context) {
-  auto& group = addGroup(program, "binary", "Work with policy binary files.");
-  addBinaryShow(group, context);
+void addCommands(CLI::App& parent, Context& context, std::span<const CommandRow> rows, const Selection& isWanted) {
+  for (const auto& row : rows)
+    if (isWanted(row.name)) row.setUp(add(parent, row.name, row.description), context);
 }
 
-void addStoreCommands(CLI::App& program, Context& context) {
-  auto& group = addGroup(program, "store", "Work with the driver's policy stores: pb, asm and balance-profile.");
-  addStoreList(group, context);
-  addStoreLoad(group, context);
-  addStoreSave(group, context);
-  addStoreReset(group, context);
-}
-
-void addCatalogueCommands(CLI::App& program, Context& context) {
-  auto& group = addGroup(program, "catalogue", "Look up what policies are made of.");
-  addCatalogueConditions(group, context);
-  addCatalogueActions(group, context);
-}
-
-void addTelemetryCommands(CLI::App& program, Context& context) {
-  auto& group = addGroup(program, "telemetry", "Look into the driver's telemetry logs.");
-  addTelemetryKeys(group, context);
-  addTelemetryShow(group, context);
-  addTelemetryWatch(group, context);
-}
-
-void addPlatformCommands(CLI::App& program, Context& context) {
-  addFeatures(program, context);
-  addSensors(program, context);
-  addBattery(program, context);
-  addIo(program, context);
-  addOverride(program, context);
+void addGroups(CLI::App& program, Context& context, const Selection& isWanted) {
+  for (const auto& row : kGroups)
+    if (isWanted(row.name))
+      addCommands(*add(program, row.name, row.description).require_subcommand(1), context, row.commands, isWanted);
 }
 
 /// The innermost command that was understood.
@@ -100,12 +131,12 @@ void addDriverOptions(CLI::App& program, Context& context) {
 
 }  // namespace
 
-void buildProgram(CLI::App& program, Context& context) {
+void buildProgram(CLI::App& program, Context& context, const Selection& isWanted) {
   program.require_subcommand(1);
   // The default of Windows would take a path from the root for an option.
   program.allow_windows_style_options(false);
   program.set_help_flag("-h,--help", "Print this help");
-  program.set_version_flag("--version", "vqs " VQS_TOOL_VERSION);
+  program.set_version_flag(kVersionOption, kVersionText);
   addDriverOptions(program, context);
   program.footer(
       "STORE is pb (Policy Builder), asm or balance-profile.\n"
@@ -119,12 +150,8 @@ void buildProgram(CLI::App& program, Context& context) {
       "  vqs telemetry watch PowerSource BatteryChargeLevel\n"
       "  vqs override PowerSource 1\n\n"
       "\"vqs COMMAND --help\" tells more about a command.");
-  addBinaryCommands(program, context);
-  addStoreCommands(program, context);
-  addCatalogueCommands(program, context);
-  addTelemetryCommands(program, context);
-  addPlatformCommands(program, context);
-  addVersion(program, context);
+  addGroups(program, context, isWanted);
+  addCommands(program, context, kCommands, isWanted);
 }
 
 std::string describeUsage(const CLI::App& program, const CLI::ParseError& error) {

@@ -7,9 +7,10 @@ namespace simulator {
 namespace {
 
 Reason readEnvironment(void* /*context*/, Configuration& configuration) {
-  const Reason tooLong{"is longer than %zu bytes", Configuration::kLongestText - 1};
-  if (!system::environment("VEXOQTF_SIMULATOR_STATE", configuration.stateFile)) return tooLong;
-  return system::environment("VEXOQTF_SIMULATOR_OPTIONS", configuration.options) ? Reason{} : tooLong;
+  if (system::environment("VEXOQTF_SIMULATOR_STATE", configuration.stateFile) &&
+      system::environment("VEXOQTF_SIMULATOR_OPTIONS", configuration.options))
+    return {};
+  return Reason{"is longer than %zu bytes", Configuration::kLongestText - 1};
 }
 
 /// The library finds its driver in any process that loads it. The driver is never destroyed: handles may be in use as

@@ -14,9 +14,12 @@ struct Free {
 };
 using SystemBuffer = std::unique_ptr<std::byte, Free>;
 
-/// Zeroed by the system, so that a huge length that the driver refuses anyway costs nothing.
-SystemBuffer allocate(std::size_t size) {
-  return SystemBuffer{static_cast<std::byte*>(std::calloc(1, std::max<std::size_t>(size, 1)))};
+/// Where the input fills it, nothing is left to be zeroed, and most requests are as long as their answers. Otherwise it
+/// is zeroed by the system, so that a huge length that the driver refuses anyway costs nothing.
+SystemBuffer allocate(const host::DeviceRequest& request) {
+  const std::size_t size = std::max<std::size_t>({request.inputLength, request.outputLength, 1});
+  void* const memory = request.inputLength == size ? std::malloc(size) : std::calloc(1, size);
+  return SystemBuffer{static_cast<std::byte*>(memory)};
 }
 
 }  // namespace
@@ -24,7 +27,7 @@ SystemBuffer allocate(std::size_t size) {
 bool runBuffered(Driver& driver, Surroundings& surroundings, SessionId session, const host::DeviceRequest& request) {
   if (request.returned != nullptr) *request.returned = 0;
   const std::size_t size = std::max(request.inputLength, request.outputLength);
-  const SystemBuffer buffer = allocate(size);
+  const SystemBuffer buffer = allocate(request);
   if (buffer == nullptr) return false;
   if (request.inputLength != 0) std::memcpy(buffer.get(), request.input, request.inputLength);
   const Answer answer = driver.control(surroundings, session, request.code, {buffer.get(), size}, request.inputLength,

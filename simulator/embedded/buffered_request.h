@@ -6,9 +6,9 @@
 
 namespace simulator {
 
-/// Carries a request to the driver and its answer back, as an I/O manager does for buffered codes: through one zeroed
-/// system buffer as long as the longer of both lengths. The caller's output changes on success only, and no further
-/// than the answer reaches. False when the request failed.
+/// Carries a request to the driver and its answer back, as an I/O manager does for buffered codes: through one system
+/// buffer as long as the longer of both lengths, zero behind the input. The caller's output changes on success only,
+/// and no further than the answer reaches. False when the request failed.
 bool runBuffered(Driver& driver, Surroundings& surroundings, SessionId session, const host::DeviceRequest& request);
 
 }  // namespace simulator

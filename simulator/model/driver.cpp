@@ -53,8 +53,9 @@ Answer Driver::control(Surroundings& surroundings, SessionId session, std::uint3
   const RequestRow& row = rowOf(code);
   const Answer answer = carryOut(surroundings, row, {session, buffer, inputLength, outputLength});
   tellOfChanges(surroundings, before);
-  if (answer.outcome == Outcome::kSuccess) events_.fire(surroundings, row.event);
-  if (isLater || row.changes != Changes::kNothing) logs_.refresh(surroundings, sources());
+  const bool isDone = answer.outcome == Outcome::kSuccess;
+  if (isDone) events_.fire(surroundings, row.event);
+  if (isLater || (isDone && row.changes != Changes::kNothing)) logs_.refresh(surroundings, sources());
   return answer;
 }
 

@@ -32,8 +32,8 @@ struct Range {
   std::int32_t highest;
 };
 
-std::int32_t pointOf(std::uint64_t seed, std::uint32_t course, std::uint64_t index, Range range) {
-  const std::uint64_t random = mixed(mixed(mixed(seed) + course) + index);
+std::int32_t pointOf(std::uint64_t course, std::uint64_t index, Range range) {
+  const std::uint64_t random = mixed(course + index);
   const auto width = static_cast<std::uint64_t>(range.highest - range.lowest) + 1;
   return range.lowest + static_cast<std::int32_t>(random % width);
 }
@@ -43,10 +43,14 @@ std::int32_t courseAt(std::uint64_t seed, std::uint32_t course, std::uint32_t se
                       Range range) {
   const std::uint32_t index = second / period;
   const auto within = static_cast<std::int32_t>(second % period);
-  const std::int32_t from = pointOf(seed, course, index, range);
-  const std::int32_t to = pointOf(seed, course, index + std::uint64_t{1}, range);
+  const std::uint64_t ownCourse = mixed(mixed(seed) + course);
+  const std::int32_t from = pointOf(ownCourse, index, range);
+  const std::int32_t to = pointOf(ownCourse, index + std::uint64_t{1}, range);
   return from + (to - from) * within / static_cast<std::int32_t>(period);
 }
+
+/// What a core of that activity draws.
+std::int32_t powerAt(std::int32_t activity) { return 40 + activity * 7; }
 
 /// One second of the way from a temperature to where it tends.
 std::int32_t approached(std::int32_t temperature, std::int32_t target, std::int32_t seconds) {
@@ -133,10 +137,12 @@ std::int32_t Platform::cpuActivity() const {
   return courseAt(settings_.platform.seed, kCourseCpu, seconds(), 16, {3, 97});
 }
 
-std::int32_t Platform::coreActivity(std::uint32_t core) const {
+std::int32_t Platform::activityOfCore(std::uint32_t core, std::int32_t cpuActivity) const {
   const std::int32_t own = courseAt(settings_.platform.seed, kCourseCore + core, seconds(), 8, {-20, 20});
-  return std::clamp(cpuActivity() + own, 0, 100);
+  return std::clamp(cpuActivity + own, 0, 100);
 }
+
+std::int32_t Platform::coreActivity(std::uint32_t core) const { return activityOfCore(core, cpuActivity()); }
 
 std::int32_t Platform::gfxActivity() const {
   return courseAt(settings_.platform.seed, kCourseGfx, seconds(), 24, {0, 80});
@@ -146,20 +152,23 @@ std::int32_t Platform::npuActivity() const {
   return courseAt(settings_.platform.seed, kCourseNpu, seconds(), 40, {0, 60});
 }
 
-std::int32_t Platform::corePower(std::uint32_t core) const { return 40 + coreActivity(core) * 7; }
+std::int32_t Platform::corePower(std::uint32_t core) const { return powerAt(coreActivity(core)); }
 
 std::int32_t Platform::allCorePower() const {
+  const std::int32_t activity = cpuActivity();
   std::int32_t sum = 0;
-  for (std::uint32_t core = 0; core < kCores; ++core) sum += corePower(core);
+  for (std::uint32_t core = 0; core < kCores; ++core) sum += powerAt(activityOfCore(core, activity));
   return sum;
 }
 
 std::int32_t Platform::gfxPower() const { return 300 + gfxActivity() * 75; }
 std::int32_t Platform::npuPower() const { return 100 + npuActivity() * 30; }
 
+std::int32_t Platform::ownApuPower() const { return 1200 + allCorePower() + gfxPower() + npuPower(); }
+
 std::int32_t Platform::apuPower() const {
-  const std::int64_t own = std::int64_t{1200} + allCorePower() + gfxPower() + npuPower();
-  return static_cast<std::int32_t>(overridden(settings_.overrides, kKeyApuPower, own));
+  if (!apuPower_) apuPower_ = static_cast<std::int32_t>(overridden(settings_.overrides, kKeyApuPower, ownApuPower()));
+  return *apuPower_;
 }
 
 std::int32_t Platform::systemPower() const { return apuPower() + 2500 + brightness() * 40; }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
+
 #include "simulator/model/settings.h"
 
 namespace simulator {
@@ -17,7 +19,8 @@ inline constexpr std::uint32_t kCores = 16;
 inline constexpr std::uint64_t kLongestCatchUp = 3600000;
 
 /// The platform's own inputs and states at its present second, with what is overridden of them. Powers in mW,
-/// temperatures in hundredths of a degree, frequencies in MHz, activities in percent.
+/// temperatures in hundredths of a degree, frequencies in MHz, activities in percent. It is for one second, and as long
+/// as nothing is overridden or set anew.
 class Platform {
  public:
   explicit Platform(const Settings& settings) : settings_(settings) {}
@@ -52,9 +55,13 @@ class Platform {
   [[nodiscard]] std::int32_t nvmeTemperature() const;
 
  private:
+  [[nodiscard]] std::int32_t activityOfCore(std::uint32_t core, std::int32_t cpuActivity) const;
+  [[nodiscard]] std::int32_t ownApuPower() const;
   [[nodiscard]] std::int32_t ownChargeRate() const;
 
   const Settings& settings_;
+  /// Nearly all of the work of a second is to find this, and most of a second's values follow from it.
+  mutable std::optional<std::int32_t> apuPower_;
 };
 
 /// What holds the chip back, a bit each: PROCHOT, SPL, FPPT, SPPT, and the temperature of cores, graphics and chip.

@@ -159,5 +159,15 @@ TEST(Usage, file_named_like_a_command) {
   EXPECT_EQ(run({"binary", "show", "--", "--json"}), failed("vqs: --json cannot be read: No such file or directory\n"));
 }
 
+TEST(Usage, words_that_are_also_names_of_other_commands) {
+  EXPECT_EQ(run({"binary", "show", "store", "list"}),
+            wrongUsage("vqs: \"list\" is not expected (see \"vqs binary show --help\")\n"));
+  EXPECT_EQ(run({"store", "list", "version"}),
+            wrongUsage("vqs: \"version\" is not a store, the stores are pb, asm or balance-profile\n"));
+  EXPECT_EQ(run({"store", "binary"}), wrongUsage("vqs: \"binary\" is not a command (see \"vqs store --help\")\n"));
+  EXPECT_EQ(run({"show"}), wrongUsage("vqs: \"show\" is not a command (see \"vqs --help\")\n"));
+  EXPECT_EQ(run({"--version", "store"}), done("vqs " VQS_VERSION "\n"));
+}
+
 }  // namespace
 }  // namespace test

@@ -32,8 +32,7 @@ void showVersions(Context& context) {
 
 }  // namespace
 
-void addVersion(CLI::App& parent, Context& context) {
-  auto& command = addCommand(parent, "version", "Show the versions of this tool, the library and the driver.");
+void setUpVersion(CLI::App& command, Context& context) {
   command.footer(
       "The library's version and the driver's are those of their files, major.minor.third.fourth;\n"
       "\"simulated\" says that the driver is part of the library.");

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <memory>
+#include <new>
+#include <vector>
 
 #include "tool/terminal/errors.h"
 #include "tool/terminal/nearest.h"
@@ -30,6 +30,13 @@ void requireRead(vqsStatus status, const Store& store) {
 
 }  // namespace
 
+StoredPolicies::StoredPolicies(std::size_t count)
+    : count_{count},
+      memory_{std::make_unique_for_overwrite<std::byte[]>(sizeof(VqsPolicyListV2) + count * sizeof(VqsPolicyV2))} {
+  new (memory_.get()) VqsPolicyListV2{
+      .structureVersion = 2, .count = static_cast<std::uint32_t>(count), .size = policies().size_bytes()};
+}
+
 const Store& storeNamed(const std::string& name) {
   const auto found = std::ranges::find(kStores, name, &Store::name);
   if (found != kStores.end()) return *found;
@@ -46,20 +53,15 @@ std::size_t countPolicies(const Session& session, const Store& store) {
   return list.count;
 }
 
-std::vector<VqsPolicyV2> readPolicies(const Session& session, const Store& store) {
-  std::vector<VqsPolicyV2> policies(countPolicies(session, store));
-  if (policies.empty()) return policies;
-  const std::size_t size = policies.size() * sizeof(VqsPolicyV2);
-  std::vector<std::byte> buffer(sizeof(VqsPolicyListV2) + size);
-  auto* list = new (buffer.data())
-      VqsPolicyListV2{.structureVersion = 2, .count = static_cast<std::uint32_t>(policies.size()), .size = size};
-  const vqsStatus status = vqsPbGetPoliciesV2(session.get(), list, store.id);
+StoredPolicies readPolicies(const Session& session, const Store& store) {
+  StoredPolicies stored{countPolicies(session, store)};
+  if (stored.policies().empty()) return stored;
+  const vqsStatus status = vqsPbGetPoliciesV2(session.get(), stored.list(), store.id);
   // When the store has grown since it was counted, the library refuses the capacity.
   if (status == VQS_INVALID_PARAMETER)
     throw Failure{fmt::format("the {} store changed while it was read: try again", store.title)};
   requireRead(status, store);
-  std::memcpy(policies.data(), buffer.data() + sizeof(VqsPolicyListV2), size);
-  return policies;
+  return stored;
 }
 
 void resetStore(const Session& session, const Store& store) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <memory>
+#include <span>
 #include <string>
-#include <vector>
 
 #include <vqs/policy.h>
 #include "tool/driver/driver_session.h"
@@ -19,6 +21,22 @@ struct Store {
   vqsStatus(VQS_CALL* reset)(QtfSession* session);
 };
 
+/// Policies where the library has put them, behind the head of their list. What they do not use of their entries holds
+/// anything.
+class StoredPolicies {
+ public:
+  explicit StoredPolicies(std::size_t count);
+
+  [[nodiscard]] VqsPolicyListV2* list() const { return reinterpret_cast<VqsPolicyListV2*>(memory_.get()); }
+  [[nodiscard]] std::span<const VqsPolicyV2> policies() const {
+    return {reinterpret_cast<const VqsPolicyV2*>(memory_.get() + sizeof(VqsPolicyListV2)), count_};
+  }
+
+ private:
+  std::size_t count_;
+  std::unique_ptr<std::byte[]> memory_;
+};
+
 /// The store of that name. Throws a UsageError that suggests the nearest name.
 const Store& storeNamed(const std::string& name);
 
@@ -26,7 +44,7 @@ const Store& storeNamed(const std::string& name);
 std::string storeNames();
 
 std::size_t countPolicies(const Session& session, const Store& store);
-std::vector<VqsPolicyV2> readPolicies(const Session& session, const Store& store);
+StoredPolicies readPolicies(const Session& session, const Store& store);
 void resetStore(const Session& session, const Store& store);
 
 /// What the driver says about a policy that it did not take, as the end of a sentence.

@@ -81,14 +81,14 @@ std::vector<VqsPolicyV2> unpacked(const std::vector<vqs::PackedPolicy>& packed) 
   return policies;
 }
 
-/// The defect tells whether the file is good.
-PolicyFile parse(const std::vector<std::byte>& bytes, vqs::Defect& defect) {
+/// The policies as the file has them. The defect tells whether the file is good.
+std::vector<vqs::PackedPolicy> parse(const std::vector<std::byte>& bytes, vqs::BinaryVersions& versions,
+                                     vqs::Defect& defect) {
   defect = vqs::headerDefect(bytes);
   if (defect.kind != vqs::DefectKind::kNone) return {};
   std::vector<vqs::PackedPolicy> packed(vqs::announcedPolicyCount(bytes));
-  vqs::BinaryVersions versions{};
   static_cast<void>(vqs::readBinary(bytes, packed, versions, &defect));
-  return {.version1 = versions.first, .version2 = versions.second, .policies = unpacked(packed)};
+  return packed;
 }
 
 }  // namespace
@@ -100,17 +100,21 @@ std::vector<std::byte> readBytes(const std::string& path) {
   return bytes;
 }
 
-std::optional<PolicyFile> parsePolicies(const std::vector<std::byte>& bytes) {
+std::optional<PolicyFileSummary> summarize(const std::vector<std::byte>& bytes) {
   vqs::Defect defect{};
-  auto file = parse(bytes, defect);
-  return defect.kind == vqs::DefectKind::kNone ? std::optional{std::move(file)} : std::nullopt;
+  vqs::BinaryVersions versions{};
+  const std::size_t count = parse(bytes, versions, defect).size();
+  if (defect.kind != vqs::DefectKind::kNone) return std::nullopt;
+  return PolicyFileSummary{.versions = versions, .policyCount = count};
 }
 
 PolicyFile readPolicyFile(const std::string& path) {
   const auto bytes = readBinaryBytes(path);
   vqs::Defect defect{};
-  auto file = parse(bytes, defect);
-  if (defect.kind == vqs::DefectKind::kNone) return file;
+  vqs::BinaryVersions versions{};
+  const auto packed = parse(bytes, versions, defect);
+  if (defect.kind == vqs::DefectKind::kNone)
+    return {.version1 = versions.first, .version2 = versions.second, .policies = unpacked(packed)};
   throw Failure{
       fmt::format("{} is not a valid policy binary: {}", path, describe(defect, vqs::announcedPolicyCount(bytes)))};
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <vqs/policy_records.h>
+#include "format/binary/layout.h"
 
 namespace tool {
 
@@ -18,14 +19,20 @@ struct PolicyFile {
   std::vector<VqsPolicyV2> policies;
 };
 
+/// How much a policy binary holds.
+struct PolicyFileSummary {
+  vqs::BinaryVersions versions;
+  std::size_t policyCount;
+};
+
 /// The bytes of a regular file that is not empty. Throws a Failure with the reason.
 std::vector<std::byte> readBytes(const std::string& path);
 
 /// Reads a policy binary. Throws a Failure that names the file and what is wrong with it.
 PolicyFile readPolicyFile(const std::string& path);
 
-/// The policies in bytes that are a policy binary; nothing when they are none.
-std::optional<PolicyFile> parsePolicies(const std::vector<std::byte>& bytes);
+/// What bytes that are a policy binary hold; nothing when they are none.
+std::optional<PolicyFileSummary> summarize(const std::vector<std::byte>& bytes);
 
 /// The last part of a path.
 std::string fileName(const std::string& path);

@@ -14,7 +14,8 @@ std::string unlessZero(std::string_view name, std::uint32_t value) {
 }
 
 std::string line(std::string_view heading, const std::string& text) {
-  return fmt::format("  {:<11}  {}\n", heading, text);
+  constexpr std::size_t kHeadingWidth = 13;
+  return "  " + padded(std::string{heading}, kHeadingWidth) + text + '\n';
 }
 
 std::string renderSettings(const VqsPolicyV2& policy) {

@@ -91,18 +91,32 @@ std::string escape(const Decoded& character) {
   }
 }
 
+/// What nearly all text consists of: one column and one byte each, and nothing that is ever escaped.
+constexpr bool isPlain(char byte) { return byte >= ' ' && byte < 0x7F && byte != '"' && byte != '\\'; }
+
+/// The plain characters that a text begins with, which are taken from it.
+std::string_view takePlain(std::string_view& text) {
+  std::size_t length = 0;
+  while (length < text.size() && isPlain(text[length])) ++length;
+  const auto plain = text.substr(0, length);
+  text.remove_prefix(length);
+  return plain;
+}
+
+std::string escape(std::string_view text, const Decoded& character, std::string_view special) {
+  if (!character.valid || isWithin(kUnprintable, character.code)) return escape(character);
+  const bool isSpecial = character.code < 0x80 && special.find(static_cast<char>(character.code)) != special.npos;
+  return (isSpecial ? "\\" : "") + std::string{text.substr(0, character.length)};
+}
+
 /// Escapes what is unprintable, and puts a backslash before each of `special`.
 std::string escaped(std::string_view text, std::string_view special) {
-  std::string result;
+  std::string result{takePlain(text)};
   while (!text.empty()) {
     const Decoded character = decode(text);
-    if (!character.valid || isWithin(kUnprintable, character.code)) {
-      result += escape(character);
-    } else {
-      if (character.code < 0x80 && special.find(static_cast<char>(character.code)) != special.npos) result += '\\';
-      result += text.substr(0, character.length);
-    }
+    result += escape(text, character, special);
     text.remove_prefix(character.length);
+    result += takePlain(text);
   }
   return result;
 }
@@ -138,11 +152,12 @@ std::string printable(std::string_view utf8) { return escaped(utf8, ""); }
 std::string inQuotes(std::string_view utf8) { return '"' + escaped(utf8, "\"\\") + '"'; }
 
 std::size_t displayWidth(std::string_view utf8) {
-  std::size_t width = 0;
+  std::size_t width = takePlain(utf8).size();
   while (!utf8.empty()) {
     const Decoded character = decode(utf8);
     width += isWithin(kNoColumn, character.code) ? 0 : isWithin(kTwoColumns, character.code) ? 2 : 1;
     utf8.remove_prefix(character.length);
+    width += takePlain(utf8).size();
   }
   return width;
 }

@@ -9,11 +9,27 @@
 namespace tool {
 namespace {
 
-std::string alignedText(const std::string& text, Align align, std::size_t width) {
-  if (align == Align::kLeft) return padded(text, width);
-  const std::size_t used = displayWidth(text);
-  return std::string(width > used ? width - used : 0, ' ') + text;
-}
+/// A line that grows by texts and by room between them. Room becomes spaces when a text follows: the widest text of a
+/// last column would otherwise be as many spaces in every line.
+class Line {
+ public:
+  void leave(std::size_t columns) { room_ += columns; }
+  void write(const std::string& text) {
+    if (text.empty()) return;
+    text_.append(std::exchange(room_, 0), ' ');
+    text_ += text;
+  }
+
+  /// The line without the spaces that its last text ends with.
+  std::string finish() && {
+    text_.erase(text_.find_last_not_of(' ') + 1);
+    return std::move(text_);
+  }
+
+ private:
+  std::string text_;
+  std::size_t room_ = 0;
+};
 
 }  // namespace
 
@@ -38,20 +54,26 @@ std::vector<std::size_t> TextTable::widths() const {
 std::vector<std::string> TextTable::lines() const {
   const auto widths = this->widths();
   std::vector<std::string> lines;
-  for (const auto& row : rows_) {
-    auto& line = lines.emplace_back();
-    for (std::size_t column = 0; column < row.size(); ++column) {
-      if (column != 0) line += "  ";
-      line += alignedText(row[column], aligns_[column], widths[column]);
-    }
-    line.erase(line.find_last_not_of(' ') + 1);
-  }
+  for (const auto& row : rows_) lines.push_back(renderRow(row, widths));
   return lines;
+}
+
+std::string TextTable::renderRow(const std::vector<std::string>& row, const std::vector<std::size_t>& widths) const {
+  constexpr std::size_t kBetweenColumns = 2;
+  Line line;
+  for (std::size_t column = 0; column < row.size(); ++column) {
+    const std::size_t rest = widths[column] - displayWidth(row[column]);
+    if (aligns_[column] == Align::kRight) line.leave(rest);
+    line.write(row[column]);
+    if (aligns_[column] == Align::kLeft) line.leave(rest);
+    line.leave(kBetweenColumns);
+  }
+  return std::move(line).finish();
 }
 
 std::string TextTable::render() const {
   std::string text;
-  for (const auto& line : lines()) text += line + '\n';
+  for (const auto& line : lines()) text.append(line) += '\n';
   return text;
 }
 

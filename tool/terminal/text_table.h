@@ -26,6 +26,8 @@ class TextTable {
 
  private:
   [[nodiscard]] std::vector<std::size_t> widths() const;
+  [[nodiscard]] std::string renderRow(const std::vector<std::string>& row,
+                                      const std::vector<std::size_t>& widths) const;
 
   std::vector<Align> aligns_;
   std::vector<std::vector<std::string>> rows_;

@@ -307,6 +307,18 @@ TEST(SimulatorLogUpdate, lost_memory_of_an_area_is_survived) {
   EXPECT_EQ(client.outcome(kLog, logRequest(8, 1), 32), Outcome::kSuccess);
 }
 
+TEST(SimulatorLogUpdate, leaves_the_areas_alone_after_requests_that_failed) {
+  ModelClient client;
+  startLog(client, 7);
+  auto& area = client.surroundings.area(LogKind::kKeyValue);
+  std::ranges::fill(area, std::byte{0xA5});
+  EXPECT_EQ(client.outcome(kOverride, overrideRequest(24, 2)), Outcome::kMalformed);
+  EXPECT_EQ(client.outcome(kModifyPb, Bytes(4), 4), Outcome::kUnknownRequest);
+  EXPECT_TRUE(std::ranges::all_of(area, [](std::byte byte) { return byte == std::byte{0xA5}; }));
+  EXPECT_EQ(client.outcome(kOverride, overrideRequest(24, 1)), Outcome::kSuccess);
+  EXPECT_EQ(area[0], std::byte{1});
+}
+
 TEST(SimulatorLogSupport, describes_both_generations) {
   ModelClient client;
   EXPECT_EQ(client.answer(0x8022205C, hex("00"), 16), hex("01 00 00 00  03 00 00 00  00 10 00 00  e4 00 00 00"));

@@ -34,8 +34,7 @@ void show(Context& context, const BinaryShowArguments& arguments) {
 
 }  // namespace
 
-void addBinaryShow(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "show", "Show what a policy binary holds.");
+void setUpBinaryShow(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<BinaryShowArguments>();
   command.add_option("FILE", arguments->file, "The policy binary, of revision 3, 4 or 5")->required()->type_name("");
   command.add_flag("--json", arguments->json, "Print JSON with every field instead of text");

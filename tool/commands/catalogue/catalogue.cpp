@@ -45,16 +45,14 @@ void addCatalogueCommand(CLI::App& command, Context& context, CatalogueReader re
 
 }  // namespace
 
-void addCatalogueConditions(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "conditions", "List the condition types that policies may have.");
+void setUpCatalogueConditions(CLI::App& command, Context& context) {
   addCatalogueCommand(command, context, readConditions,
                       "  vqs catalogue conditions\n"
                       "  vqs catalogue conditions battery\n"
                       "  vqs catalogue conditions 0 --json");
 }
 
-void addCatalogueActions(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "actions", "List the action types that policies may have.");
+void setUpCatalogueActions(CLI::App& command, Context& context) {
   addCatalogueCommand(command, context, readActions,
                       "  vqs catalogue actions\n"
                       "  vqs catalogue actions ppm\n"

@@ -67,8 +67,7 @@ void showBattery(Context& context, bool json) {
 
 }  // namespace
 
-void addBattery(CLI::App& parent, Context& context) {
-  auto& command = addCommand(parent, "battery", "Show the battery's charge, temperature and limits.");
+void setUpBattery(CLI::App& command, Context& context) {
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON instead of text");
   addOutputOption(command, context);

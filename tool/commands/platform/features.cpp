@@ -48,8 +48,7 @@ void showFeatures(Context& context, bool json) {
 
 }  // namespace
 
-void addFeatures(CLI::App& parent, Context& context) {
-  auto& command = addCommand(parent, "features", "Show which of the driver's features are supported and active.");
+void setUpFeatures(CLI::App& command, Context& context) {
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON with the driver's own bytes instead of a table");
   addOutputOption(command, context);

@@ -55,8 +55,7 @@ void showIo(Context& context, bool json) {
 
 }  // namespace
 
-void addIo(CLI::App& parent, Context& context) {
-  auto& command = addCommand(parent, "io", "Show application inputs and outputs, taskbar icon and debug output.");
+void setUpIo(CLI::App& command, Context& context) {
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON instead of text");
   addOutputOption(command, context);

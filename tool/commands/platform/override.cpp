@@ -76,8 +76,7 @@ void runOverride(Context& context, const OverrideArguments& arguments) {
 
 }  // namespace
 
-void addOverride(CLI::App& parent, Context& context) {
-  auto& command = addCommand(parent, "override", "List the driver's inputs that can be set by hand, set or clear one.");
+void setUpOverride(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<OverrideArguments>();
   command.add_option("KEY", arguments->key, "The input, by name or id")->type_name("");
   auto* value =

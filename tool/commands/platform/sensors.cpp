@@ -69,8 +69,7 @@ void showSensors(Context& context, bool json) {
 
 }  // namespace
 
-void addSensors(CLI::App& parent, Context& context) {
-  auto& command = addCommand(parent, "sensors", "Show the status and the data words of the four sensors.");
+void setUpSensors(CLI::App& command, Context& context) {
   const auto json = std::make_shared<bool>(false);
   command.add_flag("--json", *json, "Print JSON instead of a table");
   addOutputOption(command, context);

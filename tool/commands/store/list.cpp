@@ -21,16 +21,16 @@ std::string asText(const Store& store, std::span<const VqsPolicyV2> policies) {
 
 void list(Context& context, const StoreListArguments& arguments) {
   const auto& store = storeNamed(arguments.store);
-  std::vector<VqsPolicyV2> policies;
-  withDriver(context, [&](const Session& session) { policies = readPolicies(session, store); });
-  context.out = arguments.json ? renderJson({{"store", store.name}, {"policies", toJson(std::span{policies})}})
-                               : asText(store, policies);
+  StoredPolicies stored{0};
+  withDriver(context, [&](const Session& session) { stored = readPolicies(session, store); });
+  const auto policies = stored.policies();
+  context.out =
+      arguments.json ? renderJson({{"store", store.name}, {"policies", toJson(policies)}}) : asText(store, policies);
 }
 
 }  // namespace
 
-void addStoreList(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "list", "List the policies of a store, in the store's order.");
+void setUpStoreList(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<StoreListArguments>();
   addStoreArgument(command, arguments->store);
   command.add_flag("--json", arguments->json, "Print JSON with every field of every policy instead of a table");

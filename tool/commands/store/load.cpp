@@ -48,7 +48,7 @@ void requireNewIds(const PolicyFile& file, const std::set<std::uint32_t>& presen
                       designate(policy), store.title)};
 }
 
-std::set<std::uint32_t> idsOf(const std::vector<VqsPolicyV2>& policies) {
+std::set<std::uint32_t> idsOf(std::span<const VqsPolicyV2> policies) {
   std::set<std::uint32_t> ids;
   for (const auto& policy : policies) ids.insert(policy.id);
   return ids;
@@ -95,7 +95,7 @@ std::set<std::uint32_t> prepareStore(const Session& session, const Store& store,
     resetStore(session, store);
     return {};
   }
-  auto present = idsOf(readPolicies(session, store));
+  auto present = idsOf(readPolicies(session, store).policies());
   if (!arguments.replace) requireNewIds(file, present, store);
   return present;
 }
@@ -119,8 +119,7 @@ void runLoad(Context& context, const StoreLoadArguments& arguments) {
 
 }  // namespace
 
-void addStoreLoad(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "load", "Add the policies of a policy binary to a store.");
+void setUpStoreLoad(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<StoreLoadArguments>();
   addStoreArgument(command, arguments->store);
   command.add_option("FILE", arguments->file, "The policy binary, of revision 3, 4 or 5")->required()->type_name("");

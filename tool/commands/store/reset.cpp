@@ -20,8 +20,7 @@ void reset(Context& context, const std::string& name) {
 
 }  // namespace
 
-void addStoreReset(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "reset", "Remove every policy of a store.");
+void setUpStoreReset(CLI::App& command, Context& context) {
   const auto store = std::make_shared<std::string>();
   addStoreArgument(command, *store);
   command.footer(

@@ -42,8 +42,7 @@ void listKeys(Context& context, const TelemetryKeysArguments& arguments) {
 
 }  // namespace
 
-void addTelemetryKeys(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "keys", "List the keys of a telemetry log, in the library's order.");
+void setUpTelemetryKeys(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<TelemetryKeysArguments>();
   addExFlag(command, arguments->generation);
   command.add_flag("--json", arguments->json, "Print JSON with every field of every key instead of a table");

@@ -37,8 +37,7 @@ void showReading(Context& context, const TelemetryShowArguments& arguments) {
 
 }  // namespace
 
-void addTelemetryShow(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "show", "Show what a telemetry log holds, once.");
+void setUpTelemetryShow(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<TelemetryShowArguments>();
   addExFlag(command, arguments->generation);
   command.add_flag("--json", arguments->json, "Print JSON instead of a table");

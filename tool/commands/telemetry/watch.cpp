@@ -87,8 +87,7 @@ void watchKeys(Context& context, const TelemetryWatchArguments& arguments) {
 
 }  // namespace
 
-void addTelemetryWatch(CLI::App& group, Context& context) {
-  auto& command = addCommand(group, "watch", "Keep showing keys of a telemetry log, until Ctrl-C.");
+void setUpTelemetryWatch(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<TelemetryWatchArguments>();
   command.add_option("KEY", arguments->keys, "Keys to show, by name or id; ten of general interest when left out")
       ->type_name("");
