@@ -19,9 +19,9 @@ class CommandRequests : public testing::Test {
     EXPECT_EQ(run.exitCode, 0) << run;
     return tool_.readText("requests");
   }
-  void loadFleet() const {
+  void loadFleet(const std::string& store) const {
     tool_.useSample("fleet-r5.bin");
-    EXPECT_EQ(tool_.run({"store", "load", "pb", "fleet-r5.bin"}).exitCode, 0);
+    EXPECT_EQ(tool_.run({"store", "load", store, "fleet-r5.bin"}).exitCode, 0);
   }
 
  private:
@@ -33,17 +33,22 @@ TEST_F(CommandRequests, version_option) { EXPECT_EQ(of({"--version"}), "0\n"); }
 // A store of 400 policies is read in 81 requests, and each policy is added in one.
 
 TEST_F(CommandRequests, store_list) {
-  loadFleet();
+  loadFleet("pb");
   EXPECT_EQ(of({"store", "list", "pb"}), "83\n");
 }
 
 TEST_F(CommandRequests, store_save) {
-  loadFleet();
-  EXPECT_EQ(of({"store", "save", "pb", "saved.bin"}), "164\n");
+  loadFleet("pb");
+  EXPECT_EQ(of({"store", "save", "pb", "saved.bin"}), "82\n");
+}
+
+TEST_F(CommandRequests, store_save_of_the_store_with_a_version) {
+  loadFleet("asm");
+  EXPECT_EQ(of({"store", "save", "asm", "saved.bin"}), "83\n");
 }
 
 TEST_F(CommandRequests, store_load) {
-  loadFleet();
+  loadFleet("pb");
   EXPECT_EQ(of({"store", "load", "asm", "fleet-r5.bin"}), "404\n");
 }
 

@@ -44,9 +44,13 @@ std::string reasonForRefusal(std::span<const VqsPolicyV2> policies) {
 
 /// Writes the store, and makes sure that all of it is in the file: the library does not report errors of writing.
 void writeWhole(const Session& session, const Store& store, vqs::BinaryVersions versions, const OutputFile& file,
-                bool asRegistryText) {
-  require(write(session, store, versions, file.path(), asRegistryText),
-          fmt::format("the {} store was not saved", store.title));
+                const std::string& target, bool asRegistryText) {
+  const vqsStatus written = write(session, store, versions, file.path(), asRegistryText);
+  // The library has asked for the number of policies already: it is asked for again only when that is what is wrong.
+  if (written != VQS_SUCCESS && countPolicies(session, store) == 0)
+    throw Failure{
+        fmt::format("the {} store is empty, there is nothing to save: {} was not written", store.title, target)};
+  require(written, fmt::format("the {} store was not saved", store.title));
   file.requireSpace();
 }
 
@@ -63,18 +67,14 @@ std::optional<PolicyFileSummary> readBack(const OutputFile& file, bool asRegistr
 SavedStore saveStore(const Session& session, const Store& store, vqs::BinaryVersions versions,
                      const std::string& target, bool asRegistryText) {
   // The library fetches the policies for the file: asking for them here as well would double the requests.
-  const auto count = countPolicies(session, store);
-  if (count == 0)
-    throw Failure{
-        fmt::format("the {} store is empty, there is nothing to save: {} was not written", store.title, target)};
   OutputFile file{target};
-  writeWhole(session, store, versions, file, asRegistryText);
+  writeWhole(session, store, versions, file, target, asRegistryText);
   const auto written = readBack(file, asRegistryText);
-  if (!written || written->policyCount != count)
+  if (!written)
     throw Failure{fmt::format("the {} store was not saved: {}", store.title,
                               reasonForRefusal(readPolicies(session, store).policies()))};
   file.commit();
-  return {.count = count, .versions = written->versions};
+  return {.count = written->policyCount, .versions = written->versions};
 }
 
 }  // namespace tool
