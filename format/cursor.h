@@ -4,7 +4,6 @@
 #include <concepts>
 #include <cstddef>
 #include <span>
-#include <type_traits>
 
 #include "format/bytes.h"
 
@@ -20,12 +19,7 @@ class FixedBytes {
     copyBytes(&value, bytes_.data() + offset, sizeof(T));
   }
 
-  /// All of them are one record.
-  template <class Record>
-  void copy(Record& record) const {
-    static_assert(sizeof(Record) == N && std::is_trivially_copyable_v<Record>);
-    copyBytes(&record, bytes_.data(), N);
-  }
+  [[nodiscard]] std::span<const std::byte> bytes() const { return bytes_; }
 
  private:
   friend class ByteReader;

@@ -6,6 +6,7 @@
 #include "format/binary/record_view.h"
 #include "format/bytes.h"
 #include "format/cursor.h"
+#include "format/policy/fields.h"
 
 namespace vqs {
 namespace {
@@ -62,9 +63,11 @@ bool putTexts(ByteWriter& writer, const PackedPolicy& policy, const PackedPolicy
 }
 
 bool putAction(ByteWriter& writer, const VqsPolicyAction& action) {
-  return writer.put(action.actionId) && writer.put(action.value) && writer.put(action.value2) &&
-         writer.put(action.option1) && writer.put(action.option2) && writer.put(action.value3) &&
-         writer.put(action.option3) && writer.put(action.value4);
+  const auto bytes = std::as_bytes(std::span{&action, 1});
+  bool isPut = true;
+  forEachActionRun(
+      [&](std::size_t offset, std::size_t size) { isPut = isPut && writer.put(bytes.subspan(offset, size)); });
+  return isPut;
 }
 
 bool putActions(ByteWriter& writer, const PackedPolicy& policy) {

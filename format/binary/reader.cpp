@@ -7,6 +7,7 @@
 #include "format/bytes.h"
 #include "format/cursor.h"
 #include "format/policy/conversion.h"
+#include "format/policy/fields.h"
 
 namespace vqs {
 namespace {
@@ -65,7 +66,7 @@ struct Kept {
   }
   void conditionCount(std::uint32_t count) const { policy.conditionCount = count; }
   void condition(std::size_t index, const FixedBytes<sizeof(VqsPolicyCondition)>& fields) const {
-    fields.copy(policy.conditions[index]);
+    copyBytes(&policy.conditions[index], fields.bytes().data(), sizeof(VqsPolicyCondition));
   }
   void textCount(std::uint32_t count) const { policy.textCount = count; }
   void text(std::size_t index, std::span<const std::byte> units) const { fill(policy.texts[index].text, units); }
@@ -79,15 +80,12 @@ struct Kept {
     fields.read<4>(policy.actions[index].value);
   }
   void action(std::size_t index, const FixedBytes<kFullActionSize>& fields) const {
-    auto& action = policy.actions[index];
-    fields.read<0>(action.actionId);
-    fields.read<4>(action.value);
-    fields.read<8>(action.value2);
-    fields.read<12>(action.option1);
-    fields.read<13>(action.option2);
-    fields.read<14>(action.value3);
-    fields.read<18>(action.option3);
-    fields.read<19>(action.value4);
+    auto* const to = reinterpret_cast<std::byte*>(&policy.actions[index]);
+    const std::byte* from = fields.bytes().data();
+    forEachActionRun([&](std::size_t offset, std::size_t size) {
+      copyBytes(to + offset, from, size);
+      from += size;
+    });
   }
 };
 

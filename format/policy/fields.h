@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+
 #include <vqs/policy_records.h>
 #include "format/bytes.h"
 
@@ -37,14 +39,21 @@ void copyAction(const From& source, To& destination) {
   destination.value = source.value;
 }
 
-/// All fields, run by run, and nothing of what lies between the runs.
+/// An action's bytes without what lies between its fields, as offset and size of each run of them.
+template <class Visitor>
+constexpr void forEachActionRun(Visitor visit) {
+  constexpr std::size_t kFirst = offsetof(VqsPolicyAction, option2) + sizeof(VqsPolicyAction::option2);
+  constexpr std::size_t kSecond = offsetof(VqsPolicyAction, value3);
+  visit(std::size_t{0}, kFirst);
+  visit(kSecond, offsetof(VqsPolicyAction, option3) + sizeof(VqsPolicyAction::option3) - kSecond);
+  visit(offsetof(VqsPolicyAction, value4), sizeof(VqsPolicyAction::value4));
+}
+
+/// All fields, and nothing of what lies between them.
 inline void copyAction(const VqsPolicyAction& source, VqsPolicyAction& destination) {
-  constexpr std::size_t kFirstRun = offsetof(VqsPolicyAction, option2) + sizeof(VqsPolicyAction::option2);
-  constexpr std::size_t kSecondRun =
-      offsetof(VqsPolicyAction, option3) + sizeof(VqsPolicyAction::option3) - offsetof(VqsPolicyAction, value3);
-  copyBytes(&destination, &source, kFirstRun);
-  copyBytes(&destination.value3, &source.value3, kSecondRun);
-  destination.value4 = source.value4;
+  const auto* const from = reinterpret_cast<const std::byte*>(&source);
+  auto* const to = reinterpret_cast<std::byte*>(&destination);
+  forEachActionRun([&](std::size_t offset, std::size_t size) { copyBytes(to + offset, from + offset, size); });
 }
 
 }  // namespace vqs
