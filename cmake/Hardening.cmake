@@ -6,6 +6,10 @@ add_library(vqs_hardened_freestanding INTERFACE)
 target_link_libraries(vqs_hardened INTERFACE vqs_hardened_freestanding)
 
 if(MINGW)
+  # What drivers link instead. Control flow guard and shadow stacks are switched on by loaders of programs.
+  add_library(vqs_hardened_kernel INTERFACE)
+  target_compile_options(vqs_hardened_kernel INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
+  target_link_options(vqs_hardened_kernel INTERFACE -Wl,--dynamicbase -Wl,--nxcompat)
   target_compile_options(vqs_hardened INTERFACE -mguard=cf -g -gcodeview
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}=VexoQTFServices-${PROJECT_VERSION} -fdebug-compilation-dir=.)
   target_link_options(vqs_hardened INTERFACE

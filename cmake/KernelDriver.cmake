@@ -18,16 +18,16 @@ target_compile_definitions(vqs_kernel INTERFACE NTDDI_VERSION=${VQS_DRIVER_WINDO
 # Freestanding code has no unwind tables unless they are asked for, and the kernel needs them of every function: it unwinds
 # the stack for exceptions of its own, whether or not a driver has any.
 target_compile_options(vqs_kernel INTERFACE $<$<COMPILE_LANGUAGE:CXX>:
-  -ffreestanding -fasynchronous-unwind-tables -fstack-protector-strong -fno-threadsafe-statics -mno-red-zone>)
+  -ffreestanding -fasynchronous-unwind-tables -fno-threadsafe-statics -mno-red-zone>)
 target_link_options(vqs_kernel INTERFACE
   -nostdlib -s -Wl,--subsystem,native:10.0 -Wl,--major-os-version,10 -Wl,--minor-os-version,0
-  -Wl,--entry,DriverEntry -Wl,--exclude-all-symbols -Wl,--dynamicbase -Wl,--nxcompat
+  -Wl,--entry,DriverEntry -Wl,--exclude-all-symbols
   # Nothing runs in a kernel before the driver does, so nothing could finish what the linker left open.
   -Wl,--disable-runtime-pseudo-reloc
   # What is needed once, when the driver is loaded, is given back then.
   "SHELL:-Xlinker -Xlink=-section:INIT,ERD"
   LINKER:-Xlink=-brepro LINKER:-Xlink=-release LINKER:-Xlink=-driver:wdm)
-target_link_libraries(vqs_kernel INTERFACE ntoskrnl)
+target_link_libraries(vqs_kernel INTERFACE vqs_hardened_kernel ntoskrnl)
 
 function(vqs_add_kernel_driver target)
   add_library(${target} MODULE ${ARGN})

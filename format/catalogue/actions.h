@@ -224,6 +224,7 @@ inline constexpr ActionRow kActionRows[] = {
     {.id = 92, .name = "Activity Balance", .type = kEnumeration, .max = 2, .enabled = 0, .driverFlag = 0,
      .attr1 = 0, .options = kActivityBalanceOptions},
     {.id = 93, .name = "PEPL Level", .min = 1, .max = 10, .enabled = 0, .driverFlag = 0},
+    // The kind of its value is no other action's.
     {.id = 94, .name = "APP EFFICIENCY MODE", .type = 10, .max = 1, .driverFlag = 0, .attr1 = 0,
      .options = kDisabledEnabledOptions},
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace vqs {
@@ -13,6 +14,24 @@ template <std::size_t N>
 constexpr void copyText(char (&field)[N], std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) field[i] = text[i];
   field[text.size()] = '\0';
+}
+
+/// A record with the fields that conditions and actions have alike.
+template <class Record, class Row>
+constexpr Record commonRecord(const Row& row) {
+  Record record{};
+  record.Id = row.id;
+  record.Enabled = row.enabled;
+  record.Type = row.type;
+  record.MinValue = row.min;
+  record.MaxValue = row.max;
+  copyText(record.Units, row.units);
+  copyText(record.Name, row.name);
+  record.OptionCount = static_cast<std::uint32_t>(row.options.size());
+  record.Options = row.options.data();
+  record.DriverFlag = row.driverFlag;
+  record.Attr1 = row.attr1;
+  return record;
 }
 
 /// Every row's record, made while compiling.

@@ -8,19 +8,8 @@ namespace vqs {
 namespace {
 
 constexpr QtfConditionInfo record(const ConditionRow& row) {
-  QtfConditionInfo info{};
-  info.Id = row.id;
-  info.Enabled = row.enabled;
-  info.Type = row.type;
+  auto info = commonRecord<QtfConditionInfo>(row);
   info.OperatorMask = row.operators;
-  info.MinValue = row.min;
-  info.MaxValue = row.max;
-  copyText(info.Units, row.units);
-  copyText(info.Name, row.name);
-  info.OptionCount = static_cast<std::uint32_t>(row.options.size());
-  info.Options = row.options.data();
-  info.Attr1 = row.attr1;
-  info.DriverFlag = row.driverFlag;
   info.Attr2 = row.attr2;
   info.Attr3 = row.attr3;
   info.Attr4 = row.attr4;
