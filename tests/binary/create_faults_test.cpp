@@ -4,10 +4,10 @@
 #include <functional>
 
 #include <vqs/policy_binary.h>
-#include "tests/binary/assembly.h"
 #include "tests/binary/captured_output.h"
-#include "tests/binary/stub_store.h"
 #include "tests/support/faults.h"
+#include "tests/support/policy_file.h"
+#include "tests/support/stub_store.h"
 #include "tests/support/temporary_folder.h"
 
 // Every allocation, open and write of the exports that create files, failing in turn.
@@ -49,8 +49,8 @@ class CreateFaults : public testing::Test {
 
   TemporaryFolder folder_;
   std::string path_ = folder_.path("out.bin");
-  StubStore store_{{packedPolicy(smallPolicy()), packedPolicy(fullPolicy())}};
-  Bytes bodies_ = joined({bodyV0(smallPolicy()), bodyV0(smallPolicy())});
+  StubStore store_{{packedPolicy(smallPolicy()), packedPolicy(richPolicy())}};
+  Bytes bodies_ = joined({policyBody(0, smallPolicy()), policyBody(0, smallPolicy())});
   Bytes list_ = joined({Record{16}.u32(0, 0).u32(4, 2).u64(8, 1608), bodies_});
 
   Call createBinary_ = [this] {

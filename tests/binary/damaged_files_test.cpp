@@ -24,7 +24,7 @@ struct ValidFile {
 };
 
 Entry narrowFull() {
-  auto entry = wideEntry(fullPolicy());
+  auto entry = wideEntry(richPolicy());
   entry.name = characters("Full");
   entry.texts = {{hex("61 62 00"), 1}, {characters("second text?"), 0}};
   return entry;
@@ -33,7 +33,7 @@ Entry narrowFull() {
 std::vector<ValidFile> validFiles() {
   auto shortFull = narrowFull();
   shortFull.shortActions = true;
-  const Bytes revision5 = writtenFile({fullPolicy(), smallPolicy()}, 1, 2);
+  const Bytes revision5 = writtenFile({richPolicy(), smallPolicy()}, 1, 2);
   const Bytes revision4 = oldFileOf(4, {narrowFull(), narrowEntry()});
   const Bytes revision3 = oldFileOf(3, {shortFull, narrowEntry()});
   return {{"revision 5", revision5, revision5.size() - 6, 16},

@@ -22,20 +22,20 @@ Bytes bodyPart(const Bytes& body, std::size_t first, std::size_t size) {
 }
 
 TEST_F(Revision5, every_field_arrives_and_the_rest_of_the_body_is_zero) {
-  expectBodies(fileOf({wideEntry(fullPolicy()), wideEntry(smallPolicy()), wideEntry(fullPolicy())}),
-               {bodyV2(fullPolicy()), bodyV2(smallPolicy()), bodyV2(fullPolicy())});
+  expectBodies(fileOf({wideEntry(richPolicy()), wideEntry(smallPolicy()), wideEntry(richPolicy())}),
+               {policyBody(2, richPolicy()), policyBody(2, smallPolicy()), policyBody(2, richPolicy())});
 }
 
 TEST_F(Revision5, bytes_after_the_last_entry_are_ignored) {
-  const Bytes file = fileOf({wideEntry(fullPolicy()), wideEntry(smallPolicy())});
-  const std::vector<Bytes> bodies = {bodyV2(fullPolicy()), bodyV2(smallPolicy())};
+  const Bytes file = fileOf({wideEntry(richPolicy()), wideEntry(smallPolicy())});
+  const std::vector<Bytes> bodies = {policyBody(2, richPolicy()), policyBody(2, smallPolicy())};
   expectBodies(joined({file, Bytes(6, 0)}), bodies);
   expectBodies(joined({file, Bytes(1, 0xFF)}), bodies);
   expectBodies(joined({file, Bytes(10000, 0xFF)}), bodies);
 }
 
 TEST_F(Revision5, an_entry_cut_short_by_one_byte_is_refused) {
-  Bytes file = fileOf({wideEntry(fullPolicy()), wideEntry(smallPolicy())});
+  Bytes file = fileOf({wideEntry(richPolicy()), wideEntry(smallPolicy())});
   file.pop_back();
   expectRefused(file);
 }
@@ -129,7 +129,7 @@ TEST_F(Revision5, an_empty_text_has_no_flag_and_leaves_its_slot_empty) {
   Entry entry{.texts = {{.text = {}, .flag = {}}, {.text = hex("78 00 00 00"), .flag = 1}, {.text = {}, .flag = {}}}};
   entry.actions = {{5, 6}};
   const Policy policy{.name = u"A", .description = "", .texts = {{u"", 0}, {u"x", 1}, {u"", 0}}, .actions = {{5, 6}}};
-  expectBodies(fileOf({entry}), {bodyV2(policy)});
+  expectBodies(fileOf({entry}), {policyBody(2, policy)});
 }
 
 TEST_F(Revision5, flags_and_ops_are_the_conversions_affair) {
@@ -140,7 +140,7 @@ TEST_F(Revision5, flags_and_ops_are_the_conversions_affair) {
 
 TEST_F(Revision5, action_counts_up_to_32) {
   std::vector<Action> most(32);
-  most[31] = fullPolicy().actions[0];
+  most[31] = richPolicy().actions[0];
   const Bytes body = onlyBody(fileOf({{.actions = most}}));
   EXPECT_EQ(bodyPart(body, 3020 + 31 * 28, 28),
             hex("04 03 02 01 08 07 06 05 0c 0b 0a 09 0d 0e 00 00 12 11 10 0f 13 00 00 00 17 16 15 14"));

@@ -14,7 +14,7 @@ constexpr Fault kAll[] = {Fault::kAllocation, Fault::kOpen, Fault::kSeek, Fault:
 
 class ReadFaults : public BinaryReading {
  protected:
-  std::string path_ = file(writtenFile({fullPolicy(), smallPolicy()}, 1, 2));
+  std::string path_ = file(writtenFile({richPolicy(), smallPolicy()}, 1, 2));
 };
 
 TEST_F(ReadFaults, every_failure_of_a_read_gives_1_touches_nothing_and_leaks_nothing) {
@@ -163,7 +163,7 @@ TEST_F(ReadFaults, a_count_that_the_file_cannot_hold_takes_no_memory_for_policie
   Faults faults;
   std::uint64_t size = UINT64_MAX;
   VqsPolicyBinary buffer;
-  EXPECT_EQ(vqsPbReadBinaryV2(session_, path.c_str(), &buffer, &size, 0), 1U);
+  EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), &buffer, &size, 0), 1U);
   EXPECT_EQ(readSummary(path).status, 1U);
   EXPECT_LE(faults.peakBytes(), 2 * content.size());
 }

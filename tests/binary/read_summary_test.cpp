@@ -27,7 +27,7 @@ class ReadBinary : public BinaryReading {
 };
 
 TEST_F(ReadBinary, gives_the_versions_and_the_count_and_no_policies) {
-  expectSummary(readSummary(file(writtenFile({fullPolicy(), smallPolicy()}, 0x1234, 0xFFFF))), 0x1234, 0xFFFF, 2);
+  expectSummary(readSummary(file(writtenFile({richPolicy(), smallPolicy()}, 0x1234, 0xFFFF))), 0x1234, 0xFFFF, 2);
   expectSummary(readSummary(file(oldFileOf(3, {narrowEntry()}))), 1, 2, 1);
   expectSummary(readSummary(file(oldFileOf(4, {narrowEntry()}))), 1, 2, 1);
 }
@@ -43,10 +43,9 @@ TEST_F(ReadBinary, summarises_the_samples) {
 
 TEST_F(ReadBinary, does_not_look_at_the_session) {
   const auto path = file(fileOf({{}}));
-  QtfSession closed{};
-  for (QtfSession* session : {static_cast<QtfSession*>(session_), &closed}) {
+  for (QtfSession* any : {static_cast<QtfSession*>(session), &closed}) {
     VqsPolicyBinaryV0* summary = nullptr;
-    EXPECT_EQ(vqsPbReadBinary(session, path.c_str(), &summary), 0U);
+    EXPECT_EQ(vqsPbReadBinary(any, path.c_str(), &summary), 0U);
     ASSERT_NE(summary, nullptr);
     SummaryRelease{}(summary);
   }
@@ -62,7 +61,7 @@ TEST_F(ReadBinary, refuses_a_missing_path_or_out_pointer) {
 }
 
 TEST_F(ReadBinary, does_not_mind_policies_that_fit_no_8_bit_layout) {
-  auto misfit = fullPolicy();
+  auto misfit = richPolicy();
   misfit.name = std::u16string{u"\u3042"};
   misfit.texts = {{std::u16string(100, u't'), 9}};
   expectSummary(readSummary(file(writtenFile({misfit}, 1, 2))), 1, 2, 1);

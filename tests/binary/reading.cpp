@@ -12,7 +12,7 @@ Bytes headOf(std::uint16_t version1, std::uint16_t version2, std::uint32_t polic
 
 ReadOutcome BinaryReading::read(const std::string& path, std::uint32_t structureVersion, std::uint64_t room) {
   ReadOutcome outcome{.status = 99, .size = room, .buffer = Bytes(room + 64, kPoison)};
-  outcome.status = vqsPbReadBinaryV2(session_, path.c_str(), reinterpret_cast<VqsPolicyBinary*>(outcome.buffer.data()),
+  outcome.status = vqsPbReadBinaryV2(session, path.c_str(), reinterpret_cast<VqsPolicyBinary*>(outcome.buffer.data()),
                                      &outcome.size, structureVersion);
   return outcome;
 }

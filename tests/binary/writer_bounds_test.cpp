@@ -5,8 +5,8 @@
 
 #include "format/binary/builder.h"
 #include "src/binary/writer.h"
-#include "tests/binary/assembly.h"
-#include "tests/binary/packed.h"
+#include "tests/support/packed.h"
+#include "tests/support/policy_file.h"
 #include "tests/support/temporary_folder.h"
 
 // What the writer does at the limits of a policy's lists, and where a text leads beyond its field: it takes what

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/binary/assembly.h"
-#include "tests/binary/packed.h"
 #include "tests/support/faults.h"
+#include "tests/support/packed.h"
+#include "tests/support/policy_file.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test {
@@ -27,7 +27,7 @@ Bytes built(const Policy& policy) { return built({packedRecord(packedPolicy(poli
 
 TEST(PolicyBinarySize, starts_at_16_and_adds_the_counted_fields_of_each_policy) {
   // "Full" 10, "every field" 12, 42, two conditions 32, texts 6 + 5 and 24 + 5, two actions 46.
-  const auto full = packedRecord(packedPolicy(fullPolicy()));
+  const auto full = packedRecord(packedPolicy(richPolicy()));
   EXPECT_EQ(policyBinarySize(std::vector{full}), 16U + 10 + 12 + 42 + 32 + 11 + 29 + 46);
   const auto small = packedRecord(packedPolicy(smallPolicy()));
   EXPECT_EQ(policyBinarySize(std::vector{small}), 79U);
@@ -50,7 +50,7 @@ TEST(BuildPolicyBinary, lays_one_small_policy_into_79_bytes) {
 }
 
 TEST(BuildPolicyBinary, writes_every_field_in_order_without_padding) {
-  EXPECT_EQ(difference(built(fullPolicy()),
+  EXPECT_EQ(difference(built(richPolicy()),
                        hex("01 00 05 00 01 00 02 00 24 51 54 46 01 00 00 00"
                            "0a 00 00 00  46 00 75 00 6c 00 6c 00 00 00"
                            "0c 00 00 00  65 76 65 72 79 20 66 69 65 6c 64 00"
@@ -69,11 +69,11 @@ TEST(BuildPolicyBinary, writes_every_field_in_order_without_padding) {
 
 TEST(BuildPolicyBinary, keeps_the_order_of_the_array_and_ends_in_three_zero_bytes_a_policy) {
   const auto policies =
-      packedRecords({packedPolicy(fullPolicy()), packedPolicy(smallPolicy()), packedPolicy(fullPolicy())});
+      packedRecords({packedPolicy(richPolicy()), packedPolicy(smallPolicy()), packedPolicy(richPolicy())});
   const Bytes file = built(policies, {0xFFFF, 0});
   EXPECT_EQ(difference(file, joined({hex("01 00 05 00 ff ff 00 00 24 51 54 46 03 00 00 00"),
-                                     entryBytes(wideEntry(fullPolicy())), entryBytes(wideEntry(smallPolicy())),
-                                     entryBytes(wideEntry(fullPolicy())), Bytes(9, 0)})),
+                                     entryBytes(wideEntry(richPolicy())), entryBytes(wideEntry(smallPolicy())),
+                                     entryBytes(wideEntry(richPolicy())), Bytes(9, 0)})),
             "");
 }
 
@@ -130,7 +130,7 @@ TEST(BuildPolicyBinary, leaves_the_buffer_behind_the_last_entry_alone) {
 }
 
 TEST(BuildPolicyBinary, fails_in_every_buffer_too_short_for_the_entries_and_stays_inside) {
-  const auto policies = packedRecords({packedPolicy(fullPolicy()), packedPolicy(smallPolicy())});
+  const auto policies = packedRecords({packedPolicy(richPolicy()), packedPolicy(smallPolicy())});
   const std::size_t entries = 16 + 179 + 60;
   for (std::size_t size = 0; size <= entries + 6; ++size) {
     Bytes buffer(entries + 64, kPoison);
@@ -153,7 +153,7 @@ TEST(BuildPolicyBinary, fails_without_a_buffer_or_without_policies) {
 
 TEST(WritePolicyBinary, writes_all_bytes_with_one_write_and_one_allocation) {
   const TemporaryFolder folder;
-  const auto policies = packedRecords({packedPolicy(fullPolicy()), packedPolicy(smallPolicy())});
+  const auto policies = packedRecords({packedPolicy(richPolicy()), packedPolicy(smallPolicy())});
   const auto path = folder.path("out.bin");
   Faults faults;
   EXPECT_EQ(writePolicyBinary(policies, {7, 8}, path.c_str()), 0U);
@@ -162,7 +162,7 @@ TEST(WritePolicyBinary, writes_all_bytes_with_one_write_and_one_allocation) {
   EXPECT_EQ(faults.calls(Fault::kWrite), 1);
   EXPECT_EQ(faults.outstanding(), 0);
   EXPECT_EQ(faults.openStreams(), 0);
-  EXPECT_EQ(difference(readFile(path), writtenFile({fullPolicy(), smallPolicy()}, 7, 8)), "");
+  EXPECT_EQ(difference(readFile(path), writtenFile({richPolicy(), smallPolicy()}, 7, 8)), "");
 }
 
 TEST(WritePolicyBinary, tells_missing_arguments_from_an_empty_array) {

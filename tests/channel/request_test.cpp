@@ -7,9 +7,9 @@
 
 #include "src/channel/control_codes.h"
 #include "src/channel/driver_handle.h"
-#include "tests/channel/windows_calls.h"
-#include "tests/channel/witness_device.h"
 #include "tests/support/faults.h"
+#include "tests/support/windows_calls.h"
+#include "tests/support/witness_device.h"
 
 namespace test {
 namespace {

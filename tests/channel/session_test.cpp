@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <string>
 
-#include "tests/channel/windows_calls.h"
-#include "tests/channel/witness_device.h"
 #include "tests/support/faults.h"
 #include "tests/support/scripted_driver.h"
+#include "tests/support/windows_calls.h"
+#include "tests/support/witness_device.h"
 
 namespace test {
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 
 #include <vqs/session.h>
-#include "tests/channel/windows_calls.h"
 #include "tests/support/bytes.h"
 #include "tests/support/faults.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {

@@ -41,7 +41,7 @@ TEST_P(KVLog, start_gives_a_handle_that_the_session_knows) {
 
 TEST_P(KVLog, start_does_not_look_at_the_byte_count) {
   for (const DWORD count : {0U, 1U, 0xFFFFFFFFU}) {
-    driver.reported = count;
+    driver.report(count);
     start(7);
     expectHeld(reinterpret_cast<std::uint64_t>(log), 7);
     stop(7);
@@ -144,7 +144,7 @@ TEST_P(KVLog, stop_of_an_Ex_log_frees_nothing) {
 }
 
 TEST_P(KVLog, stop_of_what_a_failed_Ex_start_left_frees_nothing) {
-  driver.reported = 9;
+  driver.report(9);
   expectLog(2).fails();
   std::uint64_t address = kPoisonLong;
   ASSERT_EQ(vqsExStartQTFLog(session, &address, nullptr), 1U);

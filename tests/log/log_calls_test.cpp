@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/log/logs.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -15,8 +15,7 @@ class LogCalls : public AddressLogTest {
  protected:
   void expectCalls(const WindowsCalls& windows, const std::vector<std::string>& calls) {
     EXPECT_EQ(windows.all(), calls);
-    EXPECT_EQ(driver.requestsOn, std::vector<HANDLE>(calls.size(), session->handle));
-    driver.requestsOn.clear();
+    EXPECT_EQ(driver.takeRequestsOn(), std::vector<HANDLE>(calls.size(), session->handle));
   }
 
   std::uint64_t address = 0;
@@ -45,7 +44,7 @@ TEST_F(LogCalls, ask_for_support_on_the_sessions_handle) {
     driver.expectSplit(0x8022205C).request(ask == vqsGetQTFLogSupport ? "00" : "01").answerLength(6);
     EXPECT_EQ(ask(session, buffer.data(), 6), 0U);
     expectCalls(windows, {"DeviceIoControl(0x8022205c, 1, 6)"});
-    EXPECT_EQ(driver.answeredAt, buffer.data());
+    EXPECT_EQ(driver.answeredAt(), buffer.data());
   }
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/log/logs.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -37,7 +37,7 @@ TEST_F(StartLog, remembers_the_last_of_two_logs) {
 
 TEST_F(StartLog, does_not_look_at_the_byte_count) {
   for (const DWORD count : {0U, 0xFFFFFFFFU}) {
-    driver.reported = count;
+    driver.report(count);
     expectLog(0).reply(logReply(0, 7, kAddress, 9));
     EXPECT_EQ(vqsStartQTFLog(session, &address), 0U);
     expectHeld(kAddress, 7);
@@ -244,7 +244,7 @@ TEST_F(StartExLog, asks_for_the_version_in_the_same_record) {
 
 TEST_F(StartExLog, does_not_take_the_byte_count_of_a_start_that_succeeds_for_the_id) {
   for (const DWORD count : {0U, 17U}) {
-    driver.reported = count;
+    driver.report(count);
     expectLog(2).reply(logReply(2, 7, kAddress, 9));
     EXPECT_EQ(vqsExStartQTFLog(session, &address, nullptr), 0U);
     expectHeld(kAddress, 7);
@@ -311,7 +311,7 @@ TEST_F(StartExLog, stores_the_callers_own_address_for_a_failed_start) {
 TEST_F(StartExLog, stores_the_reported_byte_count_of_a_failed_start_as_id) {
   for (const DWORD count : {0U, 17U, 32U, 0xFFFFFFFFU}) {
     session->logSessionId = 3;
-    driver.reported = count;
+    driver.report(count);
     expectLog(2).reply(logReply(2, 7, kAddress, 9)).fails();
     EXPECT_EQ(vqsExStartQTFLog(session, &address, nullptr), 1U);
     EXPECT_EQ(session->logSessionId, count);
@@ -319,7 +319,7 @@ TEST_F(StartExLog, stores_the_reported_byte_count_of_a_failed_start_as_id) {
 }
 
 TEST_F(StartExLog, asks_for_the_version_of_the_id_in_the_record_after_a_failed_start) {
-  driver.reported = 17;
+  driver.report(17);
   expectLog(2).reply(logReply(2, 7, kAddress, 9)).fails();
   expectVersionQuery(logReply(2, 7, kAddress, 9)).reply(logReply(5, 0x55, 0x66, 0x1234));
   EXPECT_EQ(vqsExStartQTFLog(session, &address, &version), 0U);
@@ -329,7 +329,7 @@ TEST_F(StartExLog, asks_for_the_version_of_the_id_in_the_record_after_a_failed_s
 
 TEST_F(StartExLog, stops_in_time_what_a_failed_start_left) {
   address = 0x42;
-  driver.reported = 17;
+  driver.report(17);
   expectLog(2).fails();
   EXPECT_EQ(vqsExStartQTFLog(session, &address, nullptr), 1U);
   expectLog(3, 17);

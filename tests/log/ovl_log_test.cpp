@@ -4,8 +4,8 @@
 #include <functional>
 #include <memory>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/log/logs.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -24,13 +24,8 @@ class OpeningsDriver : public ScriptedDriver {
     openings.push_back(handle);
     return ScriptedDriver::open(handle);
   }
-  bool control(HANDLE handle, const host::DeviceRequest& request) override {
-    requestsOn.push_back(handle);
-    return ScriptedDriver::control(handle, request);
-  }
 
   std::vector<HANDLE> openings;
-  std::vector<HANDLE> requestsOn;
 };
 
 /// What the calls write, and the calls that reach the driver.
@@ -81,7 +76,7 @@ TEST_F(OvlLog, each_call_opens_the_driver_for_itself_and_leaves_the_handle_open)
     EXPECT_EQ(driver->openHandles(), ++open) << call.name;
   }
   EXPECT_EQ(open, 7);
-  EXPECT_EQ(driver->requestsOn, driver->openings);
+  EXPECT_EQ(driver->takeRequestsOn(), driver->openings);
 }
 
 TEST_F(OvlLog, a_failed_request_answers_1_and_leaves_the_handle_open_too) {

@@ -7,8 +7,9 @@
 #include <thread>
 
 #include <vqs/platform.h>
-#include "tests/channel/windows_calls.h"
-#include "tests/platform/feature_fixture.h"
+#include "tests/platform/pointers.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -28,7 +29,7 @@ auto appIoTwins() {
                            AppIoTwin{"Ex", vqsExSetAppInput, vqsExGetAppOutput, vqsExWaitAppOutput});
 }
 
-class SetAppInput : public FeatureTestOf<AppIoTwin> {
+class SetAppInput : public FrugalSessionTest, public ::testing::WithParamInterface<AppIoTwin> {
  protected:
   vqsStatus set(std::int32_t index, std::uint32_t value) { return GetParam().setInput(session, index, value); }
 };
@@ -66,7 +67,7 @@ TEST_P(SetAppInput, needs_an_open_session) {
 
 INSTANTIATE_TEST_SUITE_P(Twins, SetAppInput, appIoTwins(), caseName);
 
-class SetAppInputs : public FeatureTest {};
+class SetAppInputs : public FrugalSessionTest {};
 
 TEST_F(SetAppInputs, sends_both_values_as_operation_4) {
   driver.expectSplit(kAppIo).request("04 00 00 00  44 33 22 11  88 77 66 F5").reply(Bytes(12, 0xFF));
@@ -83,7 +84,7 @@ TEST_F(SetAppInputs, needs_an_open_session) {
   EXPECT_EQ(vqsSetAppInputs(&closed, 1, 2), 2U);
 }
 
-class GetAppOutput : public FeatureTestOf<AppIoTwin> {
+class GetAppOutput : public FrugalSessionTest, public ::testing::WithParamInterface<AppIoTwin> {
  protected:
   vqsStatus get() { return GetParam().getOutput(session, &valueA, &valueB); }
   Exchange& expectGet(std::source_location where = std::source_location::current()) {
@@ -126,7 +127,7 @@ TEST_P(GetAppOutput, needs_an_open_session_and_both_outputs) {
 
 INSTANTIATE_TEST_SUITE_P(Twins, GetAppOutput, appIoTwins(), caseName);
 
-class WaitAppOutput : public FeatureTestOf<AppIoTwin> {
+class WaitAppOutput : public FrugalSessionTest, public ::testing::WithParamInterface<AppIoTwin> {
  protected:
   ~WaitAppOutput() override { host::removeEvent(kEventName); }
   vqsStatus wait(std::uint32_t milliseconds) { return GetParam().wait(session, milliseconds); }
@@ -205,7 +206,7 @@ TEST(WaitAppOutputNames, are_one_routine) { expectOneRoutine(vqsWaitAppOutput, v
 
 constexpr std::u16string_view kCallersEvent = u"Local\\CallersEvent";
 
-class WaitTaskbarIcon : public FeatureTest {
+class WaitTaskbarIcon : public FrugalSessionTest {
  protected:
   WaitTaskbarIcon() {
     host::createEvent(kCallersEvent);

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <functional>
 
-#include "tests/channel/windows_calls.h"
-#include "tests/channel/witness_device.h"
-#include "tests/platform/filling_device.h"
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/support/filling_device.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
+#include "tests/support/witness_device.h"
 
 namespace test {
 namespace {
@@ -170,7 +171,7 @@ TEST_F(OwnHandle, cannot_be_had_without_memory) {
   EXPECT_EQ(device.openings, 0);
 }
 
-class GetBatteryLimits : public PlatformTest {
+class GetBatteryLimits : public FrugalSessionTest {
  protected:
   Exchange& expectGet(std::source_location where = std::source_location::current()) {
     return driver.expectSplit(0x80222010, where).request(kAskLimits);

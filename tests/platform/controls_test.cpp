@@ -4,12 +4,12 @@
 #include <cstdint>
 
 #include <vqs/platform.h>
-#include "tests/platform/feature_fixture.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 namespace {
 
-class GetTaskbarIcon : public FeatureTest {
+class GetTaskbarIcon : public FrugalSessionTest {
  protected:
   Exchange& expectGet(std::source_location where = std::source_location::current()) {
     return driver.expectSplit(0x8022208C, where).request(Bytes(16, 0));
@@ -49,7 +49,7 @@ TEST_F(GetTaskbarIcon, needs_an_open_session_and_both_outputs) {
   expectOutputs(kPoisonWord, kPoisonWord);
 }
 
-class GetDebugOutput : public FeatureTest {
+class GetDebugOutput : public FrugalSessionTest {
  protected:
   Exchange& expectGet(std::source_location where = std::source_location::current()) {
     return driver.expectOut(0x80222088, where).answerLength(4).withoutCount();
@@ -90,7 +90,7 @@ struct PollingTwin {
   std::uint8_t client;
 };
 
-class ControlPolling : public FeatureTestOf<PollingTwin> {
+class ControlPolling : public FrugalSessionTest, public ::testing::WithParamInterface<PollingTwin> {
  protected:
   vqsStatus control(std::uint8_t enable, std::uint32_t value) { return GetParam().control(session, enable, value); }
   Exchange& expectControl(std::uint16_t operation, std::uint32_t value,
@@ -132,7 +132,7 @@ struct SE1Twin {
   vqsStatus (*program)(QtfSession*, std::uint32_t, std::uint32_t);
 };
 
-class ProgramSE1 : public FeatureTestOf<SE1Twin> {
+class ProgramSE1 : public FrugalSessionTest, public ::testing::WithParamInterface<SE1Twin> {
  protected:
   vqsStatus program(std::uint32_t first, std::uint32_t second) { return GetParam().program(session, first, second); }
   Exchange& expectFlags(std::string_view bytes, std::source_location where = std::source_location::current()) {
@@ -171,7 +171,7 @@ TEST_P(ProgramSE1, needs_an_open_session) {
 INSTANTIATE_TEST_SUITE_P(Twins, ProgramSE1,
                          ::testing::Values(SE1Twin{"plain", vqsProgramSE1}, SE1Twin{"Ex", vqsExProgramSE1}), caseName);
 
-class TAControl : public FeatureTest {
+class TAControl : public FrugalSessionTest {
  protected:
   Exchange& expectControl(std::source_location where = std::source_location::current()) {
     return driver.expectIn(0x8022206C, where).request("44 33 22 11  88 77 66 F5").withoutCount();

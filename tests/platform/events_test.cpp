@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <climits>
 
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/platform/pointers.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 namespace {
@@ -13,7 +15,7 @@ struct Registration {
   std::uint8_t flag;
 };
 
-class EventRegistration : public PlatformTest, public ::testing::WithParamInterface<Registration> {
+class EventRegistration : public FrugalSessionTest, public ::testing::WithParamInterface<Registration> {
  protected:
   vqsStatus call(std::int32_t index, void* object) { return GetParam().call(session, index, object); }
   Exchange& expectIndex(std::uint32_t index, std::source_location where = std::source_location::current()) {
@@ -51,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(Of, EventRegistration,
                                            Registration{"UnRegister", vqsUnRegisterEvent, 0}),
                          registrationName);
 
-TEST_F(PlatformTest, registering_sends_these_very_bytes) {
+TEST_F(FrugalSessionTest, registering_sends_these_very_bytes) {
   driver.expectIn(0x80222024).request("01 00 00 00  06 00 00 00  88 77 66 55 44 33 22 11");
   EXPECT_EQ(vqsRegisterEvent(session, 6, marker()), 0U);
   driver.expectIn(0x80222024).request("00 00 00 00  06 00 00 00  88 77 66 55 44 33 22 11");
@@ -65,7 +67,7 @@ struct Notification {
   std::size_t size;
 };
 
-class BiosEvent : public PlatformTest, public ::testing::WithParamInterface<Notification> {};
+class BiosEvent : public FrugalSessionTest, public ::testing::WithParamInterface<Notification> {};
 
 TEST_P(BiosEvent, travels_as_an_empty_record) {
   driver.expectIn(GetParam().code).request(Bytes(GetParam().size, 0));

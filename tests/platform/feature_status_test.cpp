@@ -5,12 +5,13 @@
 #include <limits>
 
 #include <vqs/features.h>
-#include "tests/platform/feature_fixture.h"
+#include "tests/platform/pointers.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 namespace {
 
-class QueryFeatureStatus : public FeatureTest {
+class QueryFeatureStatus : public FrugalSessionTest {
  protected:
   vqsStatus query(std::int32_t index) { return vqsQueryFeatureStatus(session, index, &status); }
   Exchange& expectQuery(std::uint32_t id, std::source_location where = std::source_location::current()) {
@@ -63,7 +64,7 @@ TEST_F(QueryFeatureStatus, needs_an_open_session_and_an_output) {
   expectUntouched();
 }
 
-class DynamicSlider : public FeatureTest {
+class DynamicSlider : public FrugalSessionTest {
  protected:
   Exchange& expectSwitch(std::string_view word, std::source_location where = std::source_location::current()) {
     return driver.expectIn(0x80222020, where).request(word);
@@ -97,7 +98,7 @@ struct UnsupportedName {
   vqsStatus (*call)(QtfSession*, std::int32_t, void*);
 };
 
-class UnsupportedControl : public FeatureTestOf<UnsupportedName> {};
+class UnsupportedControl : public FrugalSessionTest, public ::testing::WithParamInterface<UnsupportedName> {};
 
 TEST_P(UnsupportedControl, answers_5_whatever_it_is_given) {
   Bytes table(512, kPoison);

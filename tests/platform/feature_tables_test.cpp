@@ -5,8 +5,8 @@
 #include <limits>
 
 #include <vqs/features.h>
-#include "tests/channel/windows_calls.h"
-#include "tests/platform/feature_fixture.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -133,7 +133,7 @@ constexpr std::size_t kPeriods[] = {251, 157};
 
 Bytes operationOnly(const Table& table, std::uint32_t operation) { return Record{table.recordSize}.u32(0, operation); }
 
-class FeatureTable : public FeatureTestOf<Table> {
+class FeatureTable : public FrugalSessionTest, public ::testing::WithParamInterface<Table> {
  protected:
   vqsStatus control(std::int32_t operation) { return GetParam().control(session, operation, caller.data()); }
   Exchange& expectRequest(Bytes bytes, std::source_location where = std::source_location::current()) {
@@ -253,7 +253,7 @@ INSTANTIATE_TEST_SUITE_P(Of, SettableTable,
                          ::testing::Values(autoMode(), staticSliderV1(), staticSliderV2(), staticSliderV4(), asmLite()),
                          caseName);
 
-class InBagTable : public FeatureTest {
+class InBagTable : public FrugalSessionTest {
  protected:
   Exchange& expectSet(std::source_location where = std::source_location::current()) {
     return driver.expectSame(0x80222014, where)

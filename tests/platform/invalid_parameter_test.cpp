@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <vector>
 
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/support/session_test.h"
 
 namespace test {
 namespace {
@@ -11,7 +12,7 @@ ScriptedDriver* scriptedDriver = nullptr;
 std::vector<std::size_t> handled;
 
 /// A program that has installed a handler, as it can on Windows.
-class InvalidParameterHandler : public PlatformTest {
+class InvalidParameterHandler : public FrugalSessionTest {
  protected:
   InvalidParameterHandler() {
     scriptedDriver = &driver;

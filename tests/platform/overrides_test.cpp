@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/channel/windows_calls.h"
-#include "tests/channel/witness_device.h"
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
+#include "tests/support/witness_device.h"
 
 namespace test {
 namespace {
 
-class OverrideInput : public PlatformTest {
+class OverrideInput : public FrugalSessionTest {
  protected:
   Exchange& expectInput(std::string_view request, std::source_location where = std::source_location::current()) {
     return driver.expectIn(0x80222060, where).withoutCount().request(request);
@@ -38,7 +39,7 @@ TEST_F(OverrideInput, needs_an_open_session) {
   EXPECT_EQ(vqsOverrideInput(&closed, 1, 1, 2), 2U);
 }
 
-class KeyValue : public PlatformTest {
+class KeyValue : public FrugalSessionTest {
  protected:
   Exchange& expectKey(std::string_view key, std::source_location where = std::source_location::current()) {
     return driver.expectSplit(0x80222098, where).request(key).answerLength(8);
@@ -72,7 +73,7 @@ TEST_F(KeyValue, needs_an_open_session_and_its_output) {
   EXPECT_EQ(bytesOf(value), Bytes(8, kPoison));
 }
 
-class KeyListSize : public PlatformTest {
+class KeyListSize : public FrugalSessionTest {
  protected:
   Exchange& expectSize(std::source_location where = std::source_location::current()) {
     return driver.expectOut(0x8022209C, where).answerLength(4);
@@ -122,7 +123,7 @@ TEST_F(KeyListSize, needs_an_open_session_before_its_output) {
   EXPECT_EQ(size, kPoisonWord);
 }
 
-class KeyList : public PlatformTest {
+class KeyList : public FrugalSessionTest {
  protected:
   Exchange& expectSize(std::source_location where = std::source_location::current()) {
     return driver.expectOut(0x8022209C, where).answerLength(4);
@@ -232,7 +233,7 @@ TEST(KeyListBuffers, are_the_callers_own) {
   EXPECT_EQ(device.requests[2].call.output, &list);
 }
 
-class KeyMetadata : public PlatformTest {
+class KeyMetadata : public FrugalSessionTest {
  protected:
   Exchange& expectKey(std::string_view key, std::source_location where = std::source_location::current()) {
     return driver.expectSplit(0x802220A4, where).request(key).answerLength(52);

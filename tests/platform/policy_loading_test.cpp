@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/platform/pointers.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 namespace {
 
 constexpr std::uint32_t kCode = 0x80222070;
 
-class PolicyLoading : public PlatformTest {
+class PolicyLoading : public FrugalSessionTest {
  protected:
   void expectOutputs(std::uint32_t one, std::uint32_t two) {
     EXPECT_EQ(first, one);

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/support/session_test.h"
 
 namespace test {
 namespace {
 
-class SimulateSensorUpdate : public PlatformTest {
+class SimulateSensorUpdate : public FrugalSessionTest {
  protected:
   static constexpr std::string_view kText = "00 11 22 33 44 55 66 77 88 99 AA BB CC DD EE FF";
 
@@ -31,7 +32,7 @@ TEST_F(SimulateSensorUpdate, needs_an_open_session) {
   EXPECT_EQ(vqsAtstSimulateSensorUpdate(nullptr, nullptr), 2U);
 }
 
-class GetSensorData : public PlatformTest {
+class GetSensorData : public FrugalSessionTest {
  protected:
   Exchange& expectGet(std::source_location where = std::source_location::current()) {
     return driver.expectOut(0x80222084, where).answerLength(64);
@@ -71,7 +72,7 @@ TEST_F(GetSensorData, needs_an_open_session) {
 }
 
 /// One byte of room more than the export has, to see that it is left alone.
-class GetOemId : public PlatformTest {
+class GetOemId : public FrugalSessionTest {
  protected:
   Exchange& expectGet(std::source_location where = std::source_location::current()) {
     return driver.expectOut(0x8022204C, where).answerLength(32);

@@ -2,9 +2,11 @@
 #include <functional>
 
 #include <vqs/features.h>
-#include "tests/channel/windows_calls.h"
-#include "tests/platform/filling_device.h"
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/platform/pointers.h"
+#include "tests/support/filling_device.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
 
 // What holds for every call that makes one request on its session's handle.
 

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include <vqs/platform.h>
-#include "tests/channel/windows_calls.h"
-#include "tests/platform/feature_fixture.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ struct Wait {
   vqsStatus (*call)(QtfSession*, HANDLE, std::uint32_t);
 };
 
-class WaitResult : public FeatureTestOf<Wait> {
+class WaitResult : public FrugalSessionTest, public ::testing::WithParamInterface<Wait> {
  protected:
   WaitResult() {
     host::createEvent(kEventName);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/policy/catalogues.h"
 
-#include "tests/channel/windows_calls.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -196,7 +196,7 @@ TEST_P(EveryCatalogue, ends_after_one_request_without_memory_of_the_process_heap
 TEST_P(EveryCatalogue, follows_the_size_and_not_the_byte_count) {
   for (const DWORD count : {0U, 16U, 0xFFFFFFFFU}) {
     auto expected = startFromMarkers();
-    driver.reported = count;
+    driver.report(count);
     expectQuery(6);
     expectRead(6).replyAt(16, hex("01 02 EE  03 04 EE"));
     EXPECT_EQ(get(), 0U);
@@ -210,7 +210,7 @@ TEST_P(EveryCatalogue, is_asked_about_on_the_sessions_handle) {
   expectQuery(3);
   expectRead(3);
   EXPECT_EQ(get(), 0U);
-  EXPECT_EQ(driver.requestsOn, std::vector<HANDLE>(2, session->handle));
+  EXPECT_EQ(driver.takeRequestsOn(), std::vector<HANDLE>(2, session->handle));
 }
 
 TEST_P(EveryCatalogue, leaves_the_session_as_it_is) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/policy/stores.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -16,14 +16,14 @@ class AddPolicy : public EveryStore {
     EXPECT_EQ(id, kPoisonWord);
   }
 
-  const PolicyContent content = fullPolicy(0);
-  VqsPolicyV0 policy = policyV0(callerRecord(0, content, 0xEE));
+  const Policy content = fullPolicy(0);
+  VqsPolicyV0 policy = recordOf<VqsPolicyV0>(policyBody(0, content, 0xEE));
   std::uint32_t id = kPoisonWord;
   std::uint32_t driverResult = kPoisonWord;
 };
 
 TEST_P(AddPolicy, sends_the_packed_policy_on_the_stores_modify_code) {
-  driver.expectSame(store().modifyCode).request(addRequest(packedRecord(content)));
+  driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(content)));
   EXPECT_EQ(add(), 0U);
   EXPECT_EQ(driverResult, 0U);
 }
@@ -31,19 +31,19 @@ TEST_P(AddPolicy, sends_the_packed_policy_on_the_stores_modify_code) {
 TEST_P(AddPolicy, leaves_the_callers_record_alone) {
   driver.expectSame(store().modifyCode).anyRequest(4000).reply(Bytes(4000, 0xFF));
   EXPECT_EQ(add(), 0U);
-  EXPECT_EQ(difference(bytesOf(policy), callerRecord(0, content, 0xEE).bytes()), "");
+  EXPECT_EQ(difference(bytesOf(policy), policyBody(0, content, 0xEE).bytes()), "");
 }
 
 TEST_P(AddPolicy, passes_the_drivers_verdict_on_and_succeeds) {
   for (const std::uint32_t verdict : {0U, 1U, 7U, 0xFFFFFFFFU}) {
-    driver.expectSame(store().modifyCode).request(addRequest(packedRecord(content))).replyWord(3980, verdict);
+    driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(content))).replyWord(3980, verdict);
     EXPECT_EQ(add(), 0U);
     EXPECT_EQ(driverResult, verdict);
   }
 }
 
 TEST_P(AddPolicy, answers_1_in_both_places_when_the_request_fails) {
-  driver.expectSame(store().modifyCode).request(addRequest(packedRecord(content))).replyWord(3980, 7).fails();
+  driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(content))).replyWord(3980, 7).fails();
   EXPECT_EQ(add(), 1U);
   EXPECT_EQ(driverResult, 1U);
   EXPECT_EQ(id, kPoisonWord);
@@ -56,14 +56,14 @@ TEST_P(AddPolicy, gives_back_the_callers_own_id_whatever_the_driver_says) {
 }
 
 TEST_P(AddPolicy, takes_no_place_for_the_id) {
-  driver.expectSame(store().modifyCode).request(addRequest(packedRecord(content)));
+  driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(content)));
   EXPECT_EQ(store().add(session, &policy, nullptr, &driverResult), 0U);
   EXPECT_EQ(driverResult, 0U);
 }
 
 TEST_P(AddPolicy, sends_counts_above_their_limits_as_they_are) {
-  policy = policyV0(callerRecord(0, content).u32(120, 16).u32(124, 6).u32(800, 33));
-  auto packed = packedRecord(content);
+  policy = recordOf<VqsPolicyV0>(policyBody(0, content).u32(120, 16).u32(124, 6).u32(800, 33));
+  auto packed = packedPolicy(content);
   driver.expectSame(store().modifyCode).request(addRequest(packed.u32(184, 16).u32(188, 33).u32(192, 6)));
   EXPECT_EQ(add(), 0U);
 }
@@ -79,14 +79,14 @@ TEST_P(AddPolicy, checks_its_arguments_before_anything_else) {
 }
 
 TEST_P(AddPolicy, sends_no_malformed_policy) {
-  policy = policyV0(callerRecord(0, content).u32(136 + 4, 5));
+  policy = recordOf<VqsPolicyV0>(policyBody(0, content).u32(136 + 4, 5));
   expectRefusedUnsent(1);
-  policy = policyV0(callerRecord(0, content).u8(376 + 32, 2));
+  policy = recordOf<VqsPolicyV0>(policyBody(0, content).u8(376 + 32, 2));
   expectRefusedUnsent(1);
-  policy = policyV0(callerRecord(0, content).fill(0, 64, 'n'));
+  policy = recordOf<VqsPolicyV0>(policyBody(0, content).fill(0, 64, 'n'));
   expectRefusedUnsent(1);
   const Locale utf8{"C.UTF-8"};
-  policy = policyV0(callerRecord(0, content).u8(0, 0xFF));
+  policy = recordOf<VqsPolicyV0>(policyBody(0, content).u8(0, 0xFF));
   expectRefusedUnsent(1);
 }
 
@@ -111,22 +111,22 @@ class AddPolicyV2 : public EveryStore {
   vqsStatus add(VersionedBytes& record) { return add(record, record.size()); }
 
   std::uint32_t driverResult = kPoisonWord;
-  VersionedBytes valid{2, callerRecord(2, fullPolicy(2), 0xEE)};
+  VersionedBytes valid{2, policyBody(2, fullPolicy(2), 0xEE)};
 };
 
 TEST_P(AddPolicyV2, sends_the_packed_policy_of_every_version) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     const auto content = fullPolicy(version);
-    VersionedBytes record{version, callerRecord(version, content, 0xEE)};
+    VersionedBytes record{version, policyBody(version, content, 0xEE)};
     driverResult = kPoisonWord;
-    driver.expectSame(store().modifyCode).request(addRequest(packedRecord(content)));
+    driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(content)));
     EXPECT_EQ(add(record), 0U);
     EXPECT_EQ(driverResult, 0U);
   }
 }
 
 TEST_P(AddPolicyV2, passes_the_drivers_verdict_on_and_succeeds) {
-  driver.expectSame(store().modifyCode).request(addRequest(packedRecord(fullPolicy(2)))).replyWord(3980, 0xC0000001);
+  driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(fullPolicy(2)))).replyWord(3980, 0xC0000001);
   EXPECT_EQ(add(valid), 0U);
   EXPECT_EQ(driverResult, 0xC0000001U);
 }
@@ -139,7 +139,7 @@ TEST_P(AddPolicyV2, answers_1_in_both_places_when_the_request_fails) {
 
 TEST_P(AddPolicyV2, needs_the_whole_body_of_the_version) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
-    VersionedBytes record{version, callerRecord(version, fullPolicy(version))};
+    VersionedBytes record{version, policyBody(version, fullPolicy(version))};
     for (const std::uint64_t size : {std::uint64_t{1}, std::uint64_t{3}, std::uint64_t{4}, std::uint64_t{5},
                                      std::uint64_t{4 + layoutOf(version).size - 1}})
       EXPECT_EQ(add(record, size), 1U) << version << ' ' << size;
@@ -148,14 +148,14 @@ TEST_P(AddPolicyV2, needs_the_whole_body_of_the_version) {
 }
 
 TEST_P(AddPolicyV2, takes_more_bytes_than_the_version_needs) {
-  VersionedBytes record{0, Record{3916}.put(0, callerRecord(0, fullPolicy(0)).bytes())};
-  driver.expectSame(store().modifyCode).request(addRequest(packedRecord(fullPolicy(0))));
+  VersionedBytes record{0, Record{3916}.put(0, policyBody(0, fullPolicy(0)).bytes())};
+  driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(fullPolicy(0))));
   EXPECT_EQ(add(record), 0U);
 }
 
 TEST_P(AddPolicyV2, knows_no_further_version) {
   for (const std::uint32_t version : {3U, 0xFFFFFFFFU}) {
-    VersionedBytes record{version, callerRecord(2, fullPolicy(2))};
+    VersionedBytes record{version, policyBody(2, fullPolicy(2))};
     EXPECT_EQ(add(record), 1U);
   }
   EXPECT_EQ(driverResult, kPoisonWord);
@@ -163,12 +163,12 @@ TEST_P(AddPolicyV2, knows_no_further_version) {
 
 TEST_P(AddPolicyV2, sends_no_malformed_policy) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
-    VersionedBytes record{version, callerRecord(version, fullPolicy(version)).u32(layoutOf(version).conditions + 4, 5)};
+    VersionedBytes record{version, policyBody(version, fullPolicy(version)).u32(layoutOf(version).conditions + 4, 5)};
     EXPECT_EQ(add(record), 1U);
   }
-  VersionedBytes withoutZero{2, callerRecord(2, fullPolicy(2)).fill(448, 512, 0x21)};
+  VersionedBytes withoutZero{2, policyBody(2, fullPolicy(2)).fill(448, 512, 0x21)};
   EXPECT_EQ(add(withoutZero), 1U);
-  VersionedBytes withoutNul{1, callerRecord(1, fullPolicy(1)).fill(4, 64, 'n')};
+  VersionedBytes withoutNul{1, policyBody(1, fullPolicy(1)).fill(4, 64, 'n')};
   EXPECT_EQ(add(withoutNul), 1U);
   EXPECT_EQ(driverResult, kPoisonWord);
 }
@@ -211,10 +211,10 @@ TEST_P(AddPolicyV2, runs_out_of_memory_for_the_request_with_1) {
 
 INSTANTIATE_TEST_SUITE_P(To, AddPolicyV2, ::testing::ValuesIn(allStores()), storeName);
 
-class AddPolicyV2ToNoStore : public StoreTest {};
+class AddPolicyV2ToNoStore : public TidySessionTest {};
 
 TEST_F(AddPolicyV2ToNoStore, is_refused_unsent) {
-  VersionedBytes record{2, callerRecord(2, fullPolicy(2))};
+  VersionedBytes record{2, policyBody(2, fullPolicy(2))};
   for (const VqsPolicyStore store : {VqsPolicyStore{3}, VqsPolicyStore{4}, VqsPolicyStore{255}}) {
     std::uint32_t driverResult = kPoisonWord;
     EXPECT_EQ(vqsPbAddPolicyV2(session, record, record.size(), &driverResult, store), 2U);
@@ -223,7 +223,7 @@ TEST_F(AddPolicyV2ToNoStore, is_refused_unsent) {
 }
 
 TEST_F(AddPolicyV2ToNoStore, is_refused_for_its_policy_first) {
-  VersionedBytes malformed{0, callerRecord(0, fullPolicy(0)).u32(136 + 4, 5)};
+  VersionedBytes malformed{0, policyBody(0, fullPolicy(0)).u32(136 + 4, 5)};
   std::uint32_t driverResult = kPoisonWord;
   EXPECT_EQ(vqsPbAddPolicyV2(session, malformed, malformed.size(), &driverResult, 3), 1U);
 }

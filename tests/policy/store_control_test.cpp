@@ -32,7 +32,7 @@ TEST_P(ResetStore, runs_out_of_memory_for_the_request_with_1) {
 
 INSTANTIATE_TEST_SUITE_P(Of, ResetStore, ::testing::ValuesIn(allStores()), storeName);
 
-class SetBinaryVersion : public StoreTest {
+class SetBinaryVersion : public TidySessionTest {
  protected:
   vqsStatus set(std::uint16_t word1, std::uint16_t word2) {
     return vqsSetBinaryVersion(session, word1, word2, &driverResult, 1);
@@ -91,7 +91,7 @@ TEST_F(SetBinaryVersion, runs_out_of_memory_for_the_request_with_1) {
   EXPECT_EQ(faults.calls(Fault::kAllocation), 1);
 }
 
-class CheckStructureSupport : public StoreTest {};
+class CheckStructureSupport : public TidySessionTest {};
 
 TEST_F(CheckStructureSupport, is_for_versions_1_and_2) {
   EXPECT_EQ(vqsPbCheckStructureSupport(session, 1), 0U);

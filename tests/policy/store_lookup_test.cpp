@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/policy/stores.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -12,7 +12,7 @@ constexpr std::uint32_t kLookup = 0x80222040;
 /// 3984 bytes: the key at 4, the store at 3980, all else zero.
 Record lookupRequest(std::uint32_t key, std::uint32_t store) { return Record{3984}.u32(4, key).u32(3980, store); }
 
-class PolicyById : public StoreTest {
+class PolicyById : public TidySessionTest {
  protected:
   vqsStatus get(std::uint32_t id) { return vqsPbIDGetPolicy(session, id, &policy); }
   Exchange& expectLookup(std::uint32_t id, std::source_location where = std::source_location::current()) {
@@ -25,20 +25,20 @@ class PolicyById : public StoreTest {
 
 TEST_F(PolicyById, asks_the_policy_builder_store_for_the_id) {
   const auto content = fullPolicy(0);
-  expectLookup(0x71727374).reply(packedRecord(content));
+  expectLookup(0x71727374).reply(packedPolicy(content));
   EXPECT_EQ(get(0x71727374), 0U);
-  EXPECT_EQ(difference(bytesOf(policy), callerRecord(0, content, kPoison).bytes()), "");
+  EXPECT_EQ(difference(bytesOf(policy), policyBody(0, content, kPoison).bytes()), "");
 }
 
 TEST_F(PolicyById, asks_for_any_id) {
   for (const std::uint32_t id : {0U, 0xFFFFFFFFU}) {
-    expectLookup(id).reply(packedRecord(fullPolicy(0)));
+    expectLookup(id).reply(packedPolicy(fullPolicy(0)));
     EXPECT_EQ(get(id), 0U);
   }
 }
 
 TEST_F(PolicyById, has_a_zeroed_place_for_the_answer) {
-  auto head = packedRecord(numberedPolicy(5)).bytes();
+  auto head = packedPolicy(numberedPolicy(5)).bytes();
   head.resize(180);
   expectLookup(5).reply(head);
   EXPECT_EQ(get(5), 0U);
@@ -50,19 +50,19 @@ TEST_F(PolicyById, has_a_zeroed_place_for_the_answer) {
 }
 
 TEST_F(PolicyById, fails_with_the_request_and_writes_nothing) {
-  expectLookup(5).reply(packedRecord(numberedPolicy(5))).fails();
+  expectLookup(5).reply(packedPolicy(numberedPolicy(5))).fails();
   EXPECT_EQ(get(5), 1U);
   expectUntouched();
 }
 
 TEST_F(PolicyById, fails_for_a_policy_that_version_0_cannot_hold) {
-  expectLookup(5).reply(packedRecord(fullPolicy(1)));
+  expectLookup(5).reply(packedPolicy(fullPolicy(1)));
   EXPECT_EQ(get(5), 1U);
-  expectLookup(5).reply(packedRecord(fullPolicy(0)).u32(184, 16));
+  expectLookup(5).reply(packedPolicy(fullPolicy(0)).u32(184, 16));
   EXPECT_EQ(get(5), 1U);
   auto wide = numberedPolicy(5);
   wide.name[0] = 0x3042;
-  expectLookup(5).reply(packedRecord(wide));
+  expectLookup(5).reply(packedPolicy(wide));
   EXPECT_EQ(get(5), 1U);
 }
 
@@ -81,7 +81,7 @@ TEST_F(PolicyById, runs_out_of_memory_with_3_unsent) {
 }
 
 TEST_F(PolicyById, allocates_the_policy_alone) {
-  expectLookup(1).reply(packedRecord(fullPolicy(0)));
+  expectLookup(1).reply(packedPolicy(fullPolicy(0)));
   EXPECT_EQ(get(1), 0U);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 1);
 }
@@ -107,9 +107,9 @@ TEST_P(PolicyByPriority, unpacks_into_the_version_that_the_record_asks_for) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     const auto content = fullPolicy(version);
     auto record = poisonedRecord(version);
-    expectLookup().reply(packedRecord(content));
+    expectLookup().reply(packedPolicy(content));
     EXPECT_EQ(get(record), 0U);
-    const VersionedBytes expected{version, callerRecord(version, content, kPoison)};
+    const VersionedBytes expected{version, policyBody(version, content, kPoison)};
     EXPECT_EQ(difference(record.bytes(), expected.bytes()), "");
   }
 }
@@ -118,7 +118,7 @@ TEST_P(PolicyByPriority, has_a_zeroed_place_for_the_answer) {
   auto record = poisonedRecord(2);
   expectLookup();
   EXPECT_EQ(get(record), 0U);
-  const VersionedBytes expected{2, callerRecord(2, {}, kPoison)};
+  const VersionedBytes expected{2, policyBody(2, emptyPolicy(), kPoison)};
   EXPECT_EQ(difference(record.bytes(), expected.bytes()), "");
 }
 
@@ -128,7 +128,7 @@ TEST_P(PolicyByPriority, looks_at_the_size_after_the_request) {
     for (const std::uint64_t size : {std::uint64_t{1}, std::uint64_t{3}, std::uint64_t{4}, std::uint64_t{5},
                                      std::uint64_t{4 + layoutOf(version).size - 1}}) {
       auto record = poisonedRecord(version);
-      expectLookup().reply(packedRecord(fullPolicy(version)));
+      expectLookup().reply(packedPolicy(fullPolicy(version)));
       EXPECT_EQ(get(record, size), 1U) << size;
       expectUntouched(record, version);
     }
@@ -138,7 +138,7 @@ TEST_P(PolicyByPriority, looks_at_the_size_after_the_request) {
 TEST_P(PolicyByPriority, looks_at_the_version_after_the_request) {
   for (const std::uint32_t version : {3U, 0xFFFFFFFFU}) {
     auto record = poisonedRecord(version);
-    expectLookup().reply(packedRecord(fullPolicy(2)));
+    expectLookup().reply(packedPolicy(fullPolicy(2)));
     EXPECT_EQ(get(record), 1U);
     expectUntouched(record, version);
   }
@@ -147,7 +147,7 @@ TEST_P(PolicyByPriority, looks_at_the_version_after_the_request) {
 TEST_P(PolicyByPriority, fails_with_the_request_whatever_the_record) {
   for (const std::uint32_t version : {0U, 2U, 3U}) {
     auto record = poisonedRecord(version);
-    expectLookup().reply(packedRecord(fullPolicy(0))).fails();
+    expectLookup().reply(packedPolicy(fullPolicy(0))).fails();
     EXPECT_EQ(get(record), 1U);
     expectUntouched(record, version);
   }
@@ -155,7 +155,7 @@ TEST_P(PolicyByPriority, fails_with_the_request_whatever_the_record) {
 
 TEST_P(PolicyByPriority, leaves_what_lies_behind_the_body) {
   VersionedBytes record{0, Bytes(900, kPoison)};
-  expectLookup().reply(packedRecord(fullPolicy(0)));
+  expectLookup().reply(packedPolicy(fullPolicy(0)));
   EXPECT_EQ(get(record), 0U);
   const Bytes rest(record.bytes().begin() + 4 + 804, record.bytes().end());
   EXPECT_EQ(rest, Bytes(96, kPoison));
@@ -164,7 +164,7 @@ TEST_P(PolicyByPriority, leaves_what_lies_behind_the_body) {
 TEST_P(PolicyByPriority, fails_for_a_malformed_policy) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     auto record = poisonedRecord(version);
-    expectLookup().reply(packedRecord(fullPolicy(version)).u32(192, 6));
+    expectLookup().reply(packedPolicy(fullPolicy(version)).u32(192, 6));
     EXPECT_EQ(get(record), 1U);
   }
 }
@@ -200,7 +200,7 @@ TEST_P(PolicyByPriority, runs_out_of_memory_with_3_unsent) {
 
 INSTANTIATE_TEST_SUITE_P(Of, PolicyByPriority, ::testing::ValuesIn(allStores()), storeName);
 
-class PolicyByPriorityOfNoStore : public StoreTest {};
+class PolicyByPriorityOfNoStore : public TidySessionTest {};
 
 TEST_F(PolicyByPriorityOfNoStore, is_for_the_driver_to_judge) {
   for (const std::uint8_t store : {std::uint8_t{3}, std::uint8_t{0xFF}}) {

@@ -3,8 +3,8 @@
 
 #include <cstring>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/policy/stores.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -27,7 +27,7 @@ class GetPolicies : public EveryStore {
   /// The first policies are those of packedPolicies, the others have not been touched.
   void expectPolicies(std::uint32_t count) {
     for (std::uint32_t i = 0; i < count; ++i)
-      EXPECT_EQ(difference(bytesOf(policies[i]), callerRecord(0, numberedPolicy(100 + i), kPoison).bytes()), "") << i;
+      EXPECT_EQ(difference(bytesOf(policies[i]), policyBody(0, numberedPolicy(100 + i), kPoison).bytes()), "") << i;
     expectUntouchedFrom(count);
   }
 
@@ -176,7 +176,7 @@ TEST_P(GetPolicies, stops_at_a_policy_that_version_0_cannot_hold) {
   EXPECT_EQ(get(4), 1U);
   EXPECT_EQ(list.count, 4U);
   for (std::uint32_t i = 0; i < 2; ++i)
-    EXPECT_EQ(difference(bytesOf(policies[i]), callerRecord(0, numberedPolicy(100 + i), kPoison).bytes()), "");
+    EXPECT_EQ(difference(bytesOf(policies[i]), policyBody(0, numberedPolicy(100 + i), kPoison).bytes()), "");
   expectUntouchedFrom(3);
 }
 
@@ -239,7 +239,7 @@ TEST_P(GetPolicies, of_the_highest_capacity_runs_out_of_memory_unsent) {
 
 INSTANTIATE_TEST_SUITE_P(Of, GetPolicies, ::testing::ValuesIn(allStores()), storeName);
 
-class ReadBuffer : public StoreTest {
+class ReadBuffer : public TidySessionTest {
  protected:
   std::vector<VqsPolicyV0> policies = std::vector<VqsPolicyV0>(3, poisoned<VqsPolicyV0>());
   VqsPolicyList list{

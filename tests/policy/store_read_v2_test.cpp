@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/policy/stores.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -34,7 +34,7 @@ class GetPoliciesV2 : public EveryStore {
   }
   static void expectBody(const ListV2& list, std::uint32_t version, std::uint32_t index) {
     EXPECT_EQ(difference(list.body(index, layoutOf(version).size),
-                         callerRecord(version, numberedPolicy(100 + index), kPoison).bytes()),
+                         policyBody(version, numberedPolicy(100 + index), kPoison).bytes()),
               "");
   }
   static void expectUntouched(const ListV2& list, const ListV2& before) {
@@ -268,7 +268,7 @@ TEST_P(GetPoliciesV2, runs_out_of_memory_for_its_buffer_with_3_and_for_the_reque
 
 INSTANTIATE_TEST_SUITE_P(Of, GetPoliciesV2, ::testing::ValuesIn(allStores()), storeName);
 
-class GetPoliciesV2OfNoStore : public StoreTest {};
+class GetPoliciesV2OfNoStore : public TidySessionTest {};
 
 TEST_F(GetPoliciesV2OfNoStore, is_refused_unsent) {
   for (const VqsPolicyStore store : {VqsPolicyStore{3}, VqsPolicyStore{255}}) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "tests/channel/windows_calls.h"
-#include "tests/channel/witness_device.h"
 #include "tests/policy/stores.h"
+#include "tests/support/windows_calls.h"
+#include "tests/support/witness_device.h"
 
 namespace test {
 namespace {
@@ -100,16 +100,16 @@ class ReplacePolicy : public ReplaceAny {
   vqsStatus replace() { return store().replace(session, kId, &policy, &driverResult); }
   /// The record as it was, but for its id.
   void expectRecordWithId(std::uint32_t id) {
-    EXPECT_EQ(difference(bytesOf(policy), callerRecord(0, fullPolicy(0), 0xEE).u32(100, id).bytes()), "");
+    EXPECT_EQ(difference(bytesOf(policy), policyBody(0, fullPolicy(0), 0xEE).u32(100, id).bytes()), "");
   }
   /// What is added: the policy under the id of the call.
   static Bytes packedUnderId() {
     auto content = fullPolicy(0);
     content.id = kId;
-    return packedRecord(content);
+    return packedPolicy(content);
   }
 
-  VqsPolicyV0 policy = policyV0(callerRecord(0, fullPolicy(0), 0xEE));
+  VqsPolicyV0 policy = recordOf<VqsPolicyV0>(policyBody(0, fullPolicy(0), 0xEE));
 };
 
 TEST_P(ReplacePolicy, deletes_the_id_and_adds_the_policy_under_it) {
@@ -208,10 +208,10 @@ TEST_P(ReplacePolicy, runs_out_of_memory_for_the_add_with_1) {
 
 INSTANTIATE_TEST_SUITE_P(In, ReplacePolicy, ::testing::ValuesIn(allStores()), storeName);
 
-class ReplacePbPolicy : public StoreTest {};
+class ReplacePbPolicy : public TidySessionTest {};
 
 TEST_F(ReplacePbPolicy, checks_policy_and_verdict_too) {
-  auto policy = policyV0(callerRecord(0, fullPolicy(0)));
+  auto policy = recordOf<VqsPolicyV0>(policyBody(0, fullPolicy(0)));
   std::uint32_t driverResult = kPoisonWord;
   EXPECT_EQ(vqsPbReplacePolicy(session, kId, nullptr, &driverResult), 2U);
   EXPECT_EQ(vqsPbReplacePolicy(session, kId, &policy, nullptr), 2U);
@@ -264,17 +264,17 @@ class ReplacePolicyV2 : public ReplaceAny {
     EXPECT_EQ(driverResult, kPoisonWord);
   }
 
-  VersionedBytes valid{2, callerRecord(2, fullPolicy(2), 0xEE)};
+  VersionedBytes valid{2, policyBody(2, fullPolicy(2), 0xEE)};
 };
 
 // Unlike the version 0 replace, this one adds the record under the id that it carries.
 TEST_P(ReplacePolicyV2, deletes_the_id_and_adds_the_record_under_its_own) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     const auto content = fullPolicy(version);
-    VersionedBytes record{version, callerRecord(version, content, 0xEE)};
+    VersionedBytes record{version, policyBody(version, content, 0xEE)};
     const auto before = record.bytes();
     expectDelete().replyWord(0, 0);
-    expectAdd(packedRecord(content));
+    expectAdd(packedPolicy(content));
     EXPECT_EQ(replace(record), 0U);
     EXPECT_EQ(driverResult, 0U);
     EXPECT_EQ(difference(record.bytes(), before), "");
@@ -286,7 +286,7 @@ TEST_P(ReplacePolicyV2, passes_the_verdicts_on) {
   EXPECT_EQ(replace(valid), 0U);
   EXPECT_EQ(driverResult, 5U);
   expectDelete().replyWord(0, 0);
-  expectAdd(packedRecord(fullPolicy(2))).replyWord(3980, 8);
+  expectAdd(packedPolicy(fullPolicy(2))).replyWord(3980, 8);
   EXPECT_EQ(replace(valid), 0U);
   EXPECT_EQ(driverResult, 8U);
 }
@@ -296,26 +296,26 @@ TEST_P(ReplacePolicyV2, stops_at_the_first_request_that_fails) {
   EXPECT_EQ(replace(valid), 1U);
   EXPECT_EQ(driverResult, 0U);
   expectDelete().replyWord(0, 0);
-  expectAdd(packedRecord(fullPolicy(2))).fails();
+  expectAdd(packedPolicy(fullPolicy(2))).fails();
   EXPECT_EQ(replace(valid), 1U);
   EXPECT_EQ(driverResult, 1U);
 }
 
 TEST_P(ReplacePolicyV2, refuses_a_malformed_record_before_the_delete) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
-    VersionedBytes record{version, callerRecord(version, fullPolicy(version)).u32(layoutOf(version).conditions + 4, 5)};
+    VersionedBytes record{version, policyBody(version, fullPolicy(version)).u32(layoutOf(version).conditions + 4, 5)};
     expectRefusedUnsent(record, record.size(), 1);
   }
 }
 
 TEST_P(ReplacePolicyV2, needs_the_whole_body_of_a_known_version) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
-    VersionedBytes record{version, callerRecord(version, fullPolicy(version))};
+    VersionedBytes record{version, policyBody(version, fullPolicy(version))};
     for (const std::uint64_t size :
          {std::uint64_t{1}, std::uint64_t{4}, std::uint64_t{5}, std::uint64_t{4 + layoutOf(version).size - 1}})
       expectRefusedUnsent(record, size, 1);
   }
-  VersionedBytes unknown{3, callerRecord(2, fullPolicy(2))};
+  VersionedBytes unknown{3, policyBody(2, fullPolicy(2))};
   expectRefusedUnsent(unknown, unknown.size(), 1);
 }
 
@@ -343,14 +343,14 @@ TEST_P(ReplacePolicyV2, runs_out_of_memory_with_3_for_the_policy_and_1_for_the_r
 
 INSTANTIATE_TEST_SUITE_P(In, ReplacePolicyV2, ::testing::ValuesIn(allStores()), storeName);
 
-class ReplacePolicyV2InNoStore : public StoreTest {};
+class ReplacePolicyV2InNoStore : public TidySessionTest {};
 
 TEST_F(ReplacePolicyV2InNoStore, is_refused_unsent) {
-  VersionedBytes record{2, callerRecord(2, fullPolicy(2))};
+  VersionedBytes record{2, policyBody(2, fullPolicy(2))};
   std::uint32_t driverResult = kPoisonWord;
   for (const VqsPolicyStore store : {VqsPolicyStore{3}, VqsPolicyStore{255}})
     EXPECT_EQ(vqsPbReplacePolicyV2(session, kId, record, record.size(), &driverResult, store), 2U);
-  VersionedBytes malformed{2, callerRecord(2, fullPolicy(2)).u32(208 + 4, 5)};
+  VersionedBytes malformed{2, policyBody(2, fullPolicy(2)).u32(208 + 4, 5)};
   EXPECT_EQ(vqsPbReplacePolicyV2(session, kId, malformed, malformed.size(), &driverResult, 3), 1U);
   EXPECT_EQ(driverResult, kPoisonWord);
 }

@@ -65,7 +65,7 @@ class StoreRequest : public EveryStore {
   }
   vqsStatus add() { return vqs::addToStore(session->handle, store().number, policy, driverResult); }
 
-  vqs::PackedPolicy policy = packedPolicy(packedRecord(fullPolicy(1)));
+  vqs::PackedPolicy policy = packedPolicy(packedPolicy(fullPolicy(1)));
   std::uint32_t driverResult = kPoisonWord;
 };
 
@@ -77,10 +77,10 @@ TEST_P(StoreRequest, has_the_codes_of_the_store) {
 }
 
 TEST_P(StoreRequest, of_an_add_passes_the_verdict_on) {
-  driver.expectSame(store().modifyCode).request(addRequest(packedRecord(fullPolicy(1)))).replyWord(3980, 6);
+  driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(fullPolicy(1)))).replyWord(3980, 6);
   EXPECT_EQ(add(), 0U);
   EXPECT_EQ(driverResult, 6U);
-  driver.expectSame(store().modifyCode).request(addRequest(packedRecord(fullPolicy(1)))).fails();
+  driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(fullPolicy(1)))).fails();
   EXPECT_EQ(add(), 1U);
   EXPECT_EQ(driverResult, 1U);
 }
@@ -135,7 +135,7 @@ TEST_P(StoreRequest, of_a_read_keeps_a_capacity_that_is_too_small) {
 
 INSTANTIATE_TEST_SUITE_P(To, StoreRequest, ::testing::ValuesIn(allStores()), storeName);
 
-class StoreRequestToNoStore : public StoreTest {};
+class StoreRequestToNoStore : public TidySessionTest {};
 
 TEST_F(StoreRequestToNoStore, has_no_codes) {
   EXPECT_FALSE(vqs::policyStoreCodes(3).has_value());
@@ -152,7 +152,7 @@ TEST_F(StoreRequestToNoStore, is_refused_unsent_whatever_it_is) {
   }
 }
 
-class BinaryVersionRequest : public StoreTest {};
+class BinaryVersionRequest : public TidySessionTest {};
 
 TEST_F(BinaryVersionRequest, has_both_words) {
   std::uint32_t driverResult = kPoisonWord;
@@ -170,7 +170,7 @@ TEST_F(BinaryVersionRequest, without_memory_fails) {
   EXPECT_EQ(driverResult, kPoisonWord);
 }
 
-class PolicyLookup : public StoreTest {
+class PolicyLookup : public TidySessionTest {
  protected:
   vqs::PackedPolicy destination{};
 };
@@ -179,15 +179,15 @@ TEST_F(PolicyLookup, asks_with_key_and_store) {
   driver.expectSplit(0x80222040)
       .request(Record{3984}.u32(4, 0x11121314).u32(3980, 2))
       .answerLength(3972)
-      .reply(packedRecord(fullPolicy(1)));
+      .reply(packedPolicy(fullPolicy(1)));
   EXPECT_EQ(vqs::policyLookup(session->handle, 0x11121314, destination, 2), 0U);
-  EXPECT_EQ(difference(bytesOf(destination), packedRecord(fullPolicy(1)).bytes()), "");
+  EXPECT_EQ(difference(bytesOf(destination), packedPolicy(fullPolicy(1)).bytes()), "");
 }
 
 TEST_F(PolicyLookup, keeps_the_answer_of_a_request_that_failed) {
-  driver.expectSplit(0x80222040).anyRequest(3984).answerLength(3972).reply(packedRecord(fullPolicy(1))).fails();
+  driver.expectSplit(0x80222040).anyRequest(3984).answerLength(3972).reply(packedPolicy(fullPolicy(1))).fails();
   EXPECT_EQ(vqs::policyLookup(session->handle, 1, destination, 0), 1U);
-  EXPECT_EQ(difference(bytesOf(destination), packedRecord(fullPolicy(1)).bytes()), "");
+  EXPECT_EQ(difference(bytesOf(destination), packedPolicy(fullPolicy(1)).bytes()), "");
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tests/tool/listings.h"
+#include "tests/support/listings.h"
 #include "tests/tool/run_tool.h"
 
 namespace test {
@@ -52,7 +52,7 @@ std::string errorOf(const std::vector<std::string>& arguments) {
 }
 
 TEST(CatalogueConditions, holds_every_field_of_every_condition_as_json) {
-  const auto rows = readListing("conditions.tsv");
+  const auto rows = readListing(kConditionListing);
   const auto conditions = parsed(Tool{}.run({"catalogue", "conditions", "--json"})).at("conditions");
   ASSERT_EQ(rows.size(), 73U);
   ASSERT_EQ(conditions.size(), 73U);
@@ -60,7 +60,7 @@ TEST(CatalogueConditions, holds_every_field_of_every_condition_as_json) {
 }
 
 TEST(CatalogueActions, holds_every_field_of_every_action_as_json) {
-  const auto rows = readListing("actions.tsv");
+  const auto rows = readListing(kActionListing);
   const auto actions = parsed(Tool{}.run({"catalogue", "actions", "--json"})).at("actions");
   ASSERT_EQ(rows.size(), 168U);
   ASSERT_EQ(actions.size(), 168U);

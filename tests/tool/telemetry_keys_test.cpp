@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tests/tool/listings.h"
+#include "tests/support/listings.h"
 #include "tests/tool/run_tool.h"
 
 namespace test {
@@ -30,11 +30,11 @@ void expectListed(const std::vector<std::string>& arguments, const std::string& 
 }
 
 TEST(TelemetryKeys, every_field_of_every_key_as_json) {
-  expectListed({"telemetry", "keys", "--json"}, "kv_keys.tsv", 228);
+  expectListed({"telemetry", "keys", "--json"}, kKeyListing, 228);
 }
 
 TEST(TelemetryKeys, every_ex_key_and_no_more) {
-  expectListed({"telemetry", "keys", "--ex", "--json"}, "ex_kv_keys.tsv", 50);
+  expectListed({"telemetry", "keys", "--ex", "--json"}, kExKeyListing, 50);
 }
 
 TEST(TelemetryKeys, is_a_table_with_a_line_for_each) {

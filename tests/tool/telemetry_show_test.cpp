@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tests/tool/listings.h"
+#include "tests/support/listings.h"
 #include "tests/tool/run_tool.h"
 
 namespace test {
@@ -51,8 +51,8 @@ TEST(TelemetryShow, every_key_as_json) {
   ASSERT_EQ(run.exitCode, 0) << run;
   const auto values = Json::parse(run.out).at("values");
   EXPECT_EQ(values.size(), 228U);
-  EXPECT_EQ(namesOf(values), namesById("kv_keys.tsv"));
-  expectShapes(values, "kv_keys.tsv");
+  EXPECT_EQ(namesOf(values), namesById(kKeyListing));
+  expectShapes(values, kKeyListing);
   EXPECT_EQ(values.at("PowerSource"), "DC");
   EXPECT_EQ(values.at("nvmeModel"), "Simulated NVMe 512 GB");
   EXPECT_LT(values.at("BatteryChargeRate"), 0);
@@ -65,8 +65,8 @@ TEST(TelemetryShow, every_ex_key_as_json) {
   ASSERT_EQ(run.exitCode, 0) << run;
   const auto values = Json::parse(run.out).at("values");
   EXPECT_EQ(values.size(), 50U);
-  EXPECT_EQ(namesOf(values), namesById("ex_kv_keys.tsv"));
-  expectShapes(values, "ex_kv_keys.tsv");
+  EXPECT_EQ(namesOf(values), namesById(kExKeyListing));
+  expectShapes(values, kExKeyListing);
   EXPECT_EQ(values.at("PowerSource"), 1);
   EXPECT_EQ(values.at("DesignedBatCap"), 60000);
   EXPECT_LT(values.at("BatChargeRate"), 0);

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/binary/packed.h"
 #include "tests/support/bytes.h"
+#include "tests/support/packed.h"
 
 namespace test {
 namespace {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/simulator/model/settings_view.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

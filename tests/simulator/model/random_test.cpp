@@ -4,6 +4,7 @@
 
 #include "tests/simulator/model/request_page.h"
 #include "tests/simulator/model/settings_view.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

@@ -4,6 +4,7 @@
 #include <random>
 
 #include "tests/simulator/model/settings_view.h"
+#include "tests/support/temporary_folder.h"
 
 // A driver whose process is killed in the middle of a request, as the next process finds its memory.
 

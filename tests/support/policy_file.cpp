@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/binary/assembly.h"
+#include "tests/support/policy_file.h"
 
 namespace test {
 namespace {
@@ -34,12 +34,6 @@ Assembly& Assembly::bytes(const Bytes& bytes) {
 Assembly& Assembly::little(std::uint64_t value, std::size_t width) {
   for (std::size_t i = 0; i < width; ++i) bytes_.push_back(static_cast<std::uint8_t>(value >> 8 * i));
   return *this;
-}
-
-Bytes joined(const std::vector<Bytes>& parts) {
-  Assembly bytes;
-  for (const auto& part : parts) bytes.bytes(part);
-  return bytes;
 }
 
 Bytes units(std::u16string_view text) {

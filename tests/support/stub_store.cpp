@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/binary/stub_store.h"
+#include "tests/support/stub_store.h"
 
 #include <algorithm>
 
