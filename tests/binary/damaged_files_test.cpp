@@ -8,6 +8,7 @@
 
 #include "format/binary/reader.h"
 #include "tests/binary/reading.h"
+#include "tests/support/results.h"
 
 // Valid files cut at every length and with every byte changed: a result always, and nothing out of bounds.
 
@@ -59,13 +60,13 @@ class DamagedFiles : public BinaryReading {
     const auto summary = readSummary(path);
     EXPECT_LE(outcome.status, 1U);
     EXPECT_EQ(outcome.size, kRoom);
-    if (outcome.status == 0) {
-      EXPECT_EQ(summary.status, 0U);
+    if (outcome.status == kDone) {
+      EXPECT_EQ(summary.status, kDone);
       return true;
     }
     EXPECT_EQ(difference(outcome.buffer, Bytes(outcome.buffer.size(), kPoison)), "");
     // A count that asks for more room than there was is no damage to a summary.
-    EXPECT_EQ(summary.untouched, summary.status == 1);
+    EXPECT_EQ(summary.untouched, summary.status == kFailed);
     return false;
   }
 };

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/binary/reading.h"
+#include "tests/support/results.h"
 
 // What both readers take and refuse in files of revisions 3 and 4, field by field.
 
@@ -217,10 +218,10 @@ TEST_P(OldRevision, more_than_400_policies_are_taken) {
   const std::vector<Entry> entries(1000, narrowEntry());
   const auto path = file(oldFileOf(GetParam(), entries));
   const auto outcome = read(path, 2, 200 + 1000 * 3916);
-  EXPECT_EQ(outcome.status, 0U);
+  EXPECT_EQ(outcome.status, kDone);
   EXPECT_EQ(bodyPart(outcome.buffer, 48, 4), hex("e8 03 00 00"));
   EXPECT_EQ(bodyPart(outcome.buffer, 200 + 999 * 3916 + 4, 4), hex("41 00 00 00"));
-  EXPECT_EQ(readSummary(path).status, 0U);
+  EXPECT_EQ(readSummary(path).status, kDone);
 }
 
 TEST_P(OldRevision, a_count_that_the_file_cannot_hold_is_refused) {
@@ -229,9 +230,9 @@ TEST_P(OldRevision, a_count_that_the_file_cannot_hold_is_refused) {
     const auto path = file(oldFileOf(GetParam(), {narrowEntry()}, {}, {.policyCount = count}));
     std::uint64_t size = UINT64_MAX;
     VqsPolicyBinary untouched = poisoned<VqsPolicyBinary>();
-    EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), &untouched, &size, 0), 1U) << count;
+    EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), &untouched, &size, 0), kFailed) << count;
     EXPECT_EQ(bytesOf(untouched), Bytes(200, kPoison)) << count;
-    EXPECT_EQ(readSummary(path).status, 1U) << count;
+    EXPECT_EQ(readSummary(path).status, kFailed) << count;
   }
 }
 
@@ -240,7 +241,7 @@ TEST_P(OldRevision, a_header_of_less_than_64_bytes_can_be_sized_but_not_read) {
   for (const long size : {12L, 36L, 63L}) {
     const auto path = file({whole.begin(), whole.begin() + size});
     const auto query = read(path, 2, 0);
-    EXPECT_EQ(query.status, 0U);
+    EXPECT_EQ(query.status, kDone);
     EXPECT_EQ(query.size, 200U + 3916);
     expectRefused({whole.begin(), whole.begin() + size});
   }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/binary/reading.h"
+#include "tests/support/results.h"
 
 // What both readers take and refuse in a file of revision 5, field by field.
 
@@ -44,13 +45,13 @@ TEST_F(Revision5, policy_counts_from_1_to_400) {
   const std::vector<Entry> entries(401);
   const std::uint64_t room = 200 + 402 * 3916;
   const auto most = file(fileOf({entries.begin() + 1, entries.end()}));
-  EXPECT_EQ(read(most, 2, room).status, 0U);
-  EXPECT_EQ(readSummary(most).status, 0U);
+  EXPECT_EQ(read(most, 2, room).status, kDone);
+  EXPECT_EQ(readSummary(most).status, kDone);
   const auto tooMany = file(fileOf(entries));
   const auto outcome = read(tooMany, 2, room);
-  EXPECT_EQ(outcome.status, 1U);
+  EXPECT_EQ(outcome.status, kFailed);
   EXPECT_EQ(outcome.buffer, Bytes(outcome.buffer.size(), kPoison));
-  EXPECT_EQ(readSummary(tooMany).status, 1U);
+  EXPECT_EQ(readSummary(tooMany).status, kFailed);
   expectRefused(fileOf({{}}, {.policyCount = 0}));
 }
 
@@ -58,9 +59,9 @@ TEST_F(Revision5, a_count_that_the_file_cannot_hold_is_refused) {
   for (const std::uint32_t count : {2U, 400U, 401U, 0x80000000U, 0xFFFFFFFFU}) {
     const auto path = file(fileOf({{}}, {.policyCount = count}));
     const auto outcome = read(path, 0, 200 + 402 * 804);
-    EXPECT_EQ(outcome.status, 1U) << count;
+    EXPECT_EQ(outcome.status, kFailed) << count;
     EXPECT_EQ(outcome.buffer, Bytes(outcome.buffer.size(), kPoison)) << count;
-    EXPECT_EQ(readSummary(path).status, 1U) << count;
+    EXPECT_EQ(readSummary(path).status, kFailed) << count;
   }
 }
 
@@ -167,10 +168,10 @@ TEST_F(Revision5, any_pair_of_versions_is_handed_back) {
   for (const auto& [first, second] : {std::pair<std::uint16_t, std::uint16_t>{0, 0}, {0xFFFF, 0x8001}}) {
     const auto path = file(fileOf({{}}, {.version1 = first, .version2 = second}));
     const auto outcome = read(path, 2);
-    EXPECT_EQ(outcome.status, 0U);
+    EXPECT_EQ(outcome.status, kDone);
     EXPECT_EQ(bodyPart(outcome.buffer, 0, 200), headOf(first, second, 1, 2));
     const auto summary = readSummary(path);
-    ASSERT_EQ(summary.status, 0U);
+    ASSERT_EQ(summary.status, kDone);
     EXPECT_EQ(summary.summary->binaryVersion1, first);
     EXPECT_EQ(summary.summary->binaryVersion2, second);
   }

@@ -3,6 +3,7 @@
 
 #include "tests/binary/reading.h"
 #include "tests/binary/samples.h"
+#include "tests/support/results.h"
 
 // The files of examples/policies against the descriptions beside them. Neither was made with this library.
 
@@ -23,10 +24,10 @@ class ReadSamples : public BinaryReading {
     const auto count = static_cast<std::uint32_t>(described.policies.size());
     const Bytes expected = joined({headOf(described.version1, described.version2, count, version), joined(bodies)});
     const auto query = read(samplePath(name + ".bin"), version, 0);
-    EXPECT_EQ(query.status, 0U);
+    EXPECT_EQ(query.status, kDone);
     EXPECT_EQ(query.size, expected.size());
     const auto outcome = read(samplePath(name + ".bin"), version, query.size);
-    EXPECT_EQ(outcome.status, 0U);
+    EXPECT_EQ(outcome.status, kDone);
     EXPECT_EQ(difference(outcome.buffer, joined({expected, Bytes(64, kPoison)})), "") << name;
   }
 
@@ -84,7 +85,7 @@ TEST_F(ReadSamples, version_0_ends_at_the_first_action_with_an_option) {
 TEST_F(ReadSamples, the_8_bit_versions_end_at_the_first_name_beyond_the_locale) {
   for (const auto& [version, stride] : {std::pair<std::uint32_t, std::size_t>{0, 804}, {1, 1448}}) {
     const auto outcome = read(samplePath("wide-r5.bin"), version, 200 + 3 * stride);
-    EXPECT_EQ(outcome.status, 0U);
+    EXPECT_EQ(outcome.status, kDone);
     EXPECT_EQ(difference({outcome.buffer.data(), 200}, headOf(5, 5, 3, version)), "");
     const std::size_t behindName = 200 + (version == 0 ? 64 : 68);
     EXPECT_EQ(difference({outcome.buffer.data() + behindName, outcome.buffer.size() - 64 - behindName},
@@ -96,7 +97,7 @@ TEST_F(ReadSamples, the_8_bit_versions_end_at_the_first_name_beyond_the_locale) 
 TEST_F(ReadSamples, four_hundred_policies_are_read_and_one_more_is_refused) {
   const std::uint64_t room = 200 + 401 * 3916;
   const auto fleet = read(samplePath("fleet-r5.bin"), 2, room);
-  EXPECT_EQ(fleet.status, 0U);
+  EXPECT_EQ(fleet.status, kDone);
   EXPECT_EQ(difference({fleet.buffer.data(), 200}, headOf(9, 9, 400, 2)), "");
   const std::u16string first = u"Quiet on battery 000";
   EXPECT_EQ(difference({fleet.buffer.data() + 204, 42}, joined({units(first), {0, 0}})), "");
@@ -107,7 +108,7 @@ TEST_F(ReadSamples, four_hundred_policies_are_read_and_one_more_is_refused) {
   oneMore = joined({oneMore, entryBytes({})});
   oneMore[12] = 0x91;
   const auto refused = read(file(oneMore), 2, room);
-  EXPECT_EQ(refused.status, 1U);
+  EXPECT_EQ(refused.status, kFailed);
   EXPECT_EQ(refused.buffer, Bytes(refused.buffer.size(), kPoison));
 }
 
@@ -115,14 +116,14 @@ TEST_F(ReadSamples, what_was_read_is_written_again_as_the_identical_file) {
   for (const std::string name : {"laptop-r5", "limits-r5", "wide-r5", "fleet-r5"}) {
     const auto size = read(samplePath(name + ".bin"), 2, 0).size;
     auto outcome = read(samplePath(name + ".bin"), 2, size);
-    ASSERT_EQ(outcome.status, 0U);
+    ASSERT_EQ(outcome.status, kDone);
     const auto& head = *reinterpret_cast<const VqsPolicyBinary*>(outcome.buffer.data());
     const Bytes bodies(outcome.buffer.begin() + 200, outcome.buffer.end() - 64);
     const Bytes list = joined({Record{16}.u32(0, 2).u32(4, head.policyCount).u64(8, bodies.size()), bodies});
     const auto path = folder_.path(name);
     EXPECT_EQ(vqsPbCreateBinaryV2(session, reinterpret_cast<const VqsPolicyListV2*>(list.data()), head.binaryVersion1,
                                   head.binaryVersion2, path.c_str()),
-              0U);
+              kDone);
     EXPECT_EQ(difference(readFile(path), sample(name + ".bin")), "") << name;
   }
 }

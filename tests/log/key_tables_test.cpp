@@ -7,6 +7,7 @@
 
 #include "format/telemetry/keys.h"
 #include "tests/log/logs.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -36,17 +37,17 @@ TEST_P(KeyTable, holds_every_key_in_order) {
   const auto rows = keyRows(GetParam().listing);
   auto keys = poisonedKeys();
   std::uint32_t count = GetParam().keys;
-  ASSERT_EQ(copyTo(keys, count), 0U);
+  ASSERT_EQ(copyTo(keys, count), kDone);
   for (std::size_t i = 0; i < rows.size(); ++i) expectKey(keys[i], rows[i]);
 }
 
 TEST_P(KeyTable, tells_its_number_of_keys_when_asked_with_0) {
   std::uint32_t count = 0;
-  EXPECT_EQ(GetParam().metadata(nullptr, &count), 0U);
+  EXPECT_EQ(GetParam().metadata(nullptr, &count), kDone);
   EXPECT_EQ(count, GetParam().keys);
   auto keys = poisonedKeys();
   count = 0;
-  EXPECT_EQ(copyTo(keys, count), 0U);
+  EXPECT_EQ(copyTo(keys, count), kDone);
   EXPECT_EQ(count, GetParam().keys);
   EXPECT_TRUE(std::ranges::all_of(keys, isPoison));
 }
@@ -55,7 +56,7 @@ TEST_P(KeyTable, needs_room_for_all_keys) {
   auto keys = poisonedKeys();
   for (const std::uint32_t room : {1U, GetParam().keys - 1}) {
     std::uint32_t count = room;
-    EXPECT_EQ(copyTo(keys, count), 2U);
+    EXPECT_EQ(copyTo(keys, count), kInvalid);
     EXPECT_EQ(count, room);
   }
   EXPECT_TRUE(std::ranges::all_of(keys, isPoison));
@@ -64,7 +65,7 @@ TEST_P(KeyTable, needs_room_for_all_keys) {
 TEST_P(KeyTable, refuses_a_null_buffer) {
   for (const std::uint32_t room : {1U, GetParam().keys, 0xFFFFFFFFU}) {
     std::uint32_t count = room;
-    EXPECT_EQ(GetParam().metadata(nullptr, &count), 2U);
+    EXPECT_EQ(GetParam().metadata(nullptr, &count), kInvalid);
     EXPECT_EQ(count, room);
   }
 }
@@ -73,7 +74,7 @@ TEST_P(KeyTable, copies_no_more_than_its_keys) {
   for (const std::uint32_t room : {GetParam().keys, GetParam().keys + 1, 229U, 0xFFFFFFFFU}) {
     auto keys = poisonedKeys();
     std::uint32_t count = room;
-    EXPECT_EQ(copyTo(keys, count), 0U);
+    EXPECT_EQ(copyTo(keys, count), kDone);
     EXPECT_FALSE(isPoison(keys[GetParam().keys - 1]));
     EXPECT_TRUE(std::all_of(keys.begin() + GetParam().keys, keys.end(), isPoison));
   }
@@ -83,9 +84,9 @@ TEST_P(KeyTable, names_are_constants_of_the_library) {
   auto first = poisonedKeys();
   auto second = poisonedKeys();
   std::uint32_t count = 229;
-  EXPECT_EQ(copyTo(first, count), 0U);
+  EXPECT_EQ(copyTo(first, count), kDone);
   count = 229;
-  EXPECT_EQ(copyTo(second, count), 0U);
+  EXPECT_EQ(copyTo(second, count), kDone);
   for (std::uint32_t i = 0; i < GetParam().keys; ++i) EXPECT_EQ(first[i].Name, second[i].Name);
 }
 
@@ -93,7 +94,7 @@ TEST_P(KeyTable, allocates_nothing_and_needs_no_driver) {
   auto keys = poisonedKeys();
   const Faults faults;
   std::uint32_t count = 229;
-  EXPECT_EQ(copyTo(keys, count), 0U);
+  EXPECT_EQ(copyTo(keys, count), kDone);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
 }
 
@@ -103,7 +104,7 @@ TEST(KeyCount, is_228_after_copying_whatever_the_room) {
   std::vector<QtfLogKeyInfo> keys(228);
   for (const std::uint32_t room : {228U, 229U, 500U, 0xFFFFFFFFU}) {
     std::uint32_t count = room;
-    EXPECT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), 0U);
+    EXPECT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), kDone);
     EXPECT_EQ(count, 228U);
   }
 }
@@ -112,7 +113,7 @@ TEST(KeyCount, is_228_after_copying_50_ex_keys) {
   std::vector<QtfLogKeyInfo> keys(50);
   for (const std::uint32_t room : {50U, 51U, 228U, 500U}) {
     std::uint32_t count = room;
-    EXPECT_EQ(vqsExGetQTFLogExKVMetadata_V2(keys.data(), &count), 0U);
+    EXPECT_EQ(vqsExGetQTFLogExKVMetadata_V2(keys.data(), &count), kDone);
     EXPECT_EQ(count, 228U);
   }
 }
@@ -120,7 +121,7 @@ TEST(KeyCount, is_228_after_copying_50_ex_keys) {
 TEST(KeyOrder, keeps_the_two_places_that_are_out_of_order) {
   std::vector<QtfLogKeyInfo> keys(228);
   std::uint32_t count = 228;
-  ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), 0U);
+  ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), kDone);
   const auto idsFrom = [&](std::size_t first) {
     std::array<std::uint32_t, 9> ids{};
     std::ranges::transform(std::span{keys}.subspan(first, 9), ids.begin(), &QtfLogKeyInfo::KeyId);

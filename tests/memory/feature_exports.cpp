@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/memory/exports.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -43,11 +44,11 @@ constexpr Export kExports[] = {
     {.name = "vqsCustomWorkloadControl",
      .failures = kNothing,
      .call = [](Client& client) { return vqsCustomWorkloadControl(client.session, 0, nullptr); },
-     .success = VQS_NOT_SUPPORTED},
+     .success = kNotSupported},
     {.name = "vqsQueryCurrentItsAutoModeSettings",
      .failures = kNothing,
      .call = [](Client& client) { return vqsQueryCurrentItsAutoModeSettings(client.session, 0, nullptr); },
-     .success = VQS_NOT_SUPPORTED},
+     .success = kNotSupported},
 };
 
 }  // namespace

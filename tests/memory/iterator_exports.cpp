@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/memory/exports.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -13,7 +14,7 @@ void withAnother(Client& client) {
 }
 void destroyAnother(Client& client) { vqsDestroyQTFLogKVIter(client.made); }
 
-constexpr Results kMemory = oneOf({VQS_OUT_OF_MEMORY});
+constexpr Results kMemory = oneOf({kNoMemory});
 
 constexpr Export kExports[] = {
     {.name = "vqsCreateQTFLogKVIter",

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include <vqs/platform.h>
+#include "tests/support/results.h"
 #include "tests/support/session_test.h"
 #include "tests/support/windows_calls.h"
 
@@ -52,15 +53,15 @@ class WaitResult : public FrugalSessionTest, public ::testing::WithParamInterfac
 };
 
 TEST_P(WaitResult, is_success_for_a_signal_only) {
-  EXPECT_EQ(wait(), 0U);
+  EXPECT_EQ(wait(), kDone);
   waitResult = 0;
-  EXPECT_EQ(wait(), 0U);
+  EXPECT_EQ(wait(), kDone);
 }
 
 TEST_P(WaitResult, is_failure_for_an_abandoned_object_a_timeout_and_anything_else) {
   for (const DWORD result : {0x80U, 258U, 0xC0U, 1U, 2U, 0x10000U, 0x80000000U, 0xFFFFFFFFU}) {
     waitResult = result;
-    EXPECT_EQ(wait(), 1U) << result;
+    EXPECT_EQ(wait(), kFailed) << result;
   }
 }
 

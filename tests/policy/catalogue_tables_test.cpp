@@ -8,6 +8,7 @@
 #include <vqs/catalogue.h>
 #include "src/channel/session_record.h"
 #include "tests/support/listings.h"
+#include "tests/support/results.h"
 #include "tests/support/session_test.h"
 
 namespace test {
@@ -75,14 +76,14 @@ class CatalogueTables : public SessionTest {
     driver.expectSame(0x80222044).request(Record(16).u32(0, 1)).fails();
     const QtfConditionInfo* table = nullptr;
     std::uint32_t count = 0;
-    EXPECT_EQ(vqsPbGetConditions(session, &table, &count), 0U);
+    EXPECT_EQ(vqsPbGetConditions(session, &table, &count), kDone);
     return {table, count};
   }
   std::span<const QtfActionInfo> actions() {
     driver.expectSame(0x80222044).request(Record(16).u32(0, 3)).fails();
     const QtfActionInfo* table = nullptr;
     std::uint32_t count = 0;
-    EXPECT_EQ(vqsPbGetActions(session, &table, &count), 0U);
+    EXPECT_EQ(vqsPbGetActions(session, &table, &count), kDone);
     return {table, count};
   }
 };

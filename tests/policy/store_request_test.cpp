@@ -7,6 +7,7 @@
 #include <span>
 
 #include "tests/policy/stores.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -78,22 +79,22 @@ TEST_P(StoreRequest, has_the_codes_of_the_store) {
 
 TEST_P(StoreRequest, of_an_add_passes_the_verdict_on) {
   driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(fullPolicy(1)))).replyWord(3980, 6);
-  EXPECT_EQ(add(), 0U);
+  EXPECT_EQ(add(), kDone);
   EXPECT_EQ(driverResult, 6U);
   driver.expectSame(store().modifyCode).request(addRequest(packedPolicy(fullPolicy(1)))).fails();
-  EXPECT_EQ(add(), 1U);
+  EXPECT_EQ(add(), kFailed);
   EXPECT_EQ(driverResult, 1U);
 }
 
 TEST_P(StoreRequest, of_a_reset_is_its_operation_alone) {
   driver.expectSame(store().modifyCode).request(modifyRequest(3)).reply(Bytes(4000, 0xFF));
-  EXPECT_EQ(vqs::resetStore(session->handle, store().number), 0U);
+  EXPECT_EQ(vqs::resetStore(session->handle, store().number), kDone);
 }
 
 TEST_P(StoreRequest, of_a_delete_takes_the_id_and_four_bytes) {
   const std::uint32_t id = 0x21222324;
   driver.expectSplit(store().modifyCode).request(deleteRequest(id)).answerLength(4).replyWord(0, 3);
-  EXPECT_EQ(vqs::deleteFromStore(session->handle, store().number, id, &driverResult), 0U);
+  EXPECT_EQ(vqs::deleteFromStore(session->handle, store().number, id, &driverResult), kDone);
   EXPECT_EQ(driverResult, 3U);
 }
 
@@ -101,7 +102,7 @@ TEST_P(StoreRequest, without_memory_fails_whatever_it_is) {
   for (const auto& [name, request] : allRequests()) {
     RequestArguments arguments;
     faults.fail(Fault::kAllocation, 1);
-    EXPECT_EQ(request(session->handle, store().number, arguments), 1U) << name;
+    EXPECT_EQ(request(session->handle, store().number, arguments), kFailed) << name;
     arguments.expectUntouched();
   }
 }
@@ -109,7 +110,7 @@ TEST_P(StoreRequest, without_memory_fails_whatever_it_is) {
 TEST_P(StoreRequest, of_a_read_counts_into_the_read_buffer) {
   vqs::PolicyReadBuffer buffer{.countOnly = 0xFF, .reserved0 = {}, .count = 0};
   expectCount(driver, store().readCode, 7);
-  EXPECT_EQ(vqs::readStore(session->handle, store().number, buffer), 0U);
+  EXPECT_EQ(vqs::readStore(session->handle, store().number, buffer), kDone);
   EXPECT_EQ(buffer.count, 7U);
 }
 
@@ -118,7 +119,7 @@ TEST_P(StoreRequest, of_a_read_puts_the_policies_behind_the_count) {
   Bytes buffer = Record{8 + std::size_t{7} * 3972, kPoison}.u8(0, 0).u32(4, 7);
   expectCount(driver, store().readCode, 6);
   expectChunks(driver, store().readCode, packedPolicies(6));
-  EXPECT_EQ(read(buffer), 0U);
+  EXPECT_EQ(read(buffer), kDone);
   Record expected{buffer.size(), kPoison};
   expected.u8(0, 0).u32(4, 6);
   for (std::size_t i = 0; i < 6; ++i) expected.put(8 + 3972 * i, packedPolicies(6)[i]);
@@ -129,7 +130,7 @@ TEST_P(StoreRequest, of_a_read_keeps_a_capacity_that_is_too_small) {
   Bytes buffer = Record{8 + 3972, kPoison}.u8(0, 0).u32(4, 1);
   const auto before = buffer;
   expectCount(driver, store().readCode, 2);
-  EXPECT_EQ(read(buffer), 2U);
+  EXPECT_EQ(read(buffer), kInvalid);
   EXPECT_EQ(difference(buffer, before), "");
 }
 
@@ -146,7 +147,7 @@ TEST_F(StoreRequestToNoStore, is_refused_unsent_whatever_it_is) {
   for (const VqsPolicyStore store : {VqsPolicyStore{3}, VqsPolicyStore{255}}) {
     for (const auto& [name, request] : allRequests()) {
       RequestArguments arguments;
-      EXPECT_EQ(request(session->handle, store, arguments), 2U) << name;
+      EXPECT_EQ(request(session->handle, store, arguments), kInvalid) << name;
       arguments.expectUntouched();
     }
   }
@@ -159,14 +160,14 @@ TEST_F(BinaryVersionRequest, has_both_words) {
   driver.expectSame(0x80222054)
       .request(modifyRequest(6).u32(3988, 0x11223344).u32(3992, 0xAABBCCDD))
       .replyWord(3980, 2);
-  EXPECT_EQ(vqs::setBinaryVersion(session->handle, 0x11223344, 0xAABBCCDD, driverResult), 0U);
+  EXPECT_EQ(vqs::setBinaryVersion(session->handle, 0x11223344, 0xAABBCCDD, driverResult), kDone);
   EXPECT_EQ(driverResult, 2U);
 }
 
 TEST_F(BinaryVersionRequest, without_memory_fails) {
   std::uint32_t driverResult = kPoisonWord;
   faults.fail(Fault::kAllocation, 1);
-  EXPECT_EQ(vqs::setBinaryVersion(session->handle, 1, 2, driverResult), 1U);
+  EXPECT_EQ(vqs::setBinaryVersion(session->handle, 1, 2, driverResult), kFailed);
   EXPECT_EQ(driverResult, kPoisonWord);
 }
 
@@ -180,13 +181,13 @@ TEST_F(PolicyLookup, asks_with_key_and_store) {
       .request(Record{3984}.u32(4, 0x11121314).u32(3980, 2))
       .answerLength(3972)
       .reply(packedPolicy(fullPolicy(1)));
-  EXPECT_EQ(vqs::policyLookup(session->handle, 0x11121314, destination, 2), 0U);
+  EXPECT_EQ(vqs::policyLookup(session->handle, 0x11121314, destination, 2), kDone);
   EXPECT_EQ(difference(bytesOf(destination), packedPolicy(fullPolicy(1)).bytes()), "");
 }
 
 TEST_F(PolicyLookup, keeps_the_answer_of_a_request_that_failed) {
   driver.expectSplit(0x80222040).anyRequest(3984).answerLength(3972).reply(packedPolicy(fullPolicy(1))).fails();
-  EXPECT_EQ(vqs::policyLookup(session->handle, 1, destination, 0), 1U);
+  EXPECT_EQ(vqs::policyLookup(session->handle, 1, destination, 0), kFailed);
   EXPECT_EQ(difference(bytesOf(destination), packedPolicy(fullPolicy(1)).bytes()), "");
 }
 

@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "tests/support/results.h"
 #include "tests/windows/scripted_kernel.h"
 
 namespace test {

@@ -2,6 +2,7 @@
 #include "tests/windows/scripted_kernel_state.h"
 
 #include "simulator/device/clock.h"
+#include "tests/support/results.h"
 
 extern "C" NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT driver, PUNICODE_STRING registryPath);
 

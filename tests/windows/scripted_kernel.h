@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tests/support/bytes.h"
+#include "tests/support/results.h"
 
 namespace test {
 
