@@ -38,6 +38,7 @@ void expectFetch(ScriptedDriver& driver, std::uint32_t readCode, const std::vect
 
 std::vector<Bytes> packedAll(const std::vector<Policy>& policies) {
   std::vector<Bytes> packed;
+  packed.reserve(policies.size());
   for (const auto& policy : policies) packed.push_back(packedPolicy(policy));
   return packed;
 }

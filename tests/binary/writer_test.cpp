@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "src/binary/writer.h"
-#include "format/binary/builder.h"
 
 #include <gtest/gtest.h>
 
+#include "format/binary/builder.h"
 #include "tests/support/faults.h"
 #include "tests/support/packed.h"
 #include "tests/support/policy_file.h"

@@ -218,7 +218,7 @@ class Uninitialize : public TestWithParam<Closing> {
   /// A session that the library may free, made without traffic.
   QtfSession* openSession() {
     auto* session = static_cast<QtfSession*>(std::calloc(1, sizeof(QtfSession)));
-    session->handle = CreateFileW(ScriptedDriver::kPath.data(), 0xC0000000, 3, nullptr, 3, 0x80, nullptr);
+    session->handle = CreateFileW(ScriptedDriver::kPath, 0xC0000000, 3, nullptr, 3, 0x80, nullptr);
     EXPECT_NE(session->handle, INVALID_HANDLE_VALUE);
     return session;
   }

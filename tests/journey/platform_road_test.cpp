@@ -24,7 +24,7 @@ Table patterned(std::uint8_t first) {
 
 template <class Table>
 bool isSame(const Table& left, const Table& right) {
-  return std::memcmp(&left, &right, sizeof(Table)) == 0;
+  return bytesOf(left) == bytesOf(right);
 }
 
 TEST(PlatformRoad, outputs_follow_the_inputs_and_the_event_tells) {

@@ -81,8 +81,8 @@ class ForkingProgram : public ::testing::TestWithParam<bool> {
     list.count = 8;
     list.policies = policies.data();
     EXPECT_EQ(vqsPbGetPolicies(session, &list), kDone);
-    std::vector<std::uint32_t> ids;
-    for (std::uint32_t i = 0; i < list.count; ++i) ids.push_back(policies[i].id);
+    std::vector<std::uint32_t> ids(list.count);
+    for (std::size_t i = 0; i < ids.size(); ++i) ids[i] = policies[i].id;
     return ids;
   }
 

@@ -187,7 +187,7 @@ TEST_P(KVLog, needs_no_more_of_a_session_than_its_24_bytes) {
   auto* const memory = static_cast<std::uint8_t*>(std::malloc(24));
   std::memset(memory, 0, 24);
   auto* const small = reinterpret_cast<QtfSession*>(memory);
-  std::memcpy(memory, &session->handle, 8);
+  small->handle = session->handle;
   expectLog(logs().startOperation).reply(logReply(logs().startOperation, 5, kAddress, 1));
   ASSERT_EQ(logs().start(small, &log), kDone);
   expectLog(logs().stopOperation, 5);

@@ -17,7 +17,7 @@ constexpr std::uint32_t kFillingCode = 0x8022207C;
 /// Remembers every opening, and closes at its end what the calls left open.
 class OpeningsDriver : public ScriptedDriver {
  public:
-  ~OpeningsDriver() {
+  ~OpeningsDriver() override {
     for (HANDLE handle : openings) CloseHandle(handle);
   }
 

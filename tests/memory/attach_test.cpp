@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <vqs/vqs.h>
 #include "tests/simulator/embedded/client.h"
 #include "tests/support/faults.h"

@@ -12,7 +12,7 @@ vqsStatus readTable(Client& client) {
   return control(client.session, VQS_TABLE_READ, &table);
 }
 
-constexpr Export kExports[] = {
+constexpr Export kFeatureExports[] = {
     {.name = "vqsQueryFeatureStatus",
      .failures = kRequest,
      .call =
@@ -53,6 +53,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> featureExports() { return kExports; }
+std::span<const Export> featureExports() { return kFeatureExports; }
 
 }  // namespace test

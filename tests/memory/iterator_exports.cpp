@@ -16,7 +16,7 @@ void destroyAnother(Client& client) { vqsDestroyQTFLogKVIter(client.made); }
 
 constexpr Results kMemory = oneOf({kNoMemory});
 
-constexpr Export kExports[] = {
+constexpr Export kIteratorExports[] = {
     {.name = "vqsCreateQTFLogKVIter",
      .failures = kMemory,
      .call = [](Client& client) { return vqsCreateQTFLogKVIter(client.log, &client.made); },
@@ -86,6 +86,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> iteratorExports() { return kExports; }
+std::span<const Export> iteratorExports() { return kIteratorExports; }
 
 }  // namespace test

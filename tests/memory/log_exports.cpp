@@ -27,7 +27,7 @@ void stopExKV(Client& client) {
   forgetLog(client);
 }
 
-constexpr Export kExports[] = {
+constexpr Export kLogExports[] = {
     {.name = "vqsStartQTFLog",
      .failures = kRequest,
      .call = [](Client& client) { return vqsStartQTFLog(client.session, &client.address); },
@@ -80,6 +80,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> logExports() { return kExports; }
+std::span<const Export> logExports() { return kLogExports; }
 
 }  // namespace test

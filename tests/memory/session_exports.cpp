@@ -8,7 +8,7 @@ namespace {
 void openAnother(Client& client) { vqsInitialize(&client.opened); }
 void closeAnother(Client& client) { vqsUninitialize(client.opened); }
 
-constexpr Export kExports[] = {
+constexpr Export kSessionExports[] = {
     // What becomes of the announcement is nobody's concern.
     {.name = "vqsInitialize",
      .failures = oneOf({kDone, kFailed, kNoMemory}),
@@ -36,6 +36,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> sessionExports() { return kExports; }
+std::span<const Export> sessionExports() { return kSessionExports; }
 
 }  // namespace test

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <limits>
 #include <thread>
@@ -16,7 +18,7 @@ namespace test {
 namespace {
 
 constexpr std::uint32_t kAppIo = 0x80222068;
-constexpr std::u16string_view kEventName = u"Global\\VexoQtfAppOutputEvent";
+constexpr char16_t kEventName[] = u"Global\\VexoQtfAppOutputEvent";
 
 struct AppIoTwin {
   const char* name;
@@ -182,14 +184,13 @@ TEST_P(WaitAppOutput, opens_the_event_for_every_wait_and_leaves_it_open) {
 TEST_P(WaitAppOutput, wakes_every_thread_that_waits) {
   host::createEvent(kEventName);
   std::atomic<int> woken = 0;
-  std::vector<std::jthread> threads;
-  for (int i = 0; i < 3; ++i)
-    threads.emplace_back([&] {
-      if (wait(60000) == kDone) ++woken;
-    });
+  const auto waiter = [&] {
+    if (wait(60000) == kDone) ++woken;
+  };
+  std::array<std::jthread, 3> threads{std::jthread{waiter}, std::jthread{waiter}, std::jthread{waiter}};
   std::this_thread::sleep_for(std::chrono::milliseconds{20});
   host::signalEvent(kEventName);
-  threads.clear();
+  for (auto& thread : threads) thread.join();
   EXPECT_EQ(woken, 3);
 }
 
@@ -206,13 +207,13 @@ INSTANTIATE_TEST_SUITE_P(Twins, WaitAppOutput, appIoTwins(), caseName);
 
 TEST(WaitAppOutputNames, are_one_routine) { expectOneRoutine(vqsWaitAppOutput, vqsExWaitAppOutput); }
 
-constexpr std::u16string_view kCallersEvent = u"Local\\CallersEvent";
+constexpr char16_t kCallersEvent[] = u"Local\\CallersEvent";
 
 class WaitTaskbarIcon : public FrugalSessionTest {
  protected:
   WaitTaskbarIcon() {
     host::createEvent(kCallersEvent);
-    event = OpenEventW(SYNCHRONIZE, FALSE, kCallersEvent.data());
+    event = OpenEventW(SYNCHRONIZE, FALSE, kCallersEvent);
   }
   ~WaitTaskbarIcon() override {
     CloseHandle(event);

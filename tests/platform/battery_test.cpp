@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <array>
 #include <functional>
 
 #include <vqs/platform.h>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <vqs/platform.h>
 #include "tests/platform/pointers.h"
 #include "tests/support/results.h"

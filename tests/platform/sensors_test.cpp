@@ -1,4 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <array>
+
 #include <vqs/platform.h>
 #include "tests/support/results.h"
 #include "tests/support/session_test.h"

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <array>
 #include <functional>
 
 #include <vqs/features.h>
@@ -151,7 +154,7 @@ std::vector<SessionCall> policyLoadingCalls() {
 /// A session on the filling device that seems to run a log.
 struct OnFillingDevice {
   OnFillingDevice() {
-    session.handle = CreateFileW(ScriptedDriver::kPath.data(), 0xC0000000, 3, nullptr, 3, 0x80, nullptr);
+    session.handle = CreateFileW(ScriptedDriver::kPath, 0xC0000000, 3, nullptr, 3, 0x80, nullptr);
     session.logReference = 0x1111;
     session.logSessionId = 3;
   }

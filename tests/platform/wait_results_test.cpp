@@ -28,7 +28,7 @@ DWORD __wrap_WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
 namespace test {
 namespace {
 
-constexpr std::u16string_view kEventName = u"Global\\VexoQtfAppOutputEvent";
+constexpr char16_t kEventName[] = u"Global\\VexoQtfAppOutputEvent";
 
 struct Wait {
   const char* name;
@@ -40,7 +40,7 @@ class WaitResult : public FrugalSessionTest, public ::testing::WithParamInterfac
   WaitResult() {
     host::createEvent(kEventName);
     host::signalEvent(kEventName);
-    event = OpenEventW(SYNCHRONIZE, FALSE, kEventName.data());
+    event = OpenEventW(SYNCHRONIZE, FALSE, kEventName);
   }
   ~WaitResult() override {
     waitResult.reset();

@@ -183,9 +183,7 @@ TEST_P(GetPolicies, stops_at_a_policy_that_version_0_cannot_hold) {
 
 TEST_P(GetPolicies, reads_the_list_at_these_offsets) {
   std::vector<VqsPolicyV0> array(1, poisoned<VqsPolicyV0>());
-  std::uint64_t pointer = 0;
-  const auto* first = array.data();
-  std::memcpy(&pointer, &first, sizeof(pointer));
+  const auto pointer = reinterpret_cast<std::uint64_t>(array.data());
   const Bytes before = Record{32, kPoison}.u32(0, 1).u64(8, pointer).u8(24, 0);
   Bytes bytes = before;
   expectCount(driver, store().readCode, 1);

@@ -199,9 +199,7 @@ TEST_P(GetStatus, of_a_driver_that_claims_too_much_fails) {
 
 TEST_P(GetStatus, reads_the_list_at_these_offsets) {
   std::vector<VqsPolicyStatus> array(1, poisoned<VqsPolicyStatus>());
-  std::uint64_t pointer = 0;
-  const auto* first = array.data();
-  std::memcpy(&pointer, &first, sizeof(pointer));
+  const auto pointer = reinterpret_cast<std::uint64_t>(array.data());
   Bytes bytes = Record{24, kPoison}.u64(8, pointer).u8(16, 0);
   auto* raw = reinterpret_cast<VqsPolicyStatusList*>(bytes.data());
   expectStatusCount(1);

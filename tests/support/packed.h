@@ -13,6 +13,7 @@ inline vqs::PackedPolicy packedRecord(const Bytes& record) { return recordOf<vqs
 
 inline std::vector<vqs::PackedPolicy> packedRecords(const std::vector<Bytes>& records) {
   std::vector<vqs::PackedPolicy> policies;
+  policies.reserve(records.size());
   for (const auto& record : records) policies.push_back(packedRecord(record));
   return policies;
 }

@@ -60,6 +60,7 @@ Bytes entryBytes(const Entry& entry) {
 
 Entry wideEntry(const Policy& policy) {
   std::vector<EntryText> texts;
+  texts.reserve(policy.texts.size());
   for (const auto& [text, flag] : policy.texts) texts.push_back({joined({units(text), {0, 0}}), flag});
   return {.name = joined({units(policy.name), {0, 0}}),
           .description = joined({characters(policy.description), {0}}),
@@ -96,6 +97,7 @@ Bytes oldFileOf(std::uint16_t revision, const std::vector<Entry>& entries, const
 
 Bytes writtenFile(const std::vector<Policy>& policies, std::uint16_t version1, std::uint16_t version2) {
   std::vector<Entry> entries;
+  entries.reserve(policies.size());
   for (const auto& policy : policies) entries.push_back(wideEntry(policy));
   Bytes file = fileOf(entries, {.version1 = version1, .version2 = version2});
   file.resize(file.size() + 3 * policies.size());

@@ -89,9 +89,8 @@ bool ScriptedDriver::control(HANDLE handle, const host::DeviceRequest& request) 
 }
 
 OpenSession::OpenSession(ScriptedDriver& /*driver*/) {
-  session_.handle =
-      CreateFileW(ScriptedDriver::kPath.data(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  session_.handle = CreateFileW(ScriptedDriver::kPath, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   EXPECT_NE(session_.handle, INVALID_HANDLE_VALUE);
 }
 

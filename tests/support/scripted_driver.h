@@ -82,7 +82,7 @@ class Exchange {
 /// anything left over.
 class ScriptedDriver : public host::Device {
  public:
-  static constexpr std::u16string_view kPath = u"\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}";
+  static constexpr char16_t kPath[] = u"\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}";
   static constexpr GUID kInterfaceClass = {
       0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
 

@@ -2,6 +2,7 @@
 #include "tests/support/stub_store.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace test {
 namespace {

@@ -10,6 +10,7 @@ namespace test {
 namespace {
 
 using vqs::announcedPolicyCount;
+using namespace std::string_view_literals;
 
 std::span<const std::byte> span(const Bytes& bytes) { return std::as_bytes(std::span{bytes}); }
 
@@ -55,8 +56,8 @@ TEST(AnnouncedPolicyCount, refuses_other_format_versions_and_revisions) {
 }
 
 TEST(AnnouncedPolicyCount, needs_the_magic_in_revision_5_only) {
-  for (const std::string_view magic : {"$QTf", "$qTF", "FTQ$", "\0\0\0\0", " QTF", "$QT "})
-    EXPECT_EQ(announcedPolicyCount(span(fileOf({{}}, {.magic = {magic.data(), 4}}))), 0U) << magic;
+  for (const std::string_view magic : {"$QTf"sv, "$qTF"sv, "FTQ$"sv, "\0\0\0\0"sv, " QTF"sv, "$QT "sv})
+    EXPECT_EQ(announcedPolicyCount(span(fileOf({{}}, {.magic = magic}))), 0U) << magic;
   EXPECT_EQ(announcedPolicyCount(span(oldFileOf(3, {narrowEntry()}))), 1U);
 }
 

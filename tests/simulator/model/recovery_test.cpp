@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <functional>
 #include <random>
@@ -97,7 +99,7 @@ TEST_F(Recovery, ends_the_logs_and_registrations_of_the_process_and_touches_none
 
 TEST_F(Recovery, leaves_a_fresh_driver_fresh) {
   driver->recover();
-  EXPECT_EQ(std::memcmp(driver.get(), found.get(), sizeof(*found)), 0);
+  EXPECT_TRUE(bytesOf(*driver) == bytesOf(*found));
   EXPECT_TRUE(driver->isSound());
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <thread>
 
