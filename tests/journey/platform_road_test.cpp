@@ -7,6 +7,7 @@
 
 #include "tests/journey/telemetry_client.h"
 #include "tests/support/bytes.h"
+#include "tests/support/listings.h"
 #include "tests/support/results.h"
 #include "tests/support/temporary_folder.h"
 
@@ -54,14 +55,14 @@ TEST(PlatformRoad, the_catalogues_say_what_the_platform_supports) {
   const QtfActionInfo* actions = nullptr;
   std::uint32_t count = 0;
   ASSERT_EQ(vqsPbGetConditions(session, &conditions, &count), kDone);
-  ASSERT_EQ(count, 73U);
+  ASSERT_EQ(count, listedIn(kConditionListing));
   EXPECT_EQ(std::string_view{conditions[0].Name}, "Power Source");
   EXPECT_EQ(conditions[0].Enabled, 1U);
   EXPECT_EQ(conditions[9].Enabled, 0U);
   EXPECT_EQ(conditions[16].Enabled, 1U) << "the driver says more than the catalogue";
   EXPECT_EQ(conditions[33].DriverFlag, 0U);
   ASSERT_EQ(vqsPbGetActions(session, &actions, &count), kDone);
-  ASSERT_EQ(count, 168U);
+  ASSERT_EQ(count, listedIn(kActionListing));
   EXPECT_EQ(actions[13].Enabled, 0U);
   EXPECT_EQ(actions[19].Enabled, 1U);
   EXPECT_EQ(actions[26].DriverFlag, 0U);

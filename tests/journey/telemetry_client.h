@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "tests/journey/client.h"
+#include "tests/support/listings.h"
 #include "tests/support/results.h"
 
 namespace test {
@@ -24,20 +25,16 @@ struct Generation {
   std::uint32_t keys;
 };
 
-inline const Generation kKeyValue = {vqsStartQTFLogKV,
-                                     [](QtfSession* session, QtfLogKV* log) { return vqsStopQTFLogKV(session, log); },
-                                     vqsNextQTFLogKVIter,
-                                     vqsDoneQTFLogKVIter,
-                                     vqsGetQTFLogKVIterData,
-                                     vqsGetQTFLogKVMetadata_V2,
-                                     228};
-inline const Generation kExKeyValue = {vqsExStartQTFLogExKV,
-                                       [](QtfSession* session, QtfLogKV*) { return vqsExStopQTFLogExKV(session); },
-                                       vqsExNextQTFLogExKVIter,
-                                       vqsExDoneQTFLogExKVIter,
-                                       vqsExGetQTFLogExKVIterData,
-                                       vqsExGetQTFLogExKVMetadata_V2,
-                                       50};
+inline const Generation kKeyValue = {
+    vqsStartQTFLogKV,       [](QtfSession* session, QtfLogKV* log) { return vqsStopQTFLogKV(session, log); },
+    vqsNextQTFLogKVIter,    vqsDoneQTFLogKVIter,
+    vqsGetQTFLogKVIterData, vqsGetQTFLogKVMetadata_V2,
+    listedIn(kKeyListing)};
+inline const Generation kExKeyValue = {
+    vqsExStartQTFLogExKV,       [](QtfSession* session, QtfLogKV*) { return vqsExStopQTFLogExKV(session); },
+    vqsExNextQTFLogExKVIter,    vqsExDoneQTFLogExKVIter,
+    vqsExGetQTFLogExKVIterData, vqsExGetQTFLogExKVMetadata_V2,
+    listedIn(kExKeyListing)};
 
 /// A running key/value log with an iterator on it.
 class Log {

@@ -5,6 +5,7 @@
 
 #include "tests/journey/telemetry_client.h"
 #include "tests/support/bytes.h"
+#include "tests/support/listings.h"
 #include "tests/support/results.h"
 
 namespace test {
@@ -37,9 +38,9 @@ TEST(TelemetryRoad, a_walk_meets_every_key_once) {
 TEST(TelemetryRoad, keys_have_their_names_and_values) {
   const OpenedSession session;
   ASSERT_EQ(vqsPbReset(session), kDone);
-  QtfLogKeyInfo keys[228] = {};
-  std::uint32_t count = 228;
-  ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys, &count), kDone);
+  std::uint32_t count = listedIn(kKeyListing);
+  std::vector<QtfLogKeyInfo> keys(count);
+  ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), kDone);
   EXPECT_EQ(std::string_view{keys[24].Name}, "DesignedBatteryCapacity");
   EXPECT_EQ(keys[24].KeyId, 25U);
   Log log{session, kKeyValue};
@@ -103,11 +104,13 @@ TEST(TelemetryRoad, plain_and_ex_logs_are_mapped) {
 
 TEST(TelemetryRoad, log_support_is_answered_in_the_callers_length) {
   const OpenedSession session;
+  const std::uint32_t keys = listedIn(kKeyListing);
   std::uint32_t answer[5] = {kPoisonWord, kPoisonWord, kPoisonWord, kPoisonWord, kPoisonWord};
   ASSERT_EQ(vqsGetQTFLogSupport(session, answer, 16), kDone);
-  EXPECT_EQ(std::vector<std::uint32_t>(answer, answer + 5), (std::vector<std::uint32_t>{1, 3, 4096, 228, kPoisonWord}));
+  EXPECT_EQ(std::vector<std::uint32_t>(answer, answer + 5),
+            (std::vector<std::uint32_t>{1, 3, 4096, keys, kPoisonWord}));
   ASSERT_EQ(vqsExQTFLogSupport(session, answer, 8), kDone);
-  EXPECT_EQ(std::vector<std::uint32_t>(answer, answer + 4), (std::vector<std::uint32_t>{1, 4, 4096, 228}));
+  EXPECT_EQ(std::vector<std::uint32_t>(answer, answer + 4), (std::vector<std::uint32_t>{1, 4, 4096, keys}));
   EXPECT_EQ(vqsGetQTFLogSupport(session, answer, 3), kFailed);
 }
 

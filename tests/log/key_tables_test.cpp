@@ -15,8 +15,10 @@ namespace {
 class KeyTable : public ::testing::TestWithParam<KVGeneration> {
  protected:
   /// One more record than any list has.
-  static std::vector<QtfLogKeyInfo> poisonedKeys() {
-    return std::vector<QtfLogKeyInfo>(229, poisoned<QtfLogKeyInfo>());
+  const std::uint32_t ample = listedIn(kKeyListing) + 1;
+
+  [[nodiscard]] std::vector<QtfLogKeyInfo> poisonedKeys() const {
+    return std::vector<QtfLogKeyInfo>(ample, poisoned<QtfLogKeyInfo>());
   }
   static bool isPoison(const QtfLogKeyInfo& key) { return bytesOf(key) == Bytes(24, kPoison); }
 
@@ -71,7 +73,7 @@ TEST_P(KeyTable, refuses_a_null_buffer) {
 }
 
 TEST_P(KeyTable, copies_no_more_than_its_keys) {
-  for (const std::uint32_t room : {GetParam().keys, GetParam().keys + 1, 229U, 0xFFFFFFFFU}) {
+  for (const std::uint32_t room : {GetParam().keys, GetParam().keys + 1, ample, 0xFFFFFFFFU}) {
     auto keys = poisonedKeys();
     std::uint32_t count = room;
     EXPECT_EQ(copyTo(keys, count), kDone);
@@ -83,9 +85,9 @@ TEST_P(KeyTable, copies_no_more_than_its_keys) {
 TEST_P(KeyTable, names_are_constants_of_the_library) {
   auto first = poisonedKeys();
   auto second = poisonedKeys();
-  std::uint32_t count = 229;
+  std::uint32_t count = ample;
   EXPECT_EQ(copyTo(first, count), kDone);
-  count = 229;
+  count = ample;
   EXPECT_EQ(copyTo(second, count), kDone);
   for (std::uint32_t i = 0; i < GetParam().keys; ++i) EXPECT_EQ(first[i].Name, second[i].Name);
 }
@@ -93,7 +95,7 @@ TEST_P(KeyTable, names_are_constants_of_the_library) {
 TEST_P(KeyTable, allocates_nothing_and_needs_no_driver) {
   auto keys = poisonedKeys();
   const Faults faults;
-  std::uint32_t count = 229;
+  std::uint32_t count = ample;
   EXPECT_EQ(copyTo(keys, count), kDone);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
 }
@@ -101,6 +103,7 @@ TEST_P(KeyTable, allocates_nothing_and_needs_no_driver) {
 INSTANTIATE_TEST_SUITE_P(Of, KeyTable, ::testing::ValuesIn(kvGenerations()), generationName);
 
 TEST(KeyCount, is_228_after_copying_whatever_the_room) {
+  ASSERT_EQ(listedIn(kKeyListing), 228U);
   std::vector<QtfLogKeyInfo> keys(228);
   for (const std::uint32_t room : {228U, 229U, 500U, 0xFFFFFFFFU}) {
     std::uint32_t count = room;
@@ -110,6 +113,7 @@ TEST(KeyCount, is_228_after_copying_whatever_the_room) {
 }
 
 TEST(KeyCount, is_228_after_copying_50_ex_keys) {
+  ASSERT_EQ(listedIn(kExKeyListing), 50U);
   std::vector<QtfLogKeyInfo> keys(50);
   for (const std::uint32_t room : {50U, 51U, 228U, 500U}) {
     std::uint32_t count = room;
@@ -119,8 +123,8 @@ TEST(KeyCount, is_228_after_copying_50_ex_keys) {
 }
 
 TEST(KeyOrder, keeps_the_two_places_that_are_out_of_order) {
-  std::vector<QtfLogKeyInfo> keys(228);
-  std::uint32_t count = 228;
+  std::uint32_t count = listedIn(kKeyListing);
+  std::vector<QtfLogKeyInfo> keys(count);
   ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), kDone);
   const auto idsFrom = [&](std::size_t first) {
     std::array<std::uint32_t, 9> ids{};

@@ -93,7 +93,7 @@ TEST_F(CatalogueTables, hold_every_condition_as_it_is_written_down) {
   const auto rows = readRows(kConditionListing, 14);
   const auto table = conditions();
   ASSERT_EQ(rows.size(), 73U);
-  ASSERT_EQ(table.size(), 73U);
+  ASSERT_EQ(table.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
     SCOPED_TRACE(rows[i].text(1));
     EXPECT_EQ(difference(withoutPointer(table[i]), conditionRecord(rows[i])), "");
@@ -105,7 +105,7 @@ TEST_F(CatalogueTables, hold_every_action_as_it_is_written_down) {
   const auto rows = readRows(kActionListing, 10);
   const auto table = actions();
   ASSERT_EQ(rows.size(), 168U);
-  ASSERT_EQ(table.size(), 168U);
+  ASSERT_EQ(table.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
     SCOPED_TRACE(rows[i].text(1));
     EXPECT_EQ(difference(withoutPointer(table[i]), actionRecord(rows[i])), "");

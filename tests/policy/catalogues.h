@@ -11,6 +11,7 @@
 #include "src/channel/session_record.h"
 #include "src/policy/action_table.h"
 #include "src/policy/condition_table.h"
+#include "tests/support/listings.h"
 #include "tests/support/scripted_driver.h"
 #include "tests/support/session_test.h"
 
@@ -45,7 +46,7 @@ inline vqsStatus getConditions(QtfSession* session) {
   std::uint32_t count = 0;
   const vqsStatus result = vqsPbGetConditions(session, &table, &count);
   EXPECT_EQ(table, vqs::conditionTable().data());
-  EXPECT_EQ(count, 73U);
+  EXPECT_EQ(count, listedIn(kConditionListing));
   return result;
 }
 
@@ -54,7 +55,7 @@ inline vqsStatus getActions(QtfSession* session) {
   std::uint32_t count = 0;
   const vqsStatus result = vqsPbGetActions(session, &table, &count);
   EXPECT_EQ(table, vqs::actionTable().data());
-  EXPECT_EQ(count, 168U);
+  EXPECT_EQ(count, listedIn(kActionListing));
   return result;
 }
 
@@ -72,14 +73,14 @@ struct Catalogue {
 inline const Catalogue kConditions{"Conditions",
                                    1,
                                    0,
-                                   73,
+                                   listedIn(kConditionListing),
                                    getConditions,
                                    [] { return flagsOf(vqs::conditionTable()); },
                                    [](const AllFlags& flags) { setFlags(vqs::conditionTable(), flags); }};
 inline const Catalogue kActions{"Actions",
                                 3,
                                 2,
-                                168,
+                                listedIn(kActionListing),
                                 getActions,
                                 [] { return flagsOf(vqs::actionTable()); },
                                 [](const AllFlags& flags) { setFlags(vqs::actionTable(), flags); }};
