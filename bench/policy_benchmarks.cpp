@@ -2,8 +2,10 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "format/binary/builder.h"
@@ -19,23 +21,29 @@ namespace {
 
 const std::string kFleet = std::string{VQS_SAMPLES} + "/fleet-r5.bin";
 
+auto fleetFile() {
+  auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
+  if (!file) std::abort();
+  return *std::move(file);
+}
+
 std::vector<vqs::PackedPolicy> fleet() {
-  const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
-  std::vector<vqs::PackedPolicy> policies(vqs::announcedPolicyCount(file->bytes()));
+  const auto file = fleetFile();
+  std::vector<vqs::PackedPolicy> policies(vqs::announcedPolicyCount(file.bytes()));
   vqs::BinaryVersions versions{};
-  vqs::readBinary(file->bytes(), policies, versions);
+  vqs::readBinary(file.bytes(), policies, versions);
   return policies;
 }
 
 void countPolicies(benchmark::State& state, std::size_t policies) {
-  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * policies));
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(policies));
 }
 
 void copyFile(benchmark::State& state) {
-  const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
-  std::vector<std::byte> copy(file->bytes().size());
+  const auto file = fleetFile();
+  std::vector<std::byte> copy(file.bytes().size());
   for (auto _ : state) {
-    std::memcpy(copy.data(), file->bytes().data(), copy.size());
+    std::memcpy(copy.data(), file.bytes().data(), copy.size());
     benchmark::DoNotOptimize(copy.data());
     benchmark::ClobberMemory();
   }
@@ -44,10 +52,10 @@ void copyFile(benchmark::State& state) {
 BENCHMARK(copyFile);
 
 void parseFile(benchmark::State& state) {
-  const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
+  const auto file = fleetFile();
   std::vector<vqs::PackedPolicy> policies(400);
   vqs::BinaryVersions versions{};
-  for (auto _ : state) benchmark::DoNotOptimize(vqs::readBinary(file->bytes(), policies, versions));
+  for (auto _ : state) benchmark::DoNotOptimize(vqs::readBinary(file.bytes(), policies, versions));
   countPolicies(state, policies.size());
 }
 BENCHMARK(parseFile);
@@ -61,10 +69,10 @@ void buildFile(benchmark::State& state) {
 BENCHMARK(buildFile);
 
 void writeRegistryText(benchmark::State& state) {
-  const auto file = vqs::loadFile(kFleet.c_str(), vqs::mostUsefulBytes);
+  const auto file = fleetFile();
   std::FILE* stream = std::fopen("/dev/null", "wb");
   for (auto _ : state)
-    benchmark::DoNotOptimize(vqs::writeRegistryExport(stream, file->bytes(), vqs::RegistryExportKind::kAsm));
+    benchmark::DoNotOptimize(vqs::writeRegistryExport(stream, file.bytes(), vqs::RegistryExportKind::kAsm));
   std::fclose(stream);
   countPolicies(state, 400);
 }

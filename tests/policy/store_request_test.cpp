@@ -3,21 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <span>
 
 #include "tests/policy/stores.h"
+#include "tests/support/packed.h"
 #include "tests/support/results.h"
 
 namespace test {
 namespace {
-
-vqs::PackedPolicy packedPolicy(const Bytes& bytes) {
-  vqs::PackedPolicy policy;
-  EXPECT_EQ(bytes.size(), sizeof(policy));
-  std::memcpy(&policy, bytes.data(), sizeof(policy));
-  return policy;
-}
 
 /// What requests take, and may write to.
 struct RequestArguments {
@@ -66,13 +59,13 @@ class StoreRequest : public EveryStore {
   }
   vqsStatus add() { return vqs::addToStore(session->handle, store().number, policy, driverResult); }
 
-  vqs::PackedPolicy policy = packedPolicy(packedPolicy(fullPolicy(1)));
+  vqs::PackedPolicy policy = packedRecord(packedPolicy(fullPolicy(1)));
   std::uint32_t driverResult = kPoisonWord;
 };
 
 TEST_P(StoreRequest, has_the_codes_of_the_store) {
   const auto codes = vqs::policyStoreCodes(store().number);
-  ASSERT_TRUE(codes.has_value());
+  if (!codes) FAIL() << "no codes";
   EXPECT_EQ(codes->read, store().readCode);
   EXPECT_EQ(codes->modify, store().modifyCode);
 }

@@ -32,6 +32,7 @@ Record chunkRequest(std::uint32_t total, std::uint32_t chunk, const Bytes& befor
 
 std::vector<Bytes> packedPolicies(std::uint32_t count) {
   std::vector<Bytes> policies;
+  policies.reserve(count);
   for (std::uint32_t i = 0; i < count; ++i) policies.push_back(packedPolicy(numberedPolicy(100 + i)));
   return policies;
 }
