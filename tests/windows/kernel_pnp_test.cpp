@@ -3,7 +3,6 @@
 
 #include <thread>
 
-#include "tests/support/results.h"
 #include "tests/windows/scripted_kernel.h"
 
 namespace test {

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "simulator/device/clock.h"
-#include "tests/support/results.h"
 
 extern "C" NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT driver, PUNICODE_STRING registryPath);
 

@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "tests/support/bytes.h"
-#include "tests/support/results.h"
 
 namespace test {
 
