@@ -3,11 +3,9 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "tests/support/results.h"
-
 int main() {
   std::uint32_t words[4] = {9, 9, 9, 9};
-  if (vqsGetVersion(words) != kDone) return 1;
+  if (vqsGetVersion(words) != VQS_SUCCESS) return 1;
   std::printf("C++: %u.%u.%u.%u\n", words[0], words[1], words[2], words[3]);
   return 0;
 }
