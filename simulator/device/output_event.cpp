@@ -44,7 +44,7 @@ NTSTATUS EventSecurity::initialize() {
 /// Makes or opens the event and gives it this security; nullptr when the name belongs to something else.
 HANDLE makeOrOpen(EventSecurity& security, bool signalled) {
   UNICODE_STRING name;
-  RtlInitUnicodeString(&name, kOutputEventName);
+  RtlInitUnicodeString(&name, outputEventName());
   OBJECT_ATTRIBUTES attributes;
   InitializeObjectAttributes(&attributes, &name, OBJ_KERNEL_HANDLE | OBJ_OPENIF | kNoLinks, nullptr,
                              &security.descriptor);

@@ -6,7 +6,7 @@
 namespace device {
 
 /// Under which name the system has the event. Builds for tests have another.
-extern const wchar_t kOutputEventName[];
+const wchar_t* outputEventName();
 
 /// The named event that tells everybody of changed application outputs. An object of zero bytes is none.
 ///

@@ -4,6 +4,6 @@
 namespace device {
 
 /// Clients know it as Global\VexoQtfAppOutputEvent.
-const wchar_t kOutputEventName[] = L"\\BaseNamedObjects\\VexoQtfAppOutputEvent";
+const wchar_t* outputEventName() { return L"\\BaseNamedObjects\\VexoQtfAppOutputEvent"; }
 
 }  // namespace device

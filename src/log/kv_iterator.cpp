@@ -107,7 +107,9 @@ vqsStatus VQS_CALL vqsResetQTFLogKVIter(QtfLogKV* log, QtfLogKVIter* iterator) {
 
 vqsStatus VQS_CALL vqsNextQTFLogKVIter(QtfLogKVIter* iterator) { return next(iterator, kKVValueSizes, kKVOneWord); }
 
-vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) { return next(iterator, kExKVValueSizes, kExKVOneWord); }
+vqsStatus VQS_CALL vqsExNextQTFLogExKVIter(QtfLogKVIter* iterator) {
+  return next(iterator, kExKVValueSizes, kExKVOneWord);
+}
 
 vqsStatus VQS_CALL vqsDoneQTFLogKVIter(const QtfLogKVIter* iterator, uint8_t* done) {
   return isDone(iterator, done, VQS_LOG_KV_KEYS);

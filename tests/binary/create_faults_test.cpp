@@ -4,10 +4,11 @@
 #include <functional>
 
 #include <vqs/policy_binary.h>
-#include "tests/binary/assembly.h"
 #include "tests/binary/captured_output.h"
-#include "tests/binary/stub_store.h"
 #include "tests/support/faults.h"
+#include "tests/support/policy_file.h"
+#include "tests/support/results.h"
+#include "tests/support/stub_store.h"
 #include "tests/support/temporary_folder.h"
 
 // Every allocation, open and write of the exports that create files, failing in turn.
@@ -32,10 +33,10 @@ class CreateFaults : public testing::Test {
       EXPECT_EQ(faults.outstanding(), 0) << "call " << nth;
       EXPECT_EQ(faults.openStreams(), 0) << "call " << nth;
       if (faults.calls(what) < nth) {
-        EXPECT_EQ(result, 0U);
+        EXPECT_EQ(result, kDone);
         return results;
       }
-      EXPECT_EQ(readFile(path_) == kOld, result != 0) << "call " << nth;
+      EXPECT_EQ(readFile(path_) == kOld, result != kDone) << "call " << nth;
       results.push_back(result);
     }
     ADD_FAILURE() << "the export never succeeds";
@@ -43,14 +44,14 @@ class CreateFaults : public testing::Test {
   }
 
   void expectFromDriver(const Call& call, std::size_t allocations) {
-    EXPECT_EQ(failEach(Fault::kAllocation, call), std::vector<vqsStatus>(allocations, 1));
-    EXPECT_EQ(failEach(Fault::kOpen, call), std::vector<vqsStatus>{1});
+    EXPECT_EQ(failEach(Fault::kAllocation, call), std::vector<vqsStatus>(allocations, kFailed));
+    EXPECT_EQ(failEach(Fault::kOpen, call), std::vector<vqsStatus>{kFailed});
   }
 
   TemporaryFolder folder_;
   std::string path_ = folder_.path("out.bin");
-  StubStore store_{{packedPolicy(smallPolicy()), packedPolicy(fullPolicy())}};
-  Bytes bodies_ = joined({bodyV0(smallPolicy()), bodyV0(smallPolicy())});
+  StubStore store_{{packedPolicy(smallPolicy()), packedPolicy(richPolicy())}};
+  Bytes bodies_ = joined({policyBody(0, smallPolicy()), policyBody(0, smallPolicy())});
   Bytes list_ = joined({Record{16}.u32(0, 0).u32(4, 2).u64(8, 1608), bodies_});
 
   Call createBinary_ = [this] {
@@ -68,14 +69,14 @@ class CreateFaults : public testing::Test {
 };
 
 TEST_F(CreateFaults, memory_for_the_packed_policies_gives_3_and_for_the_file_1) {
-  const std::vector<vqsStatus> expected = {3, 1};
+  const std::vector<vqsStatus> expected = {kNoMemory, kFailed};
   EXPECT_EQ(failEach(Fault::kAllocation, createBinary_), expected);
   EXPECT_EQ(failEach(Fault::kAllocation, createBinaryV2_), expected);
 }
 
 TEST_F(CreateFaults, a_file_that_does_not_open_gives_1) {
-  EXPECT_EQ(failEach(Fault::kOpen, createBinary_), std::vector<vqsStatus>{1});
-  EXPECT_EQ(failEach(Fault::kOpen, createBinaryV2_), std::vector<vqsStatus>{1});
+  EXPECT_EQ(failEach(Fault::kOpen, createBinary_), std::vector<vqsStatus>{kFailed});
+  EXPECT_EQ(failEach(Fault::kOpen, createBinaryV2_), std::vector<vqsStatus>{kFailed});
 }
 
 TEST_F(CreateFaults, memory_is_asked_for_before_size_and_version_are_looked_at) {
@@ -90,7 +91,7 @@ TEST_F(CreateFaults, a_count_that_no_memory_can_hold_gives_3) {
   Faults faults;
   faults.fail(Fault::kAllocation, 1);
   EXPECT_EQ(vqsPbCreateBinary(nullptr, reinterpret_cast<VqsPolicyV0*>(bodies_.data()), 0xFFFFFFFF, 1, 2, path_.c_str()),
-            3U);
+            kNoMemory);
   EXPECT_FALSE(fileExists(path_));
 }
 
@@ -106,7 +107,7 @@ TEST_F(CreateFaults, a_failed_write_goes_unnoticed) {
        {createBinary_, createBinaryV2_, pbFromDriver_, asmFromDriver_, asmRegistry_, balanceProfileFromDriver_}) {
     Faults faults;
     faults.fail(Fault::kWrite, 1);
-    EXPECT_EQ(call(), 0U);
+    EXPECT_EQ(call(), kDone);
     EXPECT_EQ(faults.openStreams(), 0);
     EXPECT_EQ(faults.outstanding(), 0);
   }
@@ -115,7 +116,7 @@ TEST_F(CreateFaults, a_failed_write_goes_unnoticed) {
 TEST_F(CreateFaults, a_binary_is_written_with_one_call) {
   for (const auto& call : {createBinary_, createBinaryV2_, pbFromDriver_, asmFromDriver_}) {
     Faults faults;
-    EXPECT_EQ(call(), 0U);
+    EXPECT_EQ(call(), kDone);
     EXPECT_EQ(faults.calls(Fault::kWrite), 1);
     EXPECT_EQ(faults.calls(Fault::kOpen), 1);
   }
@@ -151,7 +152,7 @@ TEST_F(CreateFaults, nothing_leaks_whichever_request_fails) {
     StubStore store{{packedPolicy(smallPolicy())}};
     store.failAt(nth);
     Faults faults;
-    EXPECT_EQ(vqsAsmCreateBinaryFromDriver(store.session(), path_.c_str(), 0, 0, 0), 1U);
+    EXPECT_EQ(vqsAsmCreateBinaryFromDriver(store.session(), path_.c_str(), 0, 0, 0), kFailed);
     EXPECT_EQ(faults.outstanding(), 0);
     EXPECT_EQ(faults.calls(Fault::kOpen), 0);
     EXPECT_EQ(store.codes().size(), static_cast<std::size_t>(nth));

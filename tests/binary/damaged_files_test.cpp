@@ -8,6 +8,7 @@
 
 #include "format/binary/reader.h"
 #include "tests/binary/reading.h"
+#include "tests/support/results.h"
 
 // Valid files cut at every length and with every byte changed: a result always, and nothing out of bounds.
 
@@ -24,7 +25,7 @@ struct ValidFile {
 };
 
 Entry narrowFull() {
-  auto entry = wideEntry(fullPolicy());
+  auto entry = wideEntry(richPolicy());
   entry.name = characters("Full");
   entry.texts = {{hex("61 62 00"), 1}, {characters("second text?"), 0}};
   return entry;
@@ -33,7 +34,7 @@ Entry narrowFull() {
 std::vector<ValidFile> validFiles() {
   auto shortFull = narrowFull();
   shortFull.shortActions = true;
-  const Bytes revision5 = writtenFile({fullPolicy(), smallPolicy()}, 1, 2);
+  const Bytes revision5 = writtenFile({richPolicy(), smallPolicy()}, 1, 2);
   const Bytes revision4 = oldFileOf(4, {narrowFull(), narrowEntry()});
   const Bytes revision3 = oldFileOf(3, {shortFull, narrowEntry()});
   return {{"revision 5", revision5, revision5.size() - 6, 16},
@@ -59,13 +60,13 @@ class DamagedFiles : public BinaryReading {
     const auto summary = readSummary(path);
     EXPECT_LE(outcome.status, 1U);
     EXPECT_EQ(outcome.size, kRoom);
-    if (outcome.status == 0) {
-      EXPECT_EQ(summary.status, 0U);
+    if (outcome.status == kDone) {
+      EXPECT_EQ(summary.status, kDone);
       return true;
     }
     EXPECT_EQ(difference(outcome.buffer, Bytes(outcome.buffer.size(), kPoison)), "");
     // A count that asks for more room than there was is no damage to a summary.
-    EXPECT_EQ(summary.untouched, summary.status == 1);
+    EXPECT_EQ(summary.untouched, summary.status == kFailed);
     return false;
   }
 };

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/binary/reading.h"
+#include "tests/support/results.h"
 
 // The example of docs/policy-binary.md: one policy in 79 bytes, typed by hand into tests/data/one-policy.bin.
 
@@ -37,16 +38,18 @@ TEST_F(Example, has_79_bytes_as_the_page_shows_them) {
 }
 
 TEST_F(Example, is_what_the_library_writes) {
-  const Bytes bodies = bodyV0(smallPolicy());
+  const Bytes bodies = policyBody(0, smallPolicy());
   const auto path = folder_.path("written.bin");
-  EXPECT_EQ(vqsPbCreateBinary(nullptr, reinterpret_cast<const VqsPolicyV0*>(bodies.data()), 1, 1, 2, path.c_str()), 0U);
+  EXPECT_EQ(vqsPbCreateBinary(nullptr, reinterpret_cast<const VqsPolicyV0*>(bodies.data()), 1, 1, 2, path.c_str()),
+            kDone);
   EXPECT_EQ(difference(readFile(path), readFile(kExample)), "");
 }
 
 TEST_F(Example, reads_as_the_policy_it_describes) {
   const auto outcome = read(kExample, 2, 200 + 3916);
-  EXPECT_EQ(outcome.status, 0U);
-  EXPECT_EQ(difference(outcome.buffer, joined({headOf(1, 2, 1, 2), bodyV2(smallPolicy()), Bytes(64, kPoison)})), "");
+  EXPECT_EQ(outcome.status, kDone);
+  EXPECT_EQ(difference(outcome.buffer, joined({headOf(1, 2, 1, 2), policyBody(2, smallPolicy()), Bytes(64, kPoison)})),
+            "");
 }
 
 }  // namespace

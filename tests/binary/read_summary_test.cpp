@@ -4,6 +4,7 @@
 #include "tests/binary/captured_output.h"
 #include "tests/binary/reading.h"
 #include "tests/support/faults.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -12,13 +13,13 @@ class ReadBinary : public BinaryReading {
  protected:
   static void expectSummary(const SummaryOutcome& outcome, std::uint16_t version1, std::uint16_t version2,
                             std::uint32_t count) {
-    EXPECT_EQ(outcome.status, 0U);
+    EXPECT_EQ(outcome.status, kDone);
     ASSERT_NE(outcome.summary, nullptr);
     EXPECT_EQ(difference(bytesOf(*outcome.summary), Record{64}.u16(4, version1).u16(6, version2).u32(8, count).bytes()),
               "");
   }
   static void expectFailure(const SummaryOutcome& outcome) {
-    EXPECT_EQ(outcome.status, 1U);
+    EXPECT_EQ(outcome.status, kFailed);
     EXPECT_TRUE(outcome.untouched);
   }
   static Bytes filesOf(std::size_t count, std::uint16_t version1) {
@@ -27,7 +28,7 @@ class ReadBinary : public BinaryReading {
 };
 
 TEST_F(ReadBinary, gives_the_versions_and_the_count_and_no_policies) {
-  expectSummary(readSummary(file(writtenFile({fullPolicy(), smallPolicy()}, 0x1234, 0xFFFF))), 0x1234, 0xFFFF, 2);
+  expectSummary(readSummary(file(writtenFile({richPolicy(), smallPolicy()}, 0x1234, 0xFFFF))), 0x1234, 0xFFFF, 2);
   expectSummary(readSummary(file(oldFileOf(3, {narrowEntry()}))), 1, 2, 1);
   expectSummary(readSummary(file(oldFileOf(4, {narrowEntry()}))), 1, 2, 1);
 }
@@ -43,10 +44,9 @@ TEST_F(ReadBinary, summarises_the_samples) {
 
 TEST_F(ReadBinary, does_not_look_at_the_session) {
   const auto path = file(fileOf({{}}));
-  QtfSession closed{};
-  for (QtfSession* session : {static_cast<QtfSession*>(session_), &closed}) {
+  for (QtfSession* any : {static_cast<QtfSession*>(session), &closed}) {
     VqsPolicyBinaryV0* summary = nullptr;
-    EXPECT_EQ(vqsPbReadBinary(session, path.c_str(), &summary), 0U);
+    EXPECT_EQ(vqsPbReadBinary(any, path.c_str(), &summary), kDone);
     ASSERT_NE(summary, nullptr);
     SummaryRelease{}(summary);
   }
@@ -55,14 +55,14 @@ TEST_F(ReadBinary, does_not_look_at_the_session) {
 TEST_F(ReadBinary, refuses_a_missing_path_or_out_pointer) {
   VqsPolicyBinaryV0 before;
   VqsPolicyBinaryV0* out = &before;
-  EXPECT_EQ(vqsPbReadBinary(nullptr, nullptr, &out), 2U);
+  EXPECT_EQ(vqsPbReadBinary(nullptr, nullptr, &out), kInvalid);
   EXPECT_EQ(out, &before);
-  EXPECT_EQ(vqsPbReadBinary(nullptr, file(fileOf({{}})).c_str(), nullptr), 2U);
-  EXPECT_EQ(vqsPbReadBinary(nullptr, nullptr, nullptr), 2U);
+  EXPECT_EQ(vqsPbReadBinary(nullptr, file(fileOf({{}})).c_str(), nullptr), kInvalid);
+  EXPECT_EQ(vqsPbReadBinary(nullptr, nullptr, nullptr), kInvalid);
 }
 
 TEST_F(ReadBinary, does_not_mind_policies_that_fit_no_8_bit_layout) {
-  auto misfit = fullPolicy();
+  auto misfit = richPolicy();
   misfit.name = std::u16string{u"\u3042"};
   misfit.texts = {{std::u16string(100, u't'), 9}};
   expectSummary(readSummary(file(writtenFile({misfit}, 1, 2))), 1, 2, 1);
@@ -87,7 +87,7 @@ TEST_F(ReadBinary, speaks_exactly_once_of_an_empty_file) {
 TEST_F(ReadBinary, reads_the_file_twice) {
   const auto path = file(fileOf({{}}));
   Faults faults;
-  EXPECT_EQ(readSummary(path).status, 0U);
+  EXPECT_EQ(readSummary(path).status, kDone);
   EXPECT_EQ(faults.calls(Fault::kOpen), 2);
   EXPECT_EQ(faults.calls(Fault::kTell), 2);
   EXPECT_EQ(faults.openStreams(), 0);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/binary/reading.h"
+#include "tests/support/results.h"
 
 namespace test {
 
@@ -12,7 +13,7 @@ Bytes headOf(std::uint16_t version1, std::uint16_t version2, std::uint32_t polic
 
 ReadOutcome BinaryReading::read(const std::string& path, std::uint32_t structureVersion, std::uint64_t room) {
   ReadOutcome outcome{.status = 99, .size = room, .buffer = Bytes(room + 64, kPoison)};
-  outcome.status = vqsPbReadBinaryV2(session_, path.c_str(), reinterpret_cast<VqsPolicyBinary*>(outcome.buffer.data()),
+  outcome.status = vqsPbReadBinaryV2(session, path.c_str(), reinterpret_cast<VqsPolicyBinary*>(outcome.buffer.data()),
                                      &outcome.size, structureVersion);
   return outcome;
 }
@@ -30,31 +31,31 @@ SummaryOutcome BinaryReading::readSummary(const std::string& path) {
 void BinaryReading::expectBodies(const Bytes& content, const std::vector<Bytes>& bodies) {
   const auto path = file(content);
   const auto outcome = read(path, 2);
-  EXPECT_EQ(outcome.status, 0U);
+  EXPECT_EQ(outcome.status, kDone);
   EXPECT_EQ(outcome.size, kRoom);
   Bytes expected = joined({headOf(1, 2, static_cast<std::uint32_t>(bodies.size()), 2), joined(bodies)});
   expected.resize(outcome.buffer.size(), kPoison);
   EXPECT_EQ(difference(outcome.buffer, expected), "");
-  EXPECT_EQ(readSummary(path).status, 0U);
+  EXPECT_EQ(readSummary(path).status, kDone);
 }
 
 Bytes BinaryReading::onlyBody(const Bytes& content) {
   const auto path = file(content);
   const auto outcome = read(path, 2);
-  EXPECT_EQ(outcome.status, 0U);
+  EXPECT_EQ(outcome.status, kDone);
   EXPECT_EQ(difference(Bytes(outcome.buffer.begin(), outcome.buffer.begin() + 200), headOf(1, 2, 1, 2)), "");
-  EXPECT_EQ(readSummary(path).status, 0U);
+  EXPECT_EQ(readSummary(path).status, kDone);
   return {outcome.buffer.begin() + 200, outcome.buffer.begin() + 200 + 3916};
 }
 
 void BinaryReading::expectRefused(const Bytes& content) {
   const auto path = file(content);
   const auto outcome = read(path, 2);
-  EXPECT_EQ(outcome.status, 1U);
+  EXPECT_EQ(outcome.status, kFailed);
   EXPECT_EQ(outcome.size, kRoom);
   EXPECT_EQ(difference(outcome.buffer, Bytes(outcome.buffer.size(), kPoison)), "");
   const auto summary = readSummary(path);
-  EXPECT_EQ(summary.status, 1U);
+  EXPECT_EQ(summary.status, kFailed);
   EXPECT_TRUE(summary.untouched);
 }
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include <vqs/policy_binary.h>
-#include "tests/binary/assembly.h"
-#include "tests/support/scripted_driver.h"
+#include "tests/support/policy_file.h"
+#include "tests/support/session_test.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test {
@@ -38,7 +38,7 @@ struct SummaryOutcome {
 Bytes headOf(std::uint16_t version1, std::uint16_t version2, std::uint32_t policyCount, std::uint32_t structureVersion);
 
 /// Reads files with a session whose driver expects no traffic.
-class BinaryReading : public testing::Test {
+class BinaryReading : public SessionTest {
  protected:
   static constexpr std::uint64_t kRoom = 200 + 3 * 3916;
 
@@ -55,8 +55,6 @@ class BinaryReading : public testing::Test {
   void expectRefused(const Bytes& content);
 
   TemporaryFolder folder_;
-  ScriptedDriver driver_;
-  OpenSession session_{driver_};
 };
 
 }  // namespace test

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tests/binary/policy_model.h"
+#include "tests/support/policy_model.h"
 
 namespace test {
 

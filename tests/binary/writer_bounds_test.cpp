@@ -5,8 +5,9 @@
 
 #include "format/binary/builder.h"
 #include "src/binary/writer.h"
-#include "tests/binary/assembly.h"
-#include "tests/binary/packed.h"
+#include "tests/support/packed.h"
+#include "tests/support/policy_file.h"
+#include "tests/support/results.h"
 #include "tests/support/temporary_folder.h"
 
 // What the writer does at the limits of a policy's lists, and where a text leads beyond its field: it takes what
@@ -62,7 +63,7 @@ void expectRefused(const Record& record) {
   EXPECT_FALSE(vqs::buildPolicyBinary(std::as_writable_bytes(std::span{file}), policy.span(), {1, 2}));
   const TemporaryFolder folder;
   const auto path = folder.path("refused.bin");
-  EXPECT_EQ(vqs::writePolicyBinary(policy.span(), {1, 2}, path.c_str()), 1U);
+  EXPECT_EQ(vqs::writePolicyBinary(policy.span(), {1, 2}, path.c_str()), kFailed);
   EXPECT_FALSE(fileExists(path));
 }
 
@@ -205,7 +206,7 @@ TEST(WriterBounds, one_policy_with_a_count_above_its_limit_spoils_the_file) {
   EXPECT_EQ(vqs::policyBinarySize(policies), 0U);
   const TemporaryFolder folder;
   const auto path = folder.write("kept.bin", {1, 2, 3});
-  EXPECT_EQ(vqs::writePolicyBinary(policies, {1, 2}, path.c_str()), 1U);
+  EXPECT_EQ(vqs::writePolicyBinary(policies, {1, 2}, path.c_str()), kFailed);
   EXPECT_EQ(readFile(path), (Bytes{1, 2, 3}));
 }
 

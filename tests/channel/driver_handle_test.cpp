@@ -5,10 +5,11 @@
 
 #include <optional>
 
-#include "tests/channel/windows_calls.h"
-#include "tests/channel/witness_device.h"
 #include "tests/support/faults.h"
+#include "tests/support/results.h"
 #include "tests/support/scripted_driver.h"
+#include "tests/support/windows_calls.h"
+#include "tests/support/witness_device.h"
 
 namespace test {
 namespace {
@@ -34,7 +35,7 @@ class OpenDriverHandle : public Test {
 TEST_F(OpenDriverHandle, asks_for_the_list_and_opens_its_first_path) {
   ScriptedDriver driver;
   WindowsCalls calls;
-  EXPECT_EQ(vqs::openDriver(&handle), 0U);
+  EXPECT_EQ(vqs::openDriver(&handle), kDone);
   EXPECT_NE(handle, kUntouched);
   const std::vector<std::string> expected = {
       "CM_Get_Device_Interface_List_SizeA(null, 0)",
@@ -48,7 +49,7 @@ TEST_F(OpenDriverHandle, asks_for_the_list_and_opens_its_first_path) {
 
 TEST_F(OpenDriverHandle, sends_nothing) {
   WitnessDevice device;
-  EXPECT_EQ(vqs::openDriver(&handle), 0U);
+  EXPECT_EQ(vqs::openDriver(&handle), kDone);
   EXPECT_EQ(device.openings, 1);
   EXPECT_TRUE(device.requests.empty());
   CloseHandle(handle);
@@ -57,7 +58,7 @@ TEST_F(OpenDriverHandle, sends_nothing) {
 
 TEST_F(OpenDriverHandle, allocates_the_list_alone_two_bytes_a_character) {
   ScriptedDriver driver;
-  EXPECT_EQ(vqs::openDriver(&handle), 0U);
+  EXPECT_EQ(vqs::openDriver(&handle), kDone);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 1);
   EXPECT_EQ(faults.peakBytes(), 122U);
   CloseHandle(handle);
@@ -67,7 +68,7 @@ TEST_F(OpenDriverHandle, takes_the_first_of_several_devices) {
   WitnessDevice first{u"\\\\?\\first"};
   WitnessDevice second{u"\\\\?\\second"};
   WindowsCalls calls;
-  EXPECT_EQ(vqs::openDriver(&handle), 0U);
+  EXPECT_EQ(vqs::openDriver(&handle), kDone);
   // 9 units and a zero, 10 units and a zero, and the terminator of the list.
   EXPECT_EQ(calls.of("CM_Get_Device_Interface_ListW").at(0), "CM_Get_Device_Interface_ListW(null, 22, 0)");
   EXPECT_EQ(first.openings, 1);
@@ -79,13 +80,13 @@ TEST_F(OpenDriverHandle, does_not_try_a_second_device) {
   WitnessDevice first{u"\\\\?\\first"};
   first.refusesOpen = true;
   WitnessDevice second{u"\\\\?\\second"};
-  expectResult(1);
+  expectResult(kFailed);
   EXPECT_EQ(second.openings, 0);
 }
 
 TEST_F(OpenDriverHandle, finds_nothing_when_no_device_is_present) {
   WindowsCalls calls;
-  expectResult(4);
+  expectResult(kNoDriver);
   const std::vector<std::string> expected = {"CM_Get_Device_Interface_List_SizeA(null, 0)"};
   EXPECT_EQ(calls.all(), expected);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
@@ -95,14 +96,14 @@ TEST_F(OpenDriverHandle, does_not_take_devices_of_another_class) {
   auto other = ScriptedDriver::kInterfaceClass;
   other.Data4[7] = 0xDE;
   WitnessDevice device{u"\\\\?\\other", other};
-  expectResult(4);
+  expectResult(kNoDriver);
 }
 
 TEST_F(OpenDriverHandle, fails_when_the_length_of_the_list_is_refused) {
   ScriptedDriver driver;
   WindowsCalls calls;
   calls.refuse("CM_Get_Device_Interface_List_SizeA");
-  expectResult(1);
+  expectResult(kFailed);
   EXPECT_EQ(calls.all().size(), 1U);
 }
 
@@ -110,7 +111,7 @@ TEST_F(OpenDriverHandle, runs_out_of_memory_before_the_list_is_fetched) {
   ScriptedDriver driver;
   WindowsCalls calls;
   faults.fail(Fault::kAllocation, 1);
-  expectResult(3);
+  expectResult(kNoMemory);
   EXPECT_EQ(calls.all().size(), 1U);
 }
 
@@ -118,7 +119,7 @@ TEST_F(OpenDriverHandle, fails_when_the_list_is_refused) {
   ScriptedDriver driver;
   WindowsCalls calls;
   calls.refuse("CM_Get_Device_Interface_ListW");
-  expectResult(1);
+  expectResult(kFailed);
   EXPECT_TRUE(calls.of("CreateFileW").empty());
 }
 
@@ -126,7 +127,7 @@ TEST_F(OpenDriverHandle, fails_when_the_device_is_refused) {
   ScriptedDriver driver;
   WindowsCalls calls;
   calls.refuse("CreateFileW");
-  expectResult(1);
+  expectResult(kFailed);
   EXPECT_EQ(driver.openHandles(), 0);
 }
 
@@ -135,7 +136,7 @@ TEST_F(OpenDriverHandle, fails_when_a_device_arrives_between_length_and_list) {
   std::optional<WitnessDevice> late;
   WindowsCalls calls;
   calls.before("CM_Get_Device_Interface_ListW", [&] { late.emplace(); });
-  expectResult(1);
+  expectResult(kFailed);
   EXPECT_TRUE(calls.of("CreateFileW").empty());
 }
 
@@ -143,7 +144,7 @@ TEST_F(OpenDriverHandle, fails_when_the_device_leaves_between_length_and_list) {
   std::optional<WitnessDevice> leaving{std::in_place};
   WindowsCalls calls;
   calls.before("CM_Get_Device_Interface_ListW", [&] { leaving.reset(); });
-  expectResult(1);
+  expectResult(kFailed);
   // The list is empty by then, and its buffer was zero.
   EXPECT_EQ(calls.of("CreateFileW").at(0), "CreateFileW(, 0xc0000000, 3, null, 3, 128, null)");
 }

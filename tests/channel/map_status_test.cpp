@@ -5,32 +5,35 @@
 
 #include <limits>
 
+#include "tests/support/results.h"
+
 namespace test {
 namespace {
 
-static_assert(VQS_SUCCESS == 0);
-static_assert(VQS_REQUEST_FAILED == 1);
-static_assert(VQS_INVALID_PARAMETER == 2);
-static_assert(VQS_OUT_OF_MEMORY == 3);
-static_assert(VQS_DRIVER_NOT_FOUND == 4);
-static_assert(VQS_NOT_SUPPORTED == 5);
-static_assert(VQS_VERSION_MISMATCH == 6);
+static_assert(kDone == 0);
+static_assert(kFailed == 1);
+static_assert(kInvalid == 2);
+static_assert(kNoMemory == 3);
+static_assert(kNoDriver == 4);
+static_assert(kNotSupported == 5);
+static_assert(kVersionMismatch == 6);
 static_assert(sizeof(vqsStatus) == 4);
 static_assert(!std::numeric_limits<vqsStatus>::is_signed);
 
 TEST(MapStatus, keeps_the_results_of_the_interface) {
-  EXPECT_EQ(vqs::mapStatus(0), 0U);
-  EXPECT_EQ(vqs::mapStatus(1), 1U);
-  EXPECT_EQ(vqs::mapStatus(2), 2U);
-  EXPECT_EQ(vqs::mapStatus(3), 3U);
-  EXPECT_EQ(vqs::mapStatus(4), 4U);
-  EXPECT_EQ(vqs::mapStatus(6), 6U);
+  EXPECT_EQ(vqs::mapStatus(0), kDone);
+  EXPECT_EQ(vqs::mapStatus(1), kFailed);
+  EXPECT_EQ(vqs::mapStatus(2), kInvalid);
+  EXPECT_EQ(vqs::mapStatus(3), kNoMemory);
+  EXPECT_EQ(vqs::mapStatus(4), kNoDriver);
+  EXPECT_EQ(vqs::mapStatus(6), kVersionMismatch);
 }
 
 TEST(MapStatus, turns_everything_else_into_not_supported) {
-  for (const std::int32_t result : {5, 7, 8, 80, 255, 256, 0x10000, -1, -2, -6}) EXPECT_EQ(vqs::mapStatus(result), 5U);
-  EXPECT_EQ(vqs::mapStatus(std::numeric_limits<std::int32_t>::max()), 5U);
-  EXPECT_EQ(vqs::mapStatus(std::numeric_limits<std::int32_t>::min()), 5U);
+  for (const std::int32_t result : {5, 7, 8, 80, 255, 256, 0x10000, -1, -2, -6})
+    EXPECT_EQ(vqs::mapStatus(result), kNotSupported);
+  EXPECT_EQ(vqs::mapStatus(std::numeric_limits<std::int32_t>::max()), kNotSupported);
+  EXPECT_EQ(vqs::mapStatus(std::numeric_limits<std::int32_t>::min()), kNotSupported);
 }
 
 }  // namespace

@@ -5,9 +5,10 @@
 #include <string>
 
 #include <vqs/session.h>
-#include "tests/channel/windows_calls.h"
 #include "tests/support/bytes.h"
 #include "tests/support/faults.h"
+#include "tests/support/results.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -47,7 +48,7 @@ class Version : public TestWithParam<Query> {
   void TearDown() override { EXPECT_EQ(faults.outstanding(), 0); }
 
   void expectFailure() {
-    EXPECT_EQ(GetParam().get(words.data()), 1U);
+    EXPECT_EQ(GetParam().get(words.data()), kFailed);
     EXPECT_EQ(words, GetParam().afterFailure);
   }
 
@@ -56,19 +57,19 @@ class Version : public TestWithParam<Query> {
 };
 
 TEST_P(Version, is_product_major_file_minor_and_the_fourth_number_before_the_third) {
-  EXPECT_EQ(GetParam().get(words.data()), 0U);
+  EXPECT_EQ(GetParam().get(words.data()), kDone);
   EXPECT_EQ(words, (Words{7, 4, 6, 5}));
 }
 
 TEST_P(Version, words_are_zero_extended) {
   host::setFileVersion(GetParam().file, fileInformation(0x1111FFFF, 0xFFFE8001, 0x80002222, 0x33334444));
-  EXPECT_EQ(GetParam().get(words.data()), 0U);
+  EXPECT_EQ(GetParam().get(words.data()), kDone);
   EXPECT_EQ(words, (Words{0x8000, 0xFFFF, 0x8001, 0xFFFE}));
 }
 
 TEST_P(Version, asks_for_the_root_block_of_the_bare_file_name) {
   WindowsCalls calls;
-  EXPECT_EQ(GetParam().get(words.data()), 0U);
+  EXPECT_EQ(GetParam().get(words.data()), kDone);
   const std::vector<std::string> expected = {
       "GetFileVersionInfoSizeA(" + GetParam().file + ")",
       "GetFileVersionInfoA(" + GetParam().file + ", 0, 52)",
@@ -79,7 +80,7 @@ TEST_P(Version, asks_for_the_root_block_of_the_bare_file_name) {
 
 TEST_P(Version, refuses_a_null_pointer_before_anything_else) {
   WindowsCalls calls;
-  EXPECT_EQ(GetParam().get(nullptr), 2U);
+  EXPECT_EQ(GetParam().get(nullptr), kInvalid);
   EXPECT_TRUE(calls.all().empty());
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
 }
@@ -105,7 +106,7 @@ TEST_P(Version, fails_when_the_resource_has_no_root_block) {
 }
 
 TEST_P(Version, fails_with_1_when_its_one_buffer_cannot_be_allocated) {
-  EXPECT_EQ(GetParam().get(words.data()), 0U);
+  EXPECT_EQ(GetParam().get(words.data()), kDone);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 1);
   EXPECT_EQ(faults.peakBytes(), 52U);
   words = kUntouched;
@@ -123,11 +124,11 @@ INSTANTIATE_TEST_SUITE_P(Of, Version,
 TEST(Versions, of_library_and_driver_are_two_files) {
   host::setFileVersion("vexoqtf.sys", fileInformation(0x00010002, 0x00030004, 0x00050006, 0));
   Words words = kUntouched;
-  EXPECT_EQ(vqsGetVersion(words.data()), 1U);
-  EXPECT_EQ(vqsGetDriverVersion(words.data()), 0U);
+  EXPECT_EQ(vqsGetVersion(words.data()), kFailed);
+  EXPECT_EQ(vqsGetDriverVersion(words.data()), kDone);
   EXPECT_EQ(words, (Words{5, 2, 4, 3}));
   host::removeFileVersion("vexoqtf.sys");
-  EXPECT_EQ(vqsGetDriverVersion(words.data()), 1U);
+  EXPECT_EQ(vqsGetDriverVersion(words.data()), kFailed);
   EXPECT_EQ(words, kZero);
 }
 

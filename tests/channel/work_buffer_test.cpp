@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/support/faults.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {

@@ -29,18 +29,18 @@ int numberOf(const host::Shared<Object>& object) { return object ? object->numbe
 
 /// Windows gives numbers again that have become free, lower ones too.
 TEST(HandleTable, finds_handles_in_whatever_order_they_came) {
-  for (const std::uintptr_t number : {12, 4, 20, 8, 16}) add(number);
-  for (const std::uintptr_t number : {4, 8, 12, 16, 20})
+  for (const std::uintptr_t number : {12U, 4U, 20U, 8U, 16U}) add(number);
+  for (const std::uintptr_t number : {4U, 8U, 12U, 16U, 20U})
     EXPECT_EQ(numberOf(table.find(handle(number))), static_cast<int>(number));
   EXPECT_FALSE(table.find(handle(10)));
   EXPECT_FALSE(table.find(handle(0)));
   EXPECT_FALSE(table.find(handle(24)));
-  for (const std::uintptr_t number : {4, 8, 12, 16, 20}) table.forget(handle(number));
+  for (const std::uintptr_t number : {4U, 8U, 12U, 16U, 20U}) table.forget(handle(number));
   EXPECT_EQ(Object::alive, 0);
 }
 
 TEST(HandleTable, forgets_one_and_keeps_the_others) {
-  for (const std::uintptr_t number : {12, 4, 8}) add(number);
+  for (const std::uintptr_t number : {12U, 4U, 8U}) add(number);
   EXPECT_EQ(numberOf(table.forget(handle(8))), 8);
   EXPECT_FALSE(table.forget(handle(8)));
   EXPECT_EQ(numberOf(table.find(handle(4))), 4);

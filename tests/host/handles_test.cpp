@@ -29,8 +29,8 @@ TEST(Handles, ascend_and_are_never_given_twice) {
 
 TEST(Handles, are_found_among_many) {
   ASSERT_TRUE(host::createEvent(kName));
-  std::vector<HANDLE> handles;
-  for (int i = 0; i < 1000; ++i) handles.push_back(open());
+  std::vector<HANDLE> handles(1000);
+  for (auto& handle : handles) handle = open();
   for (std::size_t i = 0; i < handles.size(); i += 2) EXPECT_TRUE(CloseHandle(handles[i]));
   for (std::size_t i = 0; i < handles.size(); ++i)
     EXPECT_EQ(WaitForSingleObject(handles[i], 0), i % 2 == 0 ? WAIT_FAILED : WAIT_TIMEOUT);

@@ -4,18 +4,14 @@
 #include <cstring>
 
 #include <vqs/vqs.h>
-#include "tests/channel/windows_calls.h"
-#include "tests/support/scripted_driver.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
 
 /// The records and constants that stand beside the prototypes, used as a caller uses them.
-class Records : public ::testing::Test {
- protected:
-  ScriptedDriver driver;
-  OpenSession session{driver};
-};
+using Records = SessionTest;
 
 /// A library of file version 3.4.5.6 and product version 7.8.
 class LibraryVersion : public ::testing::Test {

@@ -10,6 +10,8 @@
 
 #include <vqs/vqs.h>
 
+#include "tests/support/results.h"
+
 namespace test {
 
 /// A policy binary as vqsPbReadBinaryV2 gives it, structure version 2.
@@ -18,9 +20,9 @@ class PolicyFile {
   PolicyFile(QtfSession* session, const std::string& path) {
     VqsPolicyBinary none{};
     std::uint64_t size = 0;
-    EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), &none, &size, 2), 0U) << path;
+    EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), &none, &size, 2), kDone) << path;
     memory_ = std::make_unique<std::uint64_t[]>(size / 8 + 1);
-    EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), &head(), &size, 2), 0U) << path;
+    EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), &head(), &size, 2), kDone) << path;
   }
 
   VqsPolicyBinary& head() { return *reinterpret_cast<VqsPolicyBinary*>(memory_.get()); }

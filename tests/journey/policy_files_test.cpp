@@ -8,6 +8,7 @@
 
 #include "tests/journey/client.h"
 #include "tests/support/bytes.h"
+#include "tests/support/results.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test {
@@ -29,7 +30,7 @@ class PolicyFiles : public ::testing::Test {
 
 TEST_F(PolicyFiles, the_library_knows_its_version) {
   std::uint32_t words[4] = {7, 7, 7, 7};
-  ASSERT_EQ(vqsGetVersion(words), 0U);
+  ASSERT_EQ(vqsGetVersion(words), kDone);
   EXPECT_EQ((std::vector<std::uint32_t>(words, words + 4)), (std::vector<std::uint32_t>{0, 1, 0, 0}));
 }
 
@@ -41,7 +42,7 @@ TEST_F(PolicyFiles, a_file_read_and_written_again_is_the_same_file) {
   PolicyListV2 list{16};
   std::copy_n(file.policies(), 16, list.policies());
   const auto path = folder_.path("again.bin");
-  ASSERT_EQ(vqsPbCreateBinaryV2(session(), &list.head(), 3, 41, path.c_str()), 0U);
+  ASSERT_EQ(vqsPbCreateBinaryV2(session(), &list.head(), 3, 41, path.c_str()), kDone);
   EXPECT_EQ(difference(readFile(path), sample("laptop-r5.bin")), "");
 }
 
@@ -63,7 +64,7 @@ TEST_F(PolicyFiles, text_beyond_8_bits_survives) {
   PolicyListV2 list{3};
   std::copy_n(file.policies(), 3, list.policies());
   const auto path = folder_.path("wide.bin");
-  ASSERT_EQ(vqsPbCreateBinaryV2(session(), &list.head(), 5, 5, path.c_str()), 0U);
+  ASSERT_EQ(vqsPbCreateBinaryV2(session(), &list.head(), 5, 5, path.c_str()), kDone);
   EXPECT_EQ(difference(readFile(path), sample("wide-r5.bin")), "");
 }
 
@@ -75,7 +76,7 @@ TEST_F(PolicyFiles, narrow_text_goes_both_ways_in_the_plain_locale) {
   policy.textCount = 1;
   std::memset(policy.texts[0].text, 'x', 32);
   const auto path = folder_.path("narrow.bin");
-  ASSERT_EQ(vqsPbCreateBinary(nullptr, &policy, 1, 1, 2, path.c_str()), 0U);
+  ASSERT_EQ(vqsPbCreateBinary(nullptr, &policy, 1, 1, 2, path.c_str()), kDone);
   PolicyFile file{session(), path};
   const std::uint16_t wide[] = {'c', 'a', 'f', 0xE9, 0};
   EXPECT_EQ(std::memcmp(file.policies()[0].name, wide, sizeof(wide)), 0);
@@ -88,7 +89,7 @@ TEST_F(PolicyFiles, a_name_without_end_is_refused_and_the_caller_lives) {
   std::memset(policy.name, 'n', 64);
   policy.conditionCount = 1;
   const auto path = folder_.path("none.bin");
-  EXPECT_EQ(vqsPbCreateBinary(nullptr, &policy, 1, 1, 2, path.c_str()), 1U);
+  EXPECT_EQ(vqsPbCreateBinary(nullptr, &policy, 1, 1, 2, path.c_str()), kFailed);
   EXPECT_FALSE(fileExists(path));
 }
 
@@ -98,10 +99,10 @@ TEST_F(PolicyFiles, four_gibibytes_are_no_policy_binary_whatever_they_begin_with
     std::filesystem::resize_file(path, (std::uintmax_t{1} << 32) + beyond);
     VqsPolicyBinary none{};
     std::uint64_t size = 0;
-    EXPECT_EQ(vqsPbReadBinaryV2(session(), path.c_str(), &none, &size, 2), 1U) << beyond;
+    EXPECT_EQ(vqsPbReadBinaryV2(session(), path.c_str(), &none, &size, 2), kFailed) << beyond;
     EXPECT_EQ(size, 0U);
     VqsPolicyBinaryV0* summary = nullptr;
-    EXPECT_EQ(vqsPbReadBinary(nullptr, path.c_str(), &summary), 1U) << beyond;
+    EXPECT_EQ(vqsPbReadBinary(nullptr, path.c_str(), &summary), kFailed) << beyond;
     EXPECT_EQ(summary, nullptr);
   }
 }
@@ -119,10 +120,10 @@ TEST_F(PolicyFiles, what_is_no_policy_binary_is_refused) {
   VqsPolicyBinary none{};
   std::uint64_t size = 0;
   const auto text = folder_.write("text.bin", hex("68 65 6c 6c 6f 20 77 6f 72 6c 64 21 21 21 21 21 21"));
-  EXPECT_EQ(vqsPbReadBinaryV2(session(), text.c_str(), &none, &size, 2), 1U);
-  EXPECT_EQ(vqsPbReadBinaryV2(session(), folder_.path("missing").c_str(), &none, &size, 2), 1U);
+  EXPECT_EQ(vqsPbReadBinaryV2(session(), text.c_str(), &none, &size, 2), kFailed);
+  EXPECT_EQ(vqsPbReadBinaryV2(session(), folder_.path("missing").c_str(), &none, &size, 2), kFailed);
   VqsPolicyBinaryV0* summary = nullptr;
-  EXPECT_EQ(vqsPbReadBinary(nullptr, text.c_str(), &summary), 1U);
+  EXPECT_EQ(vqsPbReadBinary(nullptr, text.c_str(), &summary), kFailed);
   EXPECT_EQ(summary, nullptr);
 }
 

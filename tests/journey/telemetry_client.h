@@ -9,6 +9,8 @@
 #include <thread>
 
 #include "tests/journey/client.h"
+#include "tests/support/listings.h"
+#include "tests/support/results.h"
 
 namespace test {
 
@@ -23,44 +25,40 @@ struct Generation {
   std::uint32_t keys;
 };
 
-inline const Generation kKeyValue = {vqsStartQTFLogKV,
-                                     [](QtfSession* session, QtfLogKV* log) { return vqsStopQTFLogKV(session, log); },
-                                     vqsNextQTFLogKVIter,
-                                     vqsDoneQTFLogKVIter,
-                                     vqsGetQTFLogKVIterData,
-                                     vqsGetQTFLogKVMetadata_V2,
-                                     228};
-inline const Generation kExKeyValue = {vqsExStartQTFLogExKV,
-                                       [](QtfSession* session, QtfLogKV*) { return vqsExStopQTFLogExKV(session); },
-                                       vqsExNextQTFLogExKVIter,
-                                       vqsExDoneQTFLogExKVIter,
-                                       vqsExGetQTFLogExKVIterData,
-                                       vqsExGetQTFLogExKVMetadata_V2,
-                                       50};
+inline const Generation kKeyValue = {
+    vqsStartQTFLogKV,       [](QtfSession* session, QtfLogKV* log) { return vqsStopQTFLogKV(session, log); },
+    vqsNextQTFLogKVIter,    vqsDoneQTFLogKVIter,
+    vqsGetQTFLogKVIterData, vqsGetQTFLogKVMetadata_V2,
+    listedIn(kKeyListing)};
+inline const Generation kExKeyValue = {
+    vqsExStartQTFLogExKV,       [](QtfSession* session, QtfLogKV*) { return vqsExStopQTFLogExKV(session); },
+    vqsExNextQTFLogExKVIter,    vqsExDoneQTFLogExKVIter,
+    vqsExGetQTFLogExKVIterData, vqsExGetQTFLogExKVMetadata_V2,
+    listedIn(kExKeyListing)};
 
 /// A running key/value log with an iterator on it.
 class Log {
  public:
   Log(QtfSession* session, const Generation& generation) : session_(session), generation_(generation) {
-    EXPECT_EQ(generation_.start(session_, &log_), 0U);
-    EXPECT_EQ(vqsCreateQTFLogKVIter(log_, &iterator_), 0U);
+    EXPECT_EQ(generation_.start(session_, &log_), kDone);
+    EXPECT_EQ(vqsCreateQTFLogKVIter(log_, &iterator_), kDone);
   }
   ~Log() {
-    EXPECT_EQ(vqsDestroyQTFLogKVIter(iterator_), 0U);
-    EXPECT_EQ(generation_.stop(session_, log_), 0U);
+    EXPECT_EQ(vqsDestroyQTFLogKVIter(iterator_), kDone);
+    EXPECT_EQ(generation_.stop(session_, log_), kDone);
   }
   Log(Log&&) = delete;
 
   /// The places of all values, by key id, as one walk finds them.
   std::map<std::uint32_t, const void*> walk() {
     std::map<std::uint32_t, const void*> found;
-    EXPECT_EQ(vqsResetQTFLogKVIter(log_, iterator_), 0U);
+    EXPECT_EQ(vqsResetQTFLogKVIter(log_, iterator_), kDone);
     while (!isDone() && found.size() <= generation_.keys) {
       std::uint32_t key = 0;
       std::uint64_t address = 0;
-      EXPECT_EQ(generation_.data(iterator_, &key, &address), 0U);
+      EXPECT_EQ(generation_.data(iterator_, &key, &address), kDone);
       EXPECT_TRUE(found.emplace(key, reinterpret_cast<const void*>(address)).second) << "key " << key << " comes twice";
-      if (generation_.next(iterator_) != 0) break;
+      if (generation_.next(iterator_) != kDone) break;
     }
     return found;
   }
@@ -86,7 +84,7 @@ class Log {
  private:
   bool isDone() {
     std::uint8_t done = 0;
-    return generation_.done(iterator_, &done) != 0 || done != 0;
+    return generation_.done(iterator_, &done) != kDone || done != 0;
   }
 
   QtfSession* session_;
@@ -98,8 +96,8 @@ class Log {
 /// A session of a test's own.
 class OpenedSession {
  public:
-  OpenedSession() { EXPECT_EQ(vqsInitialize(&session_), 0U); }
-  ~OpenedSession() { EXPECT_EQ(vqsUninitialize(session_), 0U); }
+  OpenedSession() { EXPECT_EQ(vqsInitialize(&session_), kDone); }
+  ~OpenedSession() { EXPECT_EQ(vqsUninitialize(session_), kDone); }
   OpenedSession(OpenedSession&&) = delete;
   operator QtfSession*() const { return session_; }  // NOLINT(google-explicit-constructor)
 
@@ -111,9 +109,9 @@ class OpenedSession {
 class Override {
  public:
   Override(QtfSession* session, std::uint32_t key, std::uint32_t value) : session_(session), key_(key) {
-    EXPECT_EQ(vqsOverrideInput(session_, key_, 1, value), 0U);
+    EXPECT_EQ(vqsOverrideInput(session_, key_, 1, value), kDone);
   }
-  ~Override() { EXPECT_EQ(vqsOverrideInput(session_, key_, 0, 0), 0U); }
+  ~Override() { EXPECT_EQ(vqsOverrideInput(session_, key_, 0, 0), kDone); }
   Override(Override&&) = delete;
 
  private:

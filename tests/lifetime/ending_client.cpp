@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "tests/lifetime/client.h"
+#include "tests/support/results.h"
 
 // A client that ends in one of many ways: ending_client WAY. Until then it has added policy 7, and where it closes its
 // session at the very end, policy 8. "ending_client list" writes the ids of the policies that are there.
@@ -24,14 +25,14 @@ QtfLogKV* log = nullptr;
 
 QtfSession* openSession() {
   QtfSession* opened = nullptr;
-  demand(vqsInitialize(&opened) == VQS_SUCCESS, "a session opens");
+  demand(vqsInitialize(&opened) == kDone, "a session opens");
   return opened;
 }
 
 void add(QtfSession* own, std::uint32_t id) {
   const VqsPolicyV0 policy = policyOf(id);
   std::uint32_t verdict = 1;
-  demand(vqsPbAddPolicy(own, &policy, nullptr, &verdict) == VQS_SUCCESS && verdict == 0, "a policy is taken");
+  demand(vqsPbAddPolicy(own, &policy, nullptr, &verdict) == kDone && verdict == 0, "a policy is taken");
 }
 
 void openAndAdd() {
@@ -41,7 +42,7 @@ void openAndAdd() {
 
 void addAndClose() {
   add(session, 8);
-  demand(vqsUninitialize(session) == VQS_SUCCESS, "the session closes");
+  demand(vqsUninitialize(session) == kDone, "the session closes");
 }
 
 /// Closes the session when it is destroyed.
@@ -76,7 +77,7 @@ void* addAndRemove(void* /*unused*/) {
   for (QtfSession* const own = openSession();; ++rounds) {
     add(own, 9);
     std::uint32_t verdict = 1;
-    demand(vqsPbDeletePolicy(own, 9, &verdict) == VQS_SUCCESS && verdict == 0, "a policy is deleted");
+    demand(vqsPbDeletePolicy(own, 9, &verdict) == kDone && verdict == 0, "a policy is deleted");
   }
 }
 
@@ -116,12 +117,12 @@ void withAThreadAtWork() {
 
 void withALogRunning() {
   openAndAdd();
-  demand(vqsStartQTFLogKV(session, &log) == VQS_SUCCESS, "the log starts");
+  demand(vqsStartQTFLogKV(session, &log) == kDone, "the log starts");
 }
 
 void afterAnOvlCall() {
   std::uint32_t version = 0;
-  demand(vqsOVLGetInterfaceVersion(&version) == VQS_SUCCESS, "the interface has a version");
+  demand(vqsOVLGetInterfaceVersion(&version) == kDone, "the interface has a version");
   openAndAdd();
   addAndClose();
 }
@@ -129,7 +130,7 @@ void afterAnOvlCall() {
 void withAnOvlLogMapped() {
   std::uint64_t address = 0;
   std::uint32_t id = 0;
-  demand(vqsOVLMapQTFLogAddress(&address, &id) == VQS_SUCCESS, "the log is mapped");
+  demand(vqsOVLMapQTFLogAddress(&address, &id) == kDone, "the log is mapped");
   openAndAdd();
   addAndClose();
 }
@@ -155,7 +156,7 @@ void list() {
   all.count = 8;
   all.policies = policies;
   session = openSession();
-  demand(vqsPbGetPolicies(session, &all) == VQS_SUCCESS, "the policies are read");
+  demand(vqsPbGetPolicies(session, &all) == kDone, "the policies are read");
   for (std::uint32_t i = 0; i < all.count; ++i) std::printf("%u ", policies[i].id);
 }
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <csignal>
 
 #include "tests/lifetime/program.h"
@@ -13,7 +15,7 @@ void expectKept(const std::string& ids, const std::string& way, int status = 0) 
   for (const std::string client : {VQS_ENDING_CLIENT, VQS_ENDING_CLIENT_STATIC}) {
     const TemporaryFolder folder;
     const std::string state = folder.path("state");
-    const Ended ended = runOn(state, client + " " + way);
+    const Ended ended = runOn(state, std::string{client}.append(" ").append(way));
     EXPECT_EQ(ended.status, status) << client << ' ' << way;
     EXPECT_EQ(ended.output, "") << client << ' ' << way;
     const Ended next = runOn(state, client + " list");

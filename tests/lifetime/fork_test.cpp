@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/lifetime/client.h"
+#include "tests/support/results.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test {
@@ -18,7 +19,7 @@ namespace {
 /// Ends a forked process with 9 where an expectation does not hold.
 void demandResult(vqsStatus result, vqsStatus expected, const char* what) { demand(result == expected, what); }
 
-void add(QtfSession* session, std::uint32_t id, vqsStatus expected = VQS_SUCCESS) {
+void add(QtfSession* session, std::uint32_t id, vqsStatus expected = kDone) {
   const VqsPolicyV0 policy = policyOf(id);
   std::uint32_t verdict = 1;
   demandResult(vqsPbAddPolicy(session, &policy, nullptr, &verdict), expected, "a policy is sent as expected");
@@ -26,7 +27,7 @@ void add(QtfSession* session, std::uint32_t id, vqsStatus expected = VQS_SUCCESS
 
 QtfSession* open() {
   QtfSession* session = nullptr;
-  demandResult(vqsInitialize(&session), VQS_SUCCESS, "a session opens");
+  demandResult(vqsInitialize(&session), kDone, "a session opens");
   return session;
 }
 
@@ -59,9 +60,9 @@ unsigned long memoryAt(std::uint64_t address) {
 unsigned long memoryOfALog() {
   QtfSession* const session = open();
   std::uint64_t log = 0;
-  demandResult(vqsStartQTFLog(session, &log), VQS_SUCCESS, "a log starts");
+  demandResult(vqsStartQTFLog(session, &log), kDone, "a log starts");
   const unsigned long memory = memoryAt(log);
-  demandResult(vqsUninitialize(session), VQS_SUCCESS, "a session closes");
+  demandResult(vqsUninitialize(session), kDone, "a session closes");
   return memory;
 }
 
@@ -79,9 +80,9 @@ class ForkingProgram : public ::testing::TestWithParam<bool> {
     VqsPolicyList list{};
     list.count = 8;
     list.policies = policies.data();
-    EXPECT_EQ(vqsPbGetPolicies(session, &list), VQS_SUCCESS);
-    std::vector<std::uint32_t> ids;
-    for (std::uint32_t i = 0; i < list.count; ++i) ids.push_back(policies[i].id);
+    EXPECT_EQ(vqsPbGetPolicies(session, &list), kDone);
+    std::vector<std::uint32_t> ids(list.count);
+    for (std::size_t i = 0; i < ids.size(); ++i) ids[i] = policies[i].id;
     return ids;
   }
 
@@ -92,17 +93,17 @@ class ForkingProgram : public ::testing::TestWithParam<bool> {
 using Ids = std::vector<std::uint32_t>;
 
 TEST_P(ForkingProgram, without_sessions_leaves_the_driver_to_its_child) {
-  EXPECT_EQ(vqsUninitialize(open()), VQS_SUCCESS);
+  EXPECT_EQ(vqsUninitialize(open()), kDone);
   EXPECT_EQ(inChild([] {
               QtfSession* const own = open();
               add(own, 8);
-              demandResult(vqsUninitialize(own), VQS_SUCCESS, "a session closes");
+              demandResult(vqsUninitialize(own), kDone, "a session closes");
             }),
             0);
   QtfSession* const session = open();
   EXPECT_EQ(idsIn(session), GetParam() ? Ids{8} : Ids{}) << "without a file, each has its own";
-  EXPECT_EQ(vqsPbReset(session), VQS_SUCCESS);
-  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsPbReset(session), kDone);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
 }
 
 TEST_P(ForkingProgram, shares_no_log_with_its_child) {
@@ -119,21 +120,21 @@ TEST_P(ForkingProgram, shares_no_log_with_its_child) {
 TEST_P(ForkingProgram, keeps_its_sessions_and_logs_to_itself) {
   QtfSession* const session = open();
   std::uint64_t log = 0;
-  EXPECT_EQ(vqsPbReset(session), VQS_SUCCESS);
-  EXPECT_EQ(vqsStartQTFLog(session, &log), VQS_SUCCESS);
+  EXPECT_EQ(vqsPbReset(session), kDone);
+  EXPECT_EQ(vqsStartQTFLog(session, &log), kDone);
   add(session, 7);
   EXPECT_EQ(inChild([&] {
-              add(session, 8, VQS_REQUEST_FAILED);
-              demandResult(vqsStopQTFLog(session), VQS_REQUEST_FAILED, "the log cannot be stopped");
-              demandResult(vqsUninitialize(session), VQS_SUCCESS, "the session's memory is given back");
+              add(session, 8, kFailed);
+              demandResult(vqsStopQTFLog(session), kFailed, "the log cannot be stopped");
+              demandResult(vqsUninitialize(session), kDone, "the session's memory is given back");
             }),
             0);
   EXPECT_EQ(idsIn(session), Ids{7});
   add(session, 9);
-  EXPECT_EQ(vqsSetAppInputs(session, 1001, 0), VQS_SUCCESS);
-  EXPECT_EQ(vqsStopQTFLog(session), VQS_SUCCESS) << "it is still there";
-  EXPECT_EQ(vqsPbReset(session), VQS_SUCCESS);
-  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsSetAppInputs(session, 1001, 0), kDone);
+  EXPECT_EQ(vqsStopQTFLog(session), kDone) << "it is still there";
+  EXPECT_EQ(vqsPbReset(session), kDone);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
 }
 
 TEST_P(ForkingProgram, with_sessions_has_the_driver_for_itself) {
@@ -141,12 +142,12 @@ TEST_P(ForkingProgram, with_sessions_has_the_driver_for_itself) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(inChild([] {
               QtfSession* own = nullptr;
-              demandResult(vqsInitialize(&own), VQS_REQUEST_FAILED, "no session opens");
+              demandResult(vqsInitialize(&own), kFailed, "no session opens");
             }),
             0);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "vexoqtf simulator: the driver is in use by the process that this one was forked from\n");
-  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
 }
 
 TEST_P(ForkingProgram, gets_its_file_back_while_the_child_lives) {
@@ -160,10 +161,10 @@ TEST_P(ForkingProgram, gets_its_file_back_while_the_child_lives) {
     _exit(read(ends[0], &byte, 1) == 0 ? 0 : 9);
   }
   close(ends[0]);
-  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
   QtfSession* again = nullptr;
-  EXPECT_EQ(vqsInitialize(&again), VQS_SUCCESS) << "the child has kept the lock";
-  EXPECT_EQ(vqsUninitialize(again), VQS_SUCCESS);
+  EXPECT_EQ(vqsInitialize(&again), kDone) << "the child has kept the lock";
+  EXPECT_EQ(vqsUninitialize(again), kDone);
   close(ends[1]);
   int status = 0;
   EXPECT_EQ(waitpid(child, &status, 0), child);

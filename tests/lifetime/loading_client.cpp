@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "tests/lifetime/client.h"
+#include "tests/support/results.h"
 
 // A client that loads the library by itself, and unloads it with something left behind: loading_client LIBRARY WAY.
 
@@ -34,18 +35,18 @@ QtfSession* session = nullptr;
 QtfSession* leftOpen = nullptr;
 
 void open(const Library& library) {
-  demand(library.find<decltype(vqsInitialize)>("vqsInitialize")(&session) == VQS_SUCCESS, "a session opens");
+  demand(library.find<decltype(vqsInitialize)>("vqsInitialize")(&session) == kDone, "a session opens");
 }
 
 void add(const Library& library, std::uint32_t id) {
   const VqsPolicyV0 policy = policyOf(id);
   std::uint32_t verdict = 1;
   const vqsStatus sent = library.find<decltype(vqsPbAddPolicy)>("vqsPbAddPolicy")(session, &policy, nullptr, &verdict);
-  demand(sent == VQS_SUCCESS && verdict == 0, "a policy is taken");
+  demand(sent == kDone && verdict == 0, "a policy is taken");
 }
 
 void close(const Library& library) {
-  demand(library.find<decltype(vqsUninitialize)>("vqsUninitialize")(session) == VQS_SUCCESS, "the session closes");
+  demand(library.find<decltype(vqsUninitialize)>("vqsUninitialize")(session) == kDone, "the session closes");
 }
 
 void openAndAdd(const char* path, std::uint32_t id) {
@@ -74,7 +75,7 @@ std::uint32_t secondsIn(std::uint64_t log) { return reinterpret_cast<const volat
 
 std::uint64_t startLog(const Library& library) {
   std::uint64_t log = 0;
-  demand(library.find<decltype(vqsStartQTFLog)>("vqsStartQTFLog")(session, &log) == VQS_SUCCESS, "the log starts");
+  demand(library.find<decltype(vqsStartQTFLog)>("vqsStartQTFLog")(session, &log) == kDone, "the log starts");
   return log;
 }
 

@@ -7,6 +7,7 @@
 
 #include "format/telemetry/keys.h"
 #include "tests/log/logs.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -14,8 +15,10 @@ namespace {
 class KeyTable : public ::testing::TestWithParam<KVGeneration> {
  protected:
   /// One more record than any list has.
-  static std::vector<QtfLogKeyInfo> poisonedKeys() {
-    return std::vector<QtfLogKeyInfo>(229, poisoned<QtfLogKeyInfo>());
+  const std::uint32_t ample = listedIn(kKeyListing) + 1;
+
+  [[nodiscard]] std::vector<QtfLogKeyInfo> poisonedKeys() const {
+    return std::vector<QtfLogKeyInfo>(ample, poisoned<QtfLogKeyInfo>());
   }
   static bool isPoison(const QtfLogKeyInfo& key) { return bytesOf(key) == Bytes(24, kPoison); }
 
@@ -33,21 +36,20 @@ void expectKey(const QtfLogKeyInfo& key, const KeyRow& row) {
 }
 
 TEST_P(KeyTable, holds_every_key_in_order) {
-  const auto rows = keyRows(GetParam().list);
-  ASSERT_EQ(rows.size(), GetParam().keys);
+  const auto rows = keyRows(GetParam().listing);
   auto keys = poisonedKeys();
   std::uint32_t count = GetParam().keys;
-  ASSERT_EQ(copyTo(keys, count), 0U);
+  ASSERT_EQ(copyTo(keys, count), kDone);
   for (std::size_t i = 0; i < rows.size(); ++i) expectKey(keys[i], rows[i]);
 }
 
 TEST_P(KeyTable, tells_its_number_of_keys_when_asked_with_0) {
   std::uint32_t count = 0;
-  EXPECT_EQ(GetParam().metadata(nullptr, &count), 0U);
+  EXPECT_EQ(GetParam().metadata(nullptr, &count), kDone);
   EXPECT_EQ(count, GetParam().keys);
   auto keys = poisonedKeys();
   count = 0;
-  EXPECT_EQ(copyTo(keys, count), 0U);
+  EXPECT_EQ(copyTo(keys, count), kDone);
   EXPECT_EQ(count, GetParam().keys);
   EXPECT_TRUE(std::ranges::all_of(keys, isPoison));
 }
@@ -56,7 +58,7 @@ TEST_P(KeyTable, needs_room_for_all_keys) {
   auto keys = poisonedKeys();
   for (const std::uint32_t room : {1U, GetParam().keys - 1}) {
     std::uint32_t count = room;
-    EXPECT_EQ(copyTo(keys, count), 2U);
+    EXPECT_EQ(copyTo(keys, count), kInvalid);
     EXPECT_EQ(count, room);
   }
   EXPECT_TRUE(std::ranges::all_of(keys, isPoison));
@@ -65,16 +67,16 @@ TEST_P(KeyTable, needs_room_for_all_keys) {
 TEST_P(KeyTable, refuses_a_null_buffer) {
   for (const std::uint32_t room : {1U, GetParam().keys, 0xFFFFFFFFU}) {
     std::uint32_t count = room;
-    EXPECT_EQ(GetParam().metadata(nullptr, &count), 2U);
+    EXPECT_EQ(GetParam().metadata(nullptr, &count), kInvalid);
     EXPECT_EQ(count, room);
   }
 }
 
 TEST_P(KeyTable, copies_no_more_than_its_keys) {
-  for (const std::uint32_t room : {GetParam().keys, GetParam().keys + 1, 229U, 0xFFFFFFFFU}) {
+  for (const std::uint32_t room : {GetParam().keys, GetParam().keys + 1, ample, 0xFFFFFFFFU}) {
     auto keys = poisonedKeys();
     std::uint32_t count = room;
-    EXPECT_EQ(copyTo(keys, count), 0U);
+    EXPECT_EQ(copyTo(keys, count), kDone);
     EXPECT_FALSE(isPoison(keys[GetParam().keys - 1]));
     EXPECT_TRUE(std::all_of(keys.begin() + GetParam().keys, keys.end(), isPoison));
   }
@@ -83,45 +85,47 @@ TEST_P(KeyTable, copies_no_more_than_its_keys) {
 TEST_P(KeyTable, names_are_constants_of_the_library) {
   auto first = poisonedKeys();
   auto second = poisonedKeys();
-  std::uint32_t count = 229;
-  EXPECT_EQ(copyTo(first, count), 0U);
-  count = 229;
-  EXPECT_EQ(copyTo(second, count), 0U);
+  std::uint32_t count = ample;
+  EXPECT_EQ(copyTo(first, count), kDone);
+  count = ample;
+  EXPECT_EQ(copyTo(second, count), kDone);
   for (std::uint32_t i = 0; i < GetParam().keys; ++i) EXPECT_EQ(first[i].Name, second[i].Name);
 }
 
 TEST_P(KeyTable, allocates_nothing_and_needs_no_driver) {
   auto keys = poisonedKeys();
   const Faults faults;
-  std::uint32_t count = 229;
-  EXPECT_EQ(copyTo(keys, count), 0U);
+  std::uint32_t count = ample;
+  EXPECT_EQ(copyTo(keys, count), kDone);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, KeyTable, ::testing::ValuesIn(kvGenerations()), generationName);
 
 TEST(KeyCount, is_228_after_copying_whatever_the_room) {
+  ASSERT_EQ(listedIn(kKeyListing), 228U);
   std::vector<QtfLogKeyInfo> keys(228);
   for (const std::uint32_t room : {228U, 229U, 500U, 0xFFFFFFFFU}) {
     std::uint32_t count = room;
-    EXPECT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), 0U);
+    EXPECT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), kDone);
     EXPECT_EQ(count, 228U);
   }
 }
 
 TEST(KeyCount, is_228_after_copying_50_ex_keys) {
+  ASSERT_EQ(listedIn(kExKeyListing), 50U);
   std::vector<QtfLogKeyInfo> keys(50);
   for (const std::uint32_t room : {50U, 51U, 228U, 500U}) {
     std::uint32_t count = room;
-    EXPECT_EQ(vqsExGetQTFLogExKVMetadata_V2(keys.data(), &count), 0U);
+    EXPECT_EQ(vqsExGetQTFLogExKVMetadata_V2(keys.data(), &count), kDone);
     EXPECT_EQ(count, 228U);
   }
 }
 
 TEST(KeyOrder, keeps_the_two_places_that_are_out_of_order) {
-  std::vector<QtfLogKeyInfo> keys(228);
-  std::uint32_t count = 228;
-  ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), 0U);
+  std::uint32_t count = listedIn(kKeyListing);
+  std::vector<QtfLogKeyInfo> keys(count);
+  ASSERT_EQ(vqsGetQTFLogKVMetadata_V2(keys.data(), &count), kDone);
   const auto idsFrom = [&](std::size_t first) {
     std::array<std::uint32_t, 9> ids{};
     std::ranges::transform(std::span{keys}.subspan(first, 9), ids.begin(), &QtfLogKeyInfo::KeyId);
@@ -137,9 +141,9 @@ TEST(ValueSizes, hold_0_for_the_end_marker) {
 }
 
 TEST(ValueSizes, are_those_of_the_keys) {
-  for (const auto& row : keyRows("kv_keys.tsv"))
+  for (const auto& row : keyRows(kKeyListing))
     EXPECT_EQ(static_cast<std::uint32_t>(vqs::kKVValueSizes[row.id]), row.valueSize) << row.name;
-  for (const auto& row : keyRows("ex_kv_keys.tsv"))
+  for (const auto& row : keyRows(kExKeyListing))
     EXPECT_EQ(static_cast<std::uint32_t>(vqs::kExKVValueSizes[row.id]), row.valueSize) << row.name;
 }
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "tests/log/logs.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -15,11 +18,11 @@ class KVIterator : public LogTest, public ::testing::WithParamInterface<KVGenera
 
   void TearDown() override {
     if (iterator != nullptr) {
-      EXPECT_EQ(logs().destroy(iterator), 0U);
+      EXPECT_EQ(logs().destroy(iterator), kDone);
     }
     if (log != nullptr) {
       expectLog(logs().stopOperation, 5);
-      EXPECT_EQ(logs().stop(session, log), 0U);
+      EXPECT_EQ(logs().stop(session, log), kDone);
     }
     LogTest::TearDown();
   }
@@ -28,8 +31,8 @@ class KVIterator : public LogTest, public ::testing::WithParamInterface<KVGenera
     area = bytes;
     area.shrink_to_fit();
     expectLog(logs().startOperation).reply(logReply(logs().startOperation, 5, addressAt(0), 1));
-    ASSERT_EQ(logs().start(session, &log), 0U);
-    ASSERT_EQ(logs().create(log, &iterator), 0U);
+    ASSERT_EQ(logs().start(session, &log), kDone);
+    ASSERT_EQ(logs().create(log, &iterator), kDone);
   }
   [[nodiscard]] std::uint64_t addressAt(std::size_t offset) const {
     return reinterpret_cast<std::uint64_t>(area.data()) + offset;
@@ -39,31 +42,31 @@ class KVIterator : public LogTest, public ::testing::WithParamInterface<KVGenera
 
   void expectOn(std::uint32_t expectedKey, std::size_t valueOffset) {
     std::uint8_t done = kPoison;
-    EXPECT_EQ(logs().isDone(iterator, &done), 0U);
+    EXPECT_EQ(logs().isDone(iterator, &done), kDone);
     EXPECT_EQ(done, 0U);
     std::uint32_t key = kPoisonWord;
     std::uint64_t address = kPoisonLong;
-    EXPECT_EQ(logs().data(iterator, &key, &address), 0U);
+    EXPECT_EQ(logs().data(iterator, &key, &address), kDone);
     EXPECT_EQ(key, expectedKey);
     EXPECT_EQ(address, addressAt(valueOffset));
   }
   void expectNoRecord() {
     std::uint32_t key = kPoisonWord;
     std::uint64_t address = kPoisonLong;
-    EXPECT_EQ(logs().data(iterator, &key, &address), 1U);
+    EXPECT_EQ(logs().data(iterator, &key, &address), kFailed);
     EXPECT_EQ(key, kPoisonWord);
     EXPECT_EQ(address, kPoisonLong);
-    EXPECT_EQ(logs().next(iterator), 1U);
+    EXPECT_EQ(logs().next(iterator), kFailed);
   }
   void expectEnd() {
     std::uint8_t done = kPoison;
-    EXPECT_EQ(logs().isDone(iterator, &done), 0U);
+    EXPECT_EQ(logs().isDone(iterator, &done), kDone);
     EXPECT_EQ(done, 1U);
     expectNoRecord();
   }
   void expectUnknownKey() {
     std::uint8_t done = kPoison;
-    EXPECT_EQ(logs().isDone(iterator, &done), 1U);
+    EXPECT_EQ(logs().isDone(iterator, &done), kFailed);
     EXPECT_EQ(done, kPoison);
     expectNoRecord();
   }
@@ -83,7 +86,7 @@ TEST_P(KVIterator, is_one_allocation_of_its_own) {
   startOn(Record{4});
   EXPECT_EQ(faults.outstanding(), 2);
   EXPECT_EQ(faults.peakBytes(), 16U) << "8 for the log's handle and 8 for the iterator";
-  EXPECT_EQ(logs().destroy(std::exchange(iterator, nullptr)), 0U);
+  EXPECT_EQ(logs().destroy(std::exchange(iterator, nullptr)), kDone);
   EXPECT_EQ(faults.outstanding(), 1);
 }
 
@@ -91,39 +94,39 @@ TEST_P(KVIterator, holds_the_address_of_its_record_and_nothing_else) {
   startOn(Record{12}.u32(0, 4));
   const auto* object = reinterpret_cast<const std::uint8_t*>(iterator);
   EXPECT_EQ(Bytes(object, object + 8), bytesOf(addressAt(0)));
-  EXPECT_EQ(logs().next(iterator), 0U);
+  EXPECT_EQ(logs().next(iterator), kDone);
   EXPECT_EQ(Bytes(object, object + 8), bytesOf(addressAt(8)));
-  EXPECT_EQ(logs().next(iterator), 1U);
+  EXPECT_EQ(logs().next(iterator), kFailed);
   EXPECT_EQ(Bytes(object, object + 8), bytesOf(addressAt(8)));
-  EXPECT_EQ(logs().reset(log, iterator), 0U);
+  EXPECT_EQ(logs().reset(log, iterator), kDone);
   EXPECT_EQ(Bytes(object, object + 8), bytesOf(addressAt(0)));
 }
 
 TEST_P(KVIterator, walks_apart_from_a_second_one_on_the_same_log) {
   startOn(Record{20}.u32(0, 4).u32(8, 5));
   QtfLogKVIter* second = nullptr;
-  ASSERT_EQ(logs().create(log, &second), 0U);
+  ASSERT_EQ(logs().create(log, &second), kDone);
   EXPECT_NE(second, iterator);
-  EXPECT_EQ(logs().next(second), 0U);
+  EXPECT_EQ(logs().next(second), kDone);
   expectOn(4, 4);
-  EXPECT_EQ(logs().next(iterator), 0U);
-  EXPECT_EQ(logs().destroy(second), 0U);
+  EXPECT_EQ(logs().next(iterator), kDone);
+  EXPECT_EQ(logs().destroy(second), kDone);
   expectOn(5, 12);
 }
 
 TEST_P(KVIterator, reads_nothing_but_the_key_id) {
   startOn(Record{4}.u32(0, logs().keys));
   expectOn(logs().keys, 4);
-  EXPECT_EQ(logs().next(iterator), 0U);
+  EXPECT_EQ(logs().next(iterator), kDone);
 }
 
 TEST_P(KVIterator, writes_one_byte_of_the_flag) {
   startOn(Record{4});
   auto around = poisoned<std::array<std::uint8_t, 3>>();
-  EXPECT_EQ(logs().isDone(iterator, &around[1]), 0U);
+  EXPECT_EQ(logs().isDone(iterator, &around[1]), kDone);
   EXPECT_EQ(bytesOf(around), hex("A5 01 A5"));
   writeKey(1);
-  EXPECT_EQ(logs().isDone(iterator, &around[1]), 0U);
+  EXPECT_EQ(logs().isDone(iterator, &around[1]), kDone);
   EXPECT_EQ(bytesOf(around), hex("A5 00 A5"));
 }
 
@@ -132,7 +135,7 @@ TEST_P(KVIterator, answers_3_when_it_cannot_be_allocated) {
   auto* const untouched = reinterpret_cast<QtfLogKVIter*>(kPoisonLong);
   QtfLogKVIter* second = untouched;
   faults.fail(Fault::kAllocation, 1);
-  EXPECT_EQ(logs().create(log, &second), 3U);
+  EXPECT_EQ(logs().create(log, &second), kNoMemory);
   EXPECT_EQ(second, untouched);
 }
 
@@ -164,9 +167,9 @@ TEST_P(KVIterator, stays_on_a_key_id_that_does_not_exist) {
 TEST_P(KVIterator, steps_from_record_to_record_up_to_the_end) {
   startOn(Record{20}.u32(0, 4).u32(4, 0xFFFFFFFF).u32(8, 5).u32(12, 0xFFFFFFFF));
   expectOn(4, 4);
-  EXPECT_EQ(logs().next(iterator), 0U);
+  EXPECT_EQ(logs().next(iterator), kDone);
   expectOn(5, 12);
-  EXPECT_EQ(logs().next(iterator), 0U);
+  EXPECT_EQ(logs().next(iterator), kDone);
   expectEnd();
 }
 
@@ -174,22 +177,22 @@ TEST_P(KVIterator, walks_an_area_at_an_odd_address) {
   Bytes odd = Record{17}.u32(1, 4).u32(5, 0xFFFFFFFF).u32(9, 5);
   expectLog(logs().startOperation)
       .reply(logReply(logs().startOperation, 5, reinterpret_cast<std::uint64_t>(odd.data()) + 1, 1));
-  ASSERT_EQ(logs().start(session, &log), 0U);
-  ASSERT_EQ(logs().create(log, &iterator), 0U);
-  EXPECT_EQ(logs().next(iterator), 0U);
+  ASSERT_EQ(logs().start(session, &log), kDone);
+  ASSERT_EQ(logs().create(log, &iterator), kDone);
+  EXPECT_EQ(logs().next(iterator), kDone);
   std::uint32_t key = 0;
   std::uint64_t address = 0;
-  EXPECT_EQ(logs().data(iterator, &key, &address), 0U);
+  EXPECT_EQ(logs().data(iterator, &key, &address), kDone);
   EXPECT_EQ(key, 5U);
   EXPECT_EQ(address, reinterpret_cast<std::uint64_t>(odd.data()) + 13);
 }
 
 TEST_P(KVIterator, goes_back_to_the_first_record) {
   startOn(Record{20}.u32(0, 4).u32(8, 5));
-  EXPECT_EQ(logs().next(iterator), 0U);
-  EXPECT_EQ(logs().next(iterator), 0U);
+  EXPECT_EQ(logs().next(iterator), kDone);
+  EXPECT_EQ(logs().next(iterator), kDone);
   expectEnd();
-  EXPECT_EQ(logs().reset(log, iterator), 0U);
+  EXPECT_EQ(logs().reset(log, iterator), kDone);
   expectOn(4, 4);
 }
 
@@ -197,10 +200,10 @@ TEST_P(KVIterator, goes_over_to_another_log) {
   startOn(Record{12}.u32(0, 4));
   Bytes other = Record{8}.u32(0, 5);
   auto address = reinterpret_cast<std::uint64_t>(other.data());
-  EXPECT_EQ(logs().reset(reinterpret_cast<QtfLogKV*>(&address), iterator), 0U);
+  EXPECT_EQ(logs().reset(reinterpret_cast<QtfLogKV*>(&address), iterator), kDone);
   std::uint32_t key = 0;
   std::uint64_t value = 0;
-  EXPECT_EQ(logs().data(iterator, &key, &value), 0U);
+  EXPECT_EQ(logs().data(iterator, &key, &value), kDone);
   EXPECT_EQ(key, 5U);
   EXPECT_EQ(value, address + 4);
 }
@@ -220,17 +223,17 @@ TEST_P(KVIterator, checks_its_arguments) {
   std::uint32_t key = kPoisonWord;
   std::uint64_t address = kPoisonLong;
   QtfLogKVIter* second = nullptr;
-  EXPECT_EQ(logs().create(nullptr, &second), 2U);
-  EXPECT_EQ(logs().create(log, nullptr), 2U);
-  EXPECT_EQ(logs().destroy(nullptr), 2U);
-  EXPECT_EQ(logs().reset(nullptr, iterator), 2U);
-  EXPECT_EQ(logs().reset(log, nullptr), 2U);
-  EXPECT_EQ(logs().next(nullptr), 2U);
-  EXPECT_EQ(logs().isDone(nullptr, &done), 2U);
-  EXPECT_EQ(logs().isDone(iterator, nullptr), 2U);
-  EXPECT_EQ(logs().data(nullptr, &key, &address), 2U);
-  EXPECT_EQ(logs().data(iterator, nullptr, &address), 2U);
-  EXPECT_EQ(logs().data(iterator, &key, nullptr), 2U);
+  EXPECT_EQ(logs().create(nullptr, &second), kInvalid);
+  EXPECT_EQ(logs().create(log, nullptr), kInvalid);
+  EXPECT_EQ(logs().destroy(nullptr), kInvalid);
+  EXPECT_EQ(logs().reset(nullptr, iterator), kInvalid);
+  EXPECT_EQ(logs().reset(log, nullptr), kInvalid);
+  EXPECT_EQ(logs().next(nullptr), kInvalid);
+  EXPECT_EQ(logs().isDone(nullptr, &done), kInvalid);
+  EXPECT_EQ(logs().isDone(iterator, nullptr), kInvalid);
+  EXPECT_EQ(logs().data(nullptr, &key, &address), kInvalid);
+  EXPECT_EQ(logs().data(iterator, nullptr, &address), kInvalid);
+  EXPECT_EQ(logs().data(iterator, &key, nullptr), kInvalid);
   EXPECT_EQ(second, nullptr);
   EXPECT_EQ(done, kPoison);
   EXPECT_EQ(key, kPoisonWord);
@@ -252,20 +255,19 @@ Bytes areaOf(const std::vector<KeyRow>& rows) {
 }
 
 TEST_P(KVIterator, walks_every_key_without_an_allocation_or_a_request) {
-  const auto rows = keyRows(logs().list);
-  ASSERT_EQ(rows.size(), logs().keys);
+  const auto rows = keyRows(logs().listing);
   startOn(areaOf(rows));
   const int allocations = faults.calls(Fault::kAllocation);
   const auto requests = driver.requestsServed();
   std::size_t offset = 0;
   for (const auto& row : rows) {
     expectOn(row.id, offset + 4);
-    EXPECT_EQ(logs().next(iterator), 0U) << row.name;
+    EXPECT_EQ(logs().next(iterator), kDone) << row.name;
     offset += 4 + row.valueSize;
   }
   expectEnd();
   EXPECT_EQ(offset + 4, area.size());
-  EXPECT_EQ(logs().reset(log, iterator), 0U);
+  EXPECT_EQ(logs().reset(log, iterator), kDone);
   expectOn(rows.front().id, 4);
   EXPECT_EQ(faults.calls(Fault::kAllocation), allocations);
   EXPECT_EQ(driver.requestsServed(), requests);
@@ -277,12 +279,12 @@ TEST_P(KVIterator, steps_over_a_key_by_its_size) {
   const Steps plain = {{1, 16}, {4, 8}, {29, 404}, {30, 404}, {47, 12}, {48, 16}, {123, 44}, {228, 8}};
   const Steps ex = {{1, 8}, {3, 8}, {10, 20}, {11, 8}, {13, 32}, {20, 44}, {21, 44}, {27, 8}, {35, 36}, {50, 36}};
   startOn(Bytes(408, 0));
-  for (const auto& [key, step] : logs().keys == 50 ? ex : plain) {
+  for (const auto& [key, step] : logs().listing == kExKeyListing ? ex : plain) {
     std::ranges::fill(area, std::uint8_t{0xFF});
     writeKey(key);
     std::ranges::copy(Record{4}.u32(0, 2).bytes(), area.begin() + static_cast<std::ptrdiff_t>(step));
-    EXPECT_EQ(logs().reset(log, iterator), 0U);
-    EXPECT_EQ(logs().next(iterator), 0U);
+    EXPECT_EQ(logs().reset(log, iterator), kDone);
+    EXPECT_EQ(logs().next(iterator), kDone);
     expectOn(2, step + 4);
   }
 }

@@ -3,13 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
+#include <source_location>
 #include <string>
 #include <vector>
 
 #include <vqs/telemetry.h>
-#include "tests/support/faults.h"
+#include "tests/support/listings.h"
 #include "tests/support/scripted_driver.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 
@@ -21,27 +22,10 @@ Record logRequest(std::uint32_t operation, std::uint32_t logId = 0);
 /// The driver's answer to it; what has no field comes as garbage.
 Record logReply(std::uint32_t operation, std::uint32_t logId, std::uint64_t address, std::uint32_t value);
 
-/// A driver that can report a byte count of its own choice, and remembers where requests came from.
-class LogDriver : public ScriptedDriver {
- public:
-  bool control(HANDLE handle, const host::DeviceRequest& request) override {
-    requestsOn.push_back(handle);
-    answeredAt = request.output;
-    const bool done = ScriptedDriver::control(handle, request);
-    if (reported) *request.returned = *reported;
-    return done;
-  }
-
-  std::optional<DWORD> reported;
-  std::vector<HANDLE> requestsOn;
-  const void* answeredAt = nullptr;
-};
-
-/// A session on a scripted driver that holds no log; no call of a test may leave memory behind.
-class LogTest : public ::testing::Test {
+/// A session that holds no log. `Base` is one of the fixtures of sessions.
+template <class Base>
+class LogTestOn : public Base {
  protected:
-  void TearDown() override { EXPECT_EQ(faults.outstanding(), 0); }
-
   /// The driver's next request is a log operation on 32 zero bytes.
   Exchange& expectLog(std::uint32_t operation, std::uint32_t logId = 0,
                       std::source_location where = std::source_location::current()) {
@@ -57,33 +41,13 @@ class LogTest : public ::testing::Test {
     EXPECT_EQ(session->logSessionId, id);
   }
 
-  LogDriver driver;
-  OpenSession session{driver};
-  QtfSession closed{};
-  Faults faults;
+  using Base::driver;
+  using Base::session;
 };
 
+using LogTest = LogTestOn<TidySessionTest>;
 /// Logs whose reference is their address: no call about them allocates.
-class AddressLogTest : public LogTest {
- protected:
-  void TearDown() override {
-    EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
-    LogTest::TearDown();
-  }
-};
-
-/// A row of the key lists in tests/data.
-struct KeyRow {
-  std::uint32_t id;
-  std::string name;
-  std::uint32_t type;
-  std::uint32_t count;
-  std::uint32_t param;
-  std::uint32_t valueSize;
-};
-
-/// The rows of a list, in its order.
-std::vector<KeyRow> keyRows(const std::string& file);
+using AddressLogTest = LogTestOn<FrugalSessionTest>;
 
 /// One generation of key/value logs and its exports.
 struct KVGeneration {
@@ -91,7 +55,7 @@ struct KVGeneration {
   std::uint32_t startOperation;
   std::uint32_t stopOperation;
   std::uint32_t keys;
-  std::string list;
+  std::string listing;
   vqsStatus (*start)(QtfSession*, QtfLogKV**);
   /// the handle goes unused where the export takes none
   vqsStatus (*stop)(QtfSession*, QtfLogKV*);

@@ -4,8 +4,9 @@
 #include <functional>
 #include <memory>
 
-#include "tests/channel/windows_calls.h"
 #include "tests/log/logs.h"
+#include "tests/support/results.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -16,7 +17,7 @@ constexpr std::uint32_t kFillingCode = 0x8022207C;
 /// Remembers every opening, and closes at its end what the calls left open.
 class OpeningsDriver : public ScriptedDriver {
  public:
-  ~OpeningsDriver() {
+  ~OpeningsDriver() override {
     for (HANDLE handle : openings) CloseHandle(handle);
   }
 
@@ -24,13 +25,8 @@ class OpeningsDriver : public ScriptedDriver {
     openings.push_back(handle);
     return ScriptedDriver::open(handle);
   }
-  bool control(HANDLE handle, const host::DeviceRequest& request) override {
-    requestsOn.push_back(handle);
-    return ScriptedDriver::control(handle, request);
-  }
 
   std::vector<HANDLE> openings;
-  std::vector<HANDLE> requestsOn;
 };
 
 /// What the calls write, and the calls that reach the driver.
@@ -77,18 +73,18 @@ TEST_F(OvlLog, each_call_opens_the_driver_for_itself_and_leaves_the_handle_open)
   int open = 0;
   for (const auto& call : calls) {
     call.expect();
-    EXPECT_EQ(call.run(), 0U) << call.name;
+    EXPECT_EQ(call.run(), kDone) << call.name;
     EXPECT_EQ(driver->openHandles(), ++open) << call.name;
   }
   EXPECT_EQ(open, 7);
-  EXPECT_EQ(driver->requestsOn, driver->openings);
+  EXPECT_EQ(driver->takeRequestsOn(), driver->openings);
 }
 
 TEST_F(OvlLog, a_failed_request_answers_1_and_leaves_the_handle_open_too) {
   int open = 0;
   for (const auto& call : calls) {
     call.expect()->reply(Bytes(24, 0xEE)).fails();
-    EXPECT_EQ(call.run(), 1U) << call.name;
+    EXPECT_EQ(call.run(), kFailed) << call.name;
     EXPECT_EQ(driver->openHandles(), ++open) << call.name;
   }
   expectUntouched();
@@ -99,7 +95,7 @@ TEST_F(OvlLog, each_call_makes_one_request_after_opening_and_closes_nothing) {
     WindowsCalls windows;
     const int allocations = faults.calls(Fault::kAllocation);
     call.expect();
-    EXPECT_EQ(call.run(), 0U) << call.name;
+    EXPECT_EQ(call.run(), kDone) << call.name;
     EXPECT_EQ(windows.all().size(), 4U) << call.name;
     EXPECT_EQ(windows.of("CreateFileW").size(), 1U) << call.name;
     EXPECT_TRUE(windows.all().back().starts_with("DeviceIoControl(")) << call.name;
@@ -109,14 +105,14 @@ TEST_F(OvlLog, each_call_makes_one_request_after_opening_and_closes_nothing) {
 
 TEST_F(OvlLog, opening_without_a_driver_answers_4) {
   driver.reset();
-  for (const auto& call : calls) EXPECT_EQ(call.run(), 4U) << call.name;
+  for (const auto& call : calls) EXPECT_EQ(call.run(), kNoDriver) << call.name;
   expectUntouched();
 }
 
 TEST_F(OvlLog, opening_without_memory_answers_3) {
   for (const auto& call : calls) {
     faults.fail(Fault::kAllocation, 1);
-    EXPECT_EQ(call.run(), 3U) << call.name;
+    EXPECT_EQ(call.run(), kNoMemory) << call.name;
   }
   expectUntouched();
   EXPECT_TRUE(driver->openings.empty());
@@ -126,19 +122,19 @@ TEST_F(OvlLog, a_refused_opening_answers_1) {
   for (const char* function : {"CreateFileW", "CM_Get_Device_Interface_ListW", "CM_Get_Device_Interface_List_SizeA"}) {
     WindowsCalls windows;
     windows.refuse(function);
-    for (const auto& call : calls) EXPECT_EQ(call.run(), 1U) << call.name << ", " << function;
+    for (const auto& call : calls) EXPECT_EQ(call.run(), kFailed) << call.name << ", " << function;
   }
   expectUntouched();
   EXPECT_TRUE(driver->openings.empty());
 }
 
 TEST_F(OvlLog, bad_arguments_open_nothing) {
-  EXPECT_EQ(vqsOVLMapQTFLogAddress(nullptr, &logId), 2U);
-  EXPECT_EQ(vqsOVLMapQTFLogAddress(&address, nullptr), 2U);
-  EXPECT_EQ(vqsOVLStartQTFLog(nullptr, this), 2U);
-  EXPECT_EQ(vqsOVLStartQTFLog(this, nullptr), 2U);
-  EXPECT_EQ(vqsOVLGetQTFLogVersion(nullptr), 2U);
-  EXPECT_EQ(vqsOVLGetInterfaceVersion(nullptr), 2U);
+  EXPECT_EQ(vqsOVLMapQTFLogAddress(nullptr, &logId), kInvalid);
+  EXPECT_EQ(vqsOVLMapQTFLogAddress(&address, nullptr), kInvalid);
+  EXPECT_EQ(vqsOVLStartQTFLog(nullptr, this), kInvalid);
+  EXPECT_EQ(vqsOVLStartQTFLog(this, nullptr), kInvalid);
+  EXPECT_EQ(vqsOVLGetQTFLogVersion(nullptr), kInvalid);
+  EXPECT_EQ(vqsOVLGetInterfaceVersion(nullptr), kInvalid);
   EXPECT_TRUE(driver->openings.empty());
   expectUntouched();
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
@@ -146,7 +142,7 @@ TEST_F(OvlLog, bad_arguments_open_nothing) {
 
 TEST_F(OvlLog, mapping_gives_the_address_and_the_id) {
   expectLog(0).reply(logReply(0, 0x80000007, kAddress, 9));
-  EXPECT_EQ(vqsOVLMapQTFLogAddress(&address, &logId), 0U);
+  EXPECT_EQ(vqsOVLMapQTFLogAddress(&address, &logId), kDone);
   EXPECT_EQ(address, kAddress);
   EXPECT_EQ(logId, 0x80000007);
 }
@@ -154,7 +150,7 @@ TEST_F(OvlLog, mapping_gives_the_address_and_the_id) {
 TEST_F(OvlLog, unmapping_names_the_log) {
   for (const std::uint32_t id : {0U, 0x01020304U, 0xFFFFFFFFU}) {
     expectLog(1, id);
-    EXPECT_EQ(vqsOVLUnmapQTFLogId(id), 0U);
+    EXPECT_EQ(vqsOVLUnmapQTFLogId(id), kDone);
   }
 }
 
@@ -162,19 +158,19 @@ TEST_F(OvlLog, starting_does_not_use_its_arguments_further) {
   std::uint64_t first = kPoisonLong;
   std::uint64_t second = kPoisonLong;
   expectFilling(0).reply(Bytes(24, 0xEE));
-  EXPECT_EQ(vqsOVLStartQTFLog(&first, &second), 0U);
+  EXPECT_EQ(vqsOVLStartQTFLog(&first, &second), kDone);
   EXPECT_EQ(first, kPoisonLong);
   EXPECT_EQ(second, kPoisonLong);
   expectFilling(0);
-  EXPECT_EQ(vqsOVLStartQTFLog(reinterpret_cast<void*>(1), reinterpret_cast<void*>(1)), 0U);
+  EXPECT_EQ(vqsOVLStartQTFLog(reinterpret_cast<void*>(1), reinterpret_cast<void*>(1)), kDone);
 }
 
 TEST_F(OvlLog, versions_are_the_value_of_the_answer) {
   expectLog(4).reply(logReply(4, 7, kAddress, 0x80000102));
-  EXPECT_EQ(vqsOVLGetQTFLogVersion(&version), 0U);
+  EXPECT_EQ(vqsOVLGetQTFLogVersion(&version), kDone);
   EXPECT_EQ(version, 0x80000102);
   expectLog(13).reply(logReply(13, 7, kAddress, 0x01020304));
-  EXPECT_EQ(vqsOVLGetInterfaceVersion(&version), 0U);
+  EXPECT_EQ(vqsOVLGetInterfaceVersion(&version), kDone);
   EXPECT_EQ(version, 0x01020304U);
 }
 
@@ -201,7 +197,7 @@ class OvlDllVersion : public OvlLog {
 
 TEST_F(OvlDllVersion, is_product_major_and_the_files_last_three_numbers_in_order) {
   const FileVersion file{0x00030004, 0x00050006, 0x00070008};
-  EXPECT_EQ(vqsOVLGetDllVersion(&packed), 0U);
+  EXPECT_EQ(vqsOVLGetDllVersion(&packed), kDone);
   EXPECT_EQ(packed, 0x07040506U);
   EXPECT_TRUE(driver->openings.empty());
 }
@@ -209,27 +205,27 @@ TEST_F(OvlDllVersion, is_product_major_and_the_files_last_three_numbers_in_order
 TEST_F(OvlDllVersion, keeps_the_bits_that_the_caller_has_set) {
   const FileVersion file{0x00030004, 0x00050006, 0x00070008};
   packed = 0x80F00018;
-  EXPECT_EQ(vqsOVLGetDllVersion(&packed), 0U);
+  EXPECT_EQ(vqsOVLGetDllVersion(&packed), kDone);
   EXPECT_EQ(packed, 0x87F4051EU);
 }
 
 TEST_F(OvlDllVersion, lets_numbers_above_255_run_into_their_neighbours) {
   const FileVersion file{0x00000102, 0x01000201, 0x01200000};
-  EXPECT_EQ(vqsOVLGetDllVersion(&packed), 0U);
+  EXPECT_EQ(vqsOVLGetDllVersion(&packed), kDone);
   EXPECT_EQ(packed, 0x21030201U);
 }
 
 TEST_F(OvlDllVersion, fails_with_the_version_query_and_touches_nothing) {
-  EXPECT_EQ(vqsOVLGetDllVersion(&version), 1U);
+  EXPECT_EQ(vqsOVLGetDllVersion(&version), kFailed);
   const FileVersion file{0x00030004, 0x00050006, 0x00070008};
   faults.fail(Fault::kAllocation, 1);
-  EXPECT_EQ(vqsOVLGetDllVersion(&version), 1U);
+  EXPECT_EQ(vqsOVLGetDllVersion(&version), kFailed);
   expectUntouched();
 }
 
 TEST_F(OvlDllVersion, needs_room) {
   const FileVersion file{0x00030004, 0x00050006, 0x00070008};
-  EXPECT_EQ(vqsOVLGetDllVersion(nullptr), 2U);
+  EXPECT_EQ(vqsOVLGetDllVersion(nullptr), kInvalid);
 }
 
 }  // namespace

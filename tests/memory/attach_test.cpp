@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <vqs/vqs.h>
 #include "tests/simulator/embedded/client.h"
 #include "tests/support/faults.h"
+#include "tests/support/results.h"
 
 // What a process does when the library is loaded, with memory running out: this program attaches the driver by itself.
 
@@ -12,21 +15,21 @@ namespace {
 enum Findings { kAllIsWell = 0, kSomethingFailed = 1, kWrong = 2 };
 
 bool isThere(vqsStatus result, vqsStatus otherwise) {
-  if (result != VQS_SUCCESS && result != otherwise) _exit(kWrong);
-  return result == VQS_SUCCESS;
+  if (result != kDone && result != otherwise) _exit(kWrong);
+  return result == kDone;
 }
 
 /// Each part works, or the library says that it is not there.
 bool isComplete(bool isAttached) {
   std::uint32_t words[4];
   QtfSession* session = nullptr;
-  bool isWhole = isThere(vqsGetVersion(words), VQS_REQUEST_FAILED);
-  isWhole = isThere(vqsGetDriverVersion(words), VQS_REQUEST_FAILED) && isWhole;
-  if (isThere(vqsInitialize(&session), VQS_DRIVER_NOT_FOUND) != isAttached) _exit(kWrong);
+  bool isWhole = isThere(vqsGetVersion(words), kFailed);
+  isWhole = isThere(vqsGetDriverVersion(words), kFailed) && isWhole;
+  if (isThere(vqsInitialize(&session), kNoDriver) != isAttached) _exit(kWrong);
   if (session == nullptr) return false;
-  if (vqsSetAppInputs(session, 1, 2) != VQS_SUCCESS) _exit(kWrong);
-  isWhole = isThere(vqsWaitAppOutput(session, 0), VQS_INVALID_PARAMETER) && isWhole;
-  if (vqsUninitialize(session) != VQS_SUCCESS) _exit(kWrong);
+  if (vqsSetAppInputs(session, 1, 2) != kDone) _exit(kWrong);
+  isWhole = isThere(vqsWaitAppOutput(session, 0), kInvalid) && isWhole;
+  if (vqsUninitialize(session) != kDone) _exit(kWrong);
   return isWhole;
 }
 

@@ -4,7 +4,7 @@
 namespace test {
 namespace {
 
-constexpr Export kExports[] = {
+constexpr Export kBinaryExports[] = {
     {.name = "vqsPbCreateBinary",
      .failures = kRequestOrMemory,
      .call =
@@ -49,6 +49,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> binaryExports() { return kExports; }
+std::span<const Export> binaryExports() { return kBinaryExports; }
 
 }  // namespace test

@@ -5,6 +5,8 @@
 
 #include <cstring>
 
+#include "tests/support/results.h"
+
 namespace test {
 namespace {
 
@@ -30,7 +32,7 @@ std::vector<std::uint64_t> room(std::size_t bytes) { return std::vector<std::uin
 }  // namespace
 
 Client::Client() {
-  EXPECT_EQ(vqsInitialize(&session), 0U);
+  EXPECT_EQ(vqsInitialize(&session), kDone);
   for (const auto reset : {vqsPbReset, vqsAsmReset, vqsBalanceProfileReset}) EXPECT_EQ(reset(session), 0U);
   fill(session);
   policy = policyOf(5);
@@ -47,10 +49,10 @@ Client::Client() {
 
 Client::~Client() {
   if (iterator != nullptr) {
-    EXPECT_EQ(vqsDestroyQTFLogKVIter(iterator), 0U);
-    EXPECT_EQ(stopLog(), 0U);
+    EXPECT_EQ(vqsDestroyQTFLogKVIter(iterator), kDone);
+    EXPECT_EQ(stopLog(), kDone);
   }
-  EXPECT_EQ(vqsUninitialize(session), 0U);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
   EXPECT_TRUE(CloseHandle(event));
 }
 
@@ -59,18 +61,18 @@ vqsStatus Client::stopLog() { return isExLog_ ? vqsExStopQTFLogExKV(session) : v
 void Client::startLog(bool isEx) {
   if (log != nullptr) return;
   isExLog_ = isEx;
-  EXPECT_EQ(isEx ? vqsExStartQTFLogExKV(session, &log) : vqsStartQTFLogKV(session, &log), 0U);
-  EXPECT_EQ(vqsCreateQTFLogKVIter(log, &iterator), 0U);
+  EXPECT_EQ(isEx ? vqsExStartQTFLogExKV(session, &log) : vqsStartQTFLogKV(session, &log), kDone);
+  EXPECT_EQ(vqsCreateQTFLogKVIter(log, &iterator), kDone);
 }
 
 void Client::startKV() {
   startLog(false);
-  EXPECT_EQ(vqsResetQTFLogKVIter(log, iterator), 0U);
+  EXPECT_EQ(vqsResetQTFLogKVIter(log, iterator), kDone);
 }
 
 void Client::startExKV() {
   startLog(true);
-  EXPECT_EQ(vqsResetQTFLogKVIter(log, iterator), 0U);
+  EXPECT_EQ(vqsResetQTFLogKVIter(log, iterator), kDone);
 }
 
 }  // namespace test

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "tests/memory/client.h"
+#include "tests/support/results.h"
 
 namespace test {
 
@@ -18,9 +19,9 @@ constexpr Results oneOf(std::initializer_list<vqsStatus> results) {
 }
 
 /// A request is made and nothing else: it fails.
-inline constexpr Results kRequest = oneOf({VQS_REQUEST_FAILED});
+inline constexpr Results kRequest = oneOf({kFailed});
 /// The library allocates something of its own before, too.
-inline constexpr Results kRequestOrMemory = oneOf({VQS_REQUEST_FAILED, VQS_OUT_OF_MEMORY});
+inline constexpr Results kRequestOrMemory = oneOf({kFailed, kNoMemory});
 /// It takes no memory, so that nothing of it fails.
 inline constexpr Results kNothing = oneOf({});
 
@@ -36,7 +37,7 @@ struct Export {
   void (*prepare)(Client& client) = &nothing;
   /// after a call that went well
   void (*finish)(Client& client) = &nothing;
-  vqsStatus success = VQS_SUCCESS;
+  vqsStatus success = kDone;
   /// it takes memory now and then only, when a table of the host has to grow
   bool isRare = false;
 };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/memory/exports.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -11,7 +12,7 @@ vqsStatus readTable(Client& client) {
   return control(client.session, VQS_TABLE_READ, &table);
 }
 
-constexpr Export kExports[] = {
+constexpr Export kFeatureExports[] = {
     {.name = "vqsQueryFeatureStatus",
      .failures = kRequest,
      .call =
@@ -43,15 +44,15 @@ constexpr Export kExports[] = {
     {.name = "vqsCustomWorkloadControl",
      .failures = kNothing,
      .call = [](Client& client) { return vqsCustomWorkloadControl(client.session, 0, nullptr); },
-     .success = VQS_NOT_SUPPORTED},
+     .success = kNotSupported},
     {.name = "vqsQueryCurrentItsAutoModeSettings",
      .failures = kNothing,
      .call = [](Client& client) { return vqsQueryCurrentItsAutoModeSettings(client.session, 0, nullptr); },
-     .success = VQS_NOT_SUPPORTED},
+     .success = kNotSupported},
 };
 
 }  // namespace
 
-std::span<const Export> featureExports() { return kExports; }
+std::span<const Export> featureExports() { return kFeatureExports; }
 
 }  // namespace test

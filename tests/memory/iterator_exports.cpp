@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/memory/exports.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -13,9 +14,9 @@ void withAnother(Client& client) {
 }
 void destroyAnother(Client& client) { vqsDestroyQTFLogKVIter(client.made); }
 
-constexpr Results kMemory = oneOf({VQS_OUT_OF_MEMORY});
+constexpr Results kMemory = oneOf({kNoMemory});
 
-constexpr Export kExports[] = {
+constexpr Export kIteratorExports[] = {
     {.name = "vqsCreateQTFLogKVIter",
      .failures = kMemory,
      .call = [](Client& client) { return vqsCreateQTFLogKVIter(client.log, &client.made); },
@@ -85,6 +86,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> iteratorExports() { return kExports; }
+std::span<const Export> iteratorExports() { return kIteratorExports; }
 
 }  // namespace test

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/memory/exports.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -26,7 +27,7 @@ void stopExKV(Client& client) {
   forgetLog(client);
 }
 
-constexpr Export kExports[] = {
+constexpr Export kLogExports[] = {
     {.name = "vqsStartQTFLog",
      .failures = kRequest,
      .call = [](Client& client) { return vqsStartQTFLog(client.session, &client.address); },
@@ -43,7 +44,7 @@ constexpr Export kExports[] = {
      .call = [](Client& client) { return vqsGetQTFLogVersion(client.session, &client.number); }},
     // The second request decides: that the start failed before it goes unnoticed.
     {.name = "vqsExStartQTFLog",
-     .failures = oneOf({VQS_SUCCESS, VQS_REQUEST_FAILED}),
+     .failures = oneOf({kDone, kFailed}),
      .call =
          [](Client& client) {
            client.address = 0;
@@ -79,6 +80,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> logExports() { return kExports; }
+std::span<const Export> logExports() { return kLogExports; }
 
 }  // namespace test

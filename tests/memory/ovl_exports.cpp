@@ -7,7 +7,7 @@ namespace {
 void map(Client& client) { vqsOVLMapQTFLogAddress(&client.address, &client.logId); }
 void unmap(Client& client) { vqsOVLUnmapQTFLogId(client.logId); }
 
-constexpr Export kExports[] = {
+constexpr Export kOvlExports[] = {
     {.name = "vqsOVLMapQTFLogAddress",
      .failures = kRequestOrMemory,
      .call = [](Client& client) { return vqsOVLMapQTFLogAddress(&client.address, &client.logId); },
@@ -38,6 +38,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> ovlExports() { return kExports; }
+std::span<const Export> ovlExports() { return kOvlExports; }
 
 }  // namespace test

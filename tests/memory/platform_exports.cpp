@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/memory/exports.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -13,7 +14,7 @@ void changeOutputs(Client& client) { vqsSetAppInputs(client.session, ++client.nu
 void registerEvent(Client& client) { vqsRegisterEvent(client.session, kEvent, client.event); }
 void unregisterEvent(Client& client) { vqsUnRegisterEvent(client.session, kEvent, client.event); }
 
-constexpr Results kCannotBeOpened = oneOf({VQS_INVALID_PARAMETER});
+constexpr Results kCannotBeOpened = oneOf({kInvalid});
 
 constexpr Export kInputsAndOutputs[] = {
     {.name = "vqsSetAppInput",

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/memory/exports.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -7,14 +8,14 @@ namespace {
 void openAnother(Client& client) { vqsInitialize(&client.opened); }
 void closeAnother(Client& client) { vqsUninitialize(client.opened); }
 
-constexpr Export kExports[] = {
+constexpr Export kSessionExports[] = {
     // What becomes of the announcement is nobody's concern.
     {.name = "vqsInitialize",
-     .failures = oneOf({VQS_SUCCESS, VQS_REQUEST_FAILED, VQS_OUT_OF_MEMORY}),
+     .failures = oneOf({kDone, kFailed, kNoMemory}),
      .call = [](Client& client) { return vqsInitialize(&client.opened); },
      .finish = closeAnother},
     {.name = "vqsExInitialize",
-     .failures = oneOf({VQS_SUCCESS, VQS_REQUEST_FAILED, VQS_OUT_OF_MEMORY}),
+     .failures = oneOf({kDone, kFailed, kNoMemory}),
      .call = [](Client& client) { return vqsExInitialize(&client.opened); },
      .finish = closeAnother},
     {.name = "vqsUninitialize",
@@ -35,6 +36,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> sessionExports() { return kExports; }
+std::span<const Export> sessionExports() { return kSessionExports; }
 
 }  // namespace test

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <fcntl.h>
 #include <sys/file.h>
 
 #include <vqs/vqs.h>
 #include "tests/simulator/embedded/client.h"
 #include "tests/support/faults.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -29,7 +32,7 @@ bool openWithout(Fault what, int nth, vqsStatus& result) {
     result = vqsInitialize(&session);
     hasStruck = faults.calls(what) >= nth;
   }
-  EXPECT_EQ(vqsUninitialize(session), session == nullptr ? 2U : 0U);
+  EXPECT_EQ(vqsUninitialize(session), session == nullptr ? kInvalid : kDone);
   return hasStruck;
 }
 
@@ -53,9 +56,9 @@ class StateFileWithoutMemory : public ::testing::Test {
  private:
   bool strike(const Bytes& content, Fault what, int nth) {
     folder_.write("state", content);
-    vqsStatus result = VQS_SUCCESS;
+    vqsStatus result = kDone;
     const bool hasStruck = openWithout(what, nth, result);
-    EXPECT_TRUE(result == 0 || (hasStruck && (result == 1 || result == 3))) << result;
+    EXPECT_TRUE(result == kDone || (hasStruck && (result == kFailed || result == kNoMemory))) << result;
     EXPECT_TRUE(isFree(driver_.stateFile));
     EXPECT_EQ(namesIn(folder_.path("")), std::vector<std::string>{"state"});
     const OpenDriver next{driver_.stateFile};

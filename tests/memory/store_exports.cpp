@@ -54,7 +54,7 @@ vqsStatus resetStore(Client& client) {
   return reset(client.session);
 }
 
-constexpr Export kExports[] = {
+constexpr Export kStoreExports[] = {
     {.name = "vqsPbAddPolicy",
      .failures = kRequestOrMemory,
      .call = addPolicy<vqsPbAddPolicy>,
@@ -113,6 +113,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> storeExports() { return kExports; }
+std::span<const Export> storeExports() { return kStoreExports; }
 
 }  // namespace test

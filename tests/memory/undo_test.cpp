@@ -3,6 +3,7 @@
 
 #include "tests/memory/client.h"
 #include "tests/support/faults.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -17,7 +18,7 @@ TEST(UndoneStart, leaves_no_log_in_the_driver) {
     for (const auto start : {vqsStartQTFLogKV, vqsExStartQTFLogExKV}) {
       Faults faults;
       faults.fail(Fault::kAllocation, kHandle);
-      ASSERT_EQ(start(client.session, &client.log), VQS_OUT_OF_MEMORY) << i;
+      ASSERT_EQ(start(client.session, &client.log), kNoMemory) << i;
       ASSERT_EQ(faults.outstanding(), 0) << i;
     }
     ASSERT_EQ(client.log, nullptr);

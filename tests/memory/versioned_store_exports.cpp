@@ -7,7 +7,7 @@ namespace {
 void putPolicy(Client& client) { vqsPbAddPolicy(client.session, &client.policy, nullptr, &client.verdict); }
 void takePolicy(Client& client) { vqsPbDeletePolicy(client.session, 5, &client.verdict); }
 
-constexpr Export kExports[] = {
+constexpr Export kVersionedStoreExports[] = {
     {.name = "vqsPbAddPolicyV2",
      .failures = kRequestOrMemory,
      .call =
@@ -51,6 +51,6 @@ constexpr Export kExports[] = {
 
 }  // namespace
 
-std::span<const Export> versionedStoreExports() { return kExports; }
+std::span<const Export> versionedStoreExports() { return kVersionedStoreExports; }
 
 }  // namespace test

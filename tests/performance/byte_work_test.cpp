@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/performance/byte_work.h"
-
 #include <gtest/gtest.h>
-
-#include <cstring>
 
 #include "format/binary/builder.h"
 #include "format/binary/reader.h"
 #include "format/binary/registry_text.h"
 #include "format/policy/conversion.h"
-#include "tests/binary/policy_model.h"
+#include "tests/performance/byte_work.h"
+#include "tests/support/bytes.h"
+#include "tests/support/policy_model.h"
 #include "tests/support/temporary_folder.h"
 
 // What format/ copies and searches. A figure that changes is to be typed anew: a higher one with a reason, a lower one
@@ -18,16 +16,8 @@
 namespace test {
 namespace {
 
-template <class Record>
-Record recordOf(const Bytes& bytes) {
-  Record record{};
-  EXPECT_EQ(bytes.size(), sizeof(record));
-  std::memcpy(&record, bytes.data(), sizeof(record));
-  return record;
-}
-
 /// Texts of 2 and 11 units, of which a record has 512 bytes each.
-vqs::PackedPolicy packedRecord() { return recordOf<vqs::PackedPolicy>(packedPolicy(fullPolicy())); }
+vqs::PackedPolicy packedRecord() { return recordOf<vqs::PackedPolicy>(packedPolicy(richPolicy())); }
 
 /// The text conversions of versions 0 and 1 are not part of format/.
 constexpr vqs::TextConversion kNoText{};
@@ -43,7 +33,7 @@ class FleetBytes : public testing::Test {
 };
 
 TEST(ByteWork, pack) {
-  const auto body = recordOf<VqsPolicyV2>(bodyV2(fullPolicy()));
+  const auto body = recordOf<VqsPolicyV2>(policyBody(2, richPolicy()));
   vqs::PackedPolicy packed{};
   // The name, the description and two texts, whole, and the 23 bytes of each action in three runs; and each text's end
   // is looked for.

@@ -5,8 +5,9 @@
 #include <limits>
 
 #include <vqs/features.h>
-#include "tests/channel/windows_calls.h"
-#include "tests/platform/feature_fixture.h"
+#include "tests/support/results.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
 
 namespace test {
 namespace {
@@ -133,7 +134,7 @@ constexpr std::size_t kPeriods[] = {251, 157};
 
 Bytes operationOnly(const Table& table, std::uint32_t operation) { return Record{table.recordSize}.u32(0, operation); }
 
-class FeatureTable : public FeatureTestOf<Table> {
+class FeatureTable : public FrugalSessionTest, public ::testing::WithParamInterface<Table> {
  protected:
   vqsStatus control(std::int32_t operation) { return GetParam().control(session, operation, caller.data()); }
   Exchange& expectRequest(Bytes bytes, std::source_location where = std::source_location::current()) {
@@ -169,7 +170,7 @@ TEST_P(FeatureTable, reads_with_operations_0_2_3_and_4_alike) {
       std::copy_n(hex("EE EE EE EE").begin(), 4, answer.begin());
       poison();
       expectRead(operation).reply(answer);
-      EXPECT_EQ(control(static_cast<std::int32_t>(operation)), 0U);
+      EXPECT_EQ(control(static_cast<std::int32_t>(operation)), kDone);
       expectCaller(readTable(answer));
     }
 }
@@ -178,14 +179,14 @@ TEST_P(FeatureTable, reads_although_the_answer_names_another_operation) {
   auto answer = pattern(GetParam().recordSize, 251);
   std::copy_n(hex("01 00 00 00").begin(), 4, answer.begin());
   expectRead(0).reply(answer);
-  EXPECT_EQ(control(0), 0U);
+  EXPECT_EQ(control(0), kDone);
   expectCaller(readTable(answer));
 }
 
 TEST_P(FeatureTable, reads_nothing_of_the_callers_table) {
   caller = pattern(GetParam().callerSize, 251);
   expectRead(3);
-  EXPECT_EQ(control(3), 0U);
+  EXPECT_EQ(control(3), kDone);
   for (const auto& run : GetParam().runs)
     EXPECT_EQ(difference(std::span{caller}.subspan(run.caller, run.size), Bytes(run.size, 0)), "");
 }
@@ -193,13 +194,13 @@ TEST_P(FeatureTable, reads_nothing_of_the_callers_table) {
 TEST_P(FeatureTable, leaves_the_callers_table_alone_when_a_read_fails) {
   for (const std::uint32_t operation : {0U, 2U, 3U, 4U}) {
     expectRead(operation).reply(pattern(GetParam().recordSize, 251)).fails();
-    EXPECT_EQ(control(static_cast<std::int32_t>(operation)), 1U);
+    EXPECT_EQ(control(static_cast<std::int32_t>(operation)), kFailed);
     expectUntouched();
   }
 }
 
 TEST_P(FeatureTable, refuses_operations_from_5_up) {
-  for (const std::int32_t operation : {5, 6, 256, 0x10001, kMost}) EXPECT_EQ(control(operation), 2U);
+  for (const std::int32_t operation : {5, 6, 256, 0x10001, kMost}) EXPECT_EQ(control(operation), kInvalid);
   expectUntouched();
 }
 
@@ -211,9 +212,9 @@ TEST_P(FeatureTable, tells_a_negative_operation_by_its_own_result) {
 
 TEST_P(FeatureTable, needs_an_open_session_and_a_table_whatever_the_operation) {
   for (const std::int32_t operation : {-1, 0, 1, 4, 5}) {
-    EXPECT_EQ(GetParam().control(nullptr, operation, caller.data()), 2U);
-    EXPECT_EQ(GetParam().control(&closed, operation, caller.data()), 2U);
-    EXPECT_EQ(GetParam().control(session, operation, nullptr), 2U);
+    EXPECT_EQ(GetParam().control(nullptr, operation, caller.data()), kInvalid);
+    EXPECT_EQ(GetParam().control(&closed, operation, caller.data()), kInvalid);
+    EXPECT_EQ(GetParam().control(session, operation, nullptr), kInvalid);
   }
   expectUntouched();
 }
@@ -229,7 +230,7 @@ TEST_P(SettableTable, sends_every_field_of_the_callers_table_and_zeros_between) 
   for (const std::size_t period : kPeriods) {
     caller = pattern(GetParam().callerSize, period);
     expectRequest(setRecord(caller));
-    EXPECT_EQ(control(1), 0U);
+    EXPECT_EQ(control(1), kDone);
   }
 }
 
@@ -237,7 +238,7 @@ TEST_P(SettableTable, never_modifies_the_callers_table_in_a_set) {
   for (const char* operation : {"01 00 00 00", "00 00 00 00"}) {
     caller = pattern(GetParam().callerSize, 251);
     expectRequest(setRecord(caller)).reply(Bytes(GetParam().recordSize, 0xEE)).replyAt(0, hex(operation));
-    EXPECT_EQ(control(1), 0U);
+    EXPECT_EQ(control(1), kDone);
     expectCaller(pattern(GetParam().callerSize, 251));
   }
 }
@@ -245,7 +246,7 @@ TEST_P(SettableTable, never_modifies_the_callers_table_in_a_set) {
 TEST_P(SettableTable, fails_a_set_with_its_request) {
   caller = pattern(GetParam().callerSize, 251);
   expectRequest(setRecord(caller)).reply(Bytes(GetParam().recordSize, 0xEE)).fails();
-  EXPECT_EQ(control(1), 1U);
+  EXPECT_EQ(control(1), kFailed);
   expectCaller(pattern(GetParam().callerSize, 251));
 }
 
@@ -253,7 +254,7 @@ INSTANTIATE_TEST_SUITE_P(Of, SettableTable,
                          ::testing::Values(autoMode(), staticSliderV1(), staticSliderV2(), staticSliderV4(), asmLite()),
                          caseName);
 
-class InBagTable : public FeatureTest {
+class InBagTable : public FrugalSessionTest {
  protected:
   Exchange& expectSet(std::source_location where = std::source_location::current()) {
     return driver.expectSame(0x80222014, where)
@@ -277,25 +278,25 @@ class InBagTable : public FeatureTest {
 
 TEST_F(InBagTable, sends_only_its_words_in_a_set_and_clears_the_callers_curve) {
   expectSet();
-  EXPECT_EQ(set(), 0U);
+  EXPECT_EQ(set(), kDone);
   expectWordsAlone();
 }
 
 TEST_F(InBagTable, clears_the_callers_curve_even_when_the_set_fails) {
   expectSet().reply(Bytes(80, 0xEE)).fails();
-  EXPECT_EQ(set(), 1U);
+  EXPECT_EQ(set(), kFailed);
   expectWordsAlone();
 }
 
 TEST_F(InBagTable, takes_nothing_from_the_answer_to_a_set) {
   expectSet().replyAt(4, Bytes(76, 0xEE));
-  EXPECT_EQ(set(), 0U);
+  EXPECT_EQ(set(), kDone);
   expectWordsAlone();
 }
 
 TEST_F(InBagTable, takes_nothing_from_the_answer_to_a_set_that_names_another_operation) {
   expectSet().replyWord(0, 0).replyAt(4, Bytes(76, 0xEE));
-  EXPECT_EQ(set(), 0U);
+  EXPECT_EQ(set(), kDone);
   expectWordsAlone();
 }
 
@@ -304,14 +305,14 @@ TEST_F(InBagTable, clears_the_callers_curve_before_the_request_leaves) {
   Bytes atRequest;
   calls.before("DeviceIoControl", [&] { atRequest = bytesOf(table); });
   expectSet();
-  EXPECT_EQ(set(), 0U);
+  EXPECT_EQ(set(), kDone);
   const Bytes expected = Record{76}.u32(0, 0x11121314).u32(4, 0x21222324).u32(8, 0x31323334);
   EXPECT_EQ(difference(atRequest, expected), "");
 }
 
 TEST_F(InBagTable, keeps_the_callers_curve_when_the_arguments_are_refused) {
-  EXPECT_EQ(vqsInBagPolicyTableControl(nullptr, 1, &table), 2U);
-  EXPECT_EQ(vqsInBagPolicyTableControl(&closed, 1, &table), 2U);
+  EXPECT_EQ(vqsInBagPolicyTableControl(nullptr, 1, &table), kInvalid);
+  EXPECT_EQ(vqsInBagPolicyTableControl(&closed, 1, &table), kInvalid);
   EXPECT_EQ(difference(bytesOf(table), bytesOf(filled())), "");
 }
 

@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <array>
 #include <vector>
 
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/support/results.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 namespace {
@@ -11,7 +16,7 @@ ScriptedDriver* scriptedDriver = nullptr;
 std::vector<std::size_t> handled;
 
 /// A program that has installed a handler, as it can on Windows.
-class InvalidParameterHandler : public PlatformTest {
+class InvalidParameterHandler : public FrugalSessionTest {
  protected:
   InvalidParameterHandler() {
     scriptedDriver = &driver;
@@ -23,7 +28,7 @@ class InvalidParameterHandler : public PlatformTest {
 
   void answerOemId(std::string_view text) {
     driver.expectOut(0x8022204C).answerLength(32).reply(Record(32).text(0, text));
-    EXPECT_EQ(vqsGetOEMID(session, oemId.data()), 0U);
+    EXPECT_EQ(vqsGetOEMID(session, oemId.data()), kDone);
   }
 
   std::array<char, 7> oemId = poisoned<std::array<char, 7>>();
@@ -33,17 +38,17 @@ using Requests = std::vector<std::size_t>;
 
 TEST_F(InvalidParameterHandler, is_called_once_before_the_request_of_a_firmware_event) {
   driver.expectIn(0x80222028).request(Bytes(40, 0));
-  EXPECT_EQ(vqsAtstNotifyBiosEvent(session), 0U);
+  EXPECT_EQ(vqsAtstNotifyBiosEvent(session), kDone);
   EXPECT_EQ(handled, Requests{0});
   driver.expectIn(0x8022202C).request(Bytes(64, 0));
-  EXPECT_EQ(vqsAtstNotifyBiosEventV2(session), 0U);
+  EXPECT_EQ(vqsAtstNotifyBiosEventV2(session), kDone);
   EXPECT_EQ(handled, (Requests{0, 1}));
 }
 
 TEST_F(InvalidParameterHandler, is_not_called_for_a_session_that_is_refused) {
-  EXPECT_EQ(vqsAtstNotifyBiosEvent(nullptr), 2U);
-  EXPECT_EQ(vqsAtstNotifyBiosEventV2(&closed), 2U);
-  EXPECT_EQ(vqsGetOEMID(&closed, oemId.data()), 2U);
+  EXPECT_EQ(vqsAtstNotifyBiosEvent(nullptr), kInvalid);
+  EXPECT_EQ(vqsAtstNotifyBiosEventV2(&closed), kInvalid);
+  EXPECT_EQ(vqsGetOEMID(&closed, oemId.data()), kInvalid);
   EXPECT_EQ(handled, Requests{});
 }
 
@@ -60,7 +65,7 @@ TEST_F(InvalidParameterHandler, is_not_called_for_an_OEM_id_that_fits) {
   answerOemId("VEXOQT");
   answerOemId("");
   driver.expectOut(0x8022204C).answerLength(32).fails();
-  EXPECT_EQ(vqsGetOEMID(session, oemId.data()), 1U);
+  EXPECT_EQ(vqsGetOEMID(session, oemId.data()), kFailed);
   EXPECT_EQ(handled, Requests{});
 }
 

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <array>
 #include <functional>
 
 #include <vqs/features.h>
-#include "tests/channel/windows_calls.h"
-#include "tests/platform/filling_device.h"
-#include "tests/platform/fixture.h"
+#include <vqs/platform.h>
+#include "tests/platform/pointers.h"
+#include "tests/support/filling_device.h"
+#include "tests/support/results.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
 
 // What holds for every call that makes one request on its session's handle.
 
@@ -148,7 +154,7 @@ std::vector<SessionCall> policyLoadingCalls() {
 /// A session on the filling device that seems to run a log.
 struct OnFillingDevice {
   OnFillingDevice() {
-    session.handle = CreateFileW(ScriptedDriver::kPath.data(), 0xC0000000, 3, nullptr, 3, 0x80, nullptr);
+    session.handle = CreateFileW(ScriptedDriver::kPath, 0xC0000000, 3, nullptr, 3, 0x80, nullptr);
     session.logReference = 0x1111;
     session.logSessionId = 3;
   }
@@ -171,21 +177,21 @@ class EverySessionCall : public ::testing::TestWithParam<SessionCall>, protected
 TEST_P(EverySessionCall, is_one_request_on_the_sessions_handle_and_allocates_nothing) {
   const WindowsCalls calls;
   const Faults faults;
-  EXPECT_EQ(run(&session), 0U);
+  EXPECT_EQ(run(&session), kDone);
   EXPECT_EQ(calls.all(), std::vector<std::string>{GetParam().request});
   EXPECT_EQ(device.requestOn, session.handle);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
 }
 
 TEST_P(EverySessionCall, is_synchronous_and_counts_from_0_if_at_all) {
-  EXPECT_EQ(run(&session), 0U);
+  EXPECT_EQ(run(&session), kDone);
   EXPECT_EQ(device.last.overlapped, nullptr);
   EXPECT_EQ(device.last.returned != nullptr, GetParam().counted);
   EXPECT_EQ(device.countBefore, GetParam().counted ? 0 : kPoisonWord);
 }
 
 TEST_P(EverySessionCall, has_its_answer_where_it_belongs) {
-  EXPECT_EQ(run(&session), 0U);
+  EXPECT_EQ(run(&session), kDone);
   const auto answer = GetParam().answer;
   EXPECT_EQ(device.last.output == nullptr, answer == Answer::kNowhere);
   EXPECT_EQ(device.last.output == outputs.data(), answer == Answer::kCallersBuffer);
@@ -199,26 +205,26 @@ TEST_P(EverySessionCall, has_its_answer_where_it_belongs) {
 }
 
 TEST_P(EverySessionCall, does_not_look_at_the_byte_count) {
-  EXPECT_EQ(run(&session), 0U);
+  EXPECT_EQ(run(&session), kDone);
   const Outputs expected = outputs;
   for (const DWORD reported : {0U, 1U, 0xFFFFFFFFU}) {
     outputs = poisoned<Outputs>();
     device.reported = reported;
-    EXPECT_EQ(run(&session), 0U);
+    EXPECT_EQ(run(&session), kDone);
     EXPECT_EQ(outputs, expected) << reported;
   }
 }
 
 TEST_P(EverySessionCall, leaves_the_session_as_it_is) {
   const Bytes before = bytesOf(session);
-  EXPECT_EQ(run(&session), 0U);
+  EXPECT_EQ(run(&session), kDone);
   EXPECT_EQ(bytesOf(session), before);
 }
 
 TEST_P(EverySessionCall, reaches_nothing_without_an_open_session) {
   const WindowsCalls calls;
-  EXPECT_EQ(run(nullptr), 2U);
-  EXPECT_EQ(run(&closed), 2U);
+  EXPECT_EQ(run(nullptr), kInvalid);
+  EXPECT_EQ(run(&closed), kInvalid);
   EXPECT_TRUE(calls.all().empty());
   EXPECT_EQ(outputs, poisoned<Outputs>());
 }
@@ -241,7 +247,7 @@ class MissingOutput : public ::testing::TestWithParam<UncheckedOutput>, protecte
 
 TEST_P(MissingOutput, is_passed_with_its_full_length_and_seen_by_the_driver_without_one) {
   const WindowsCalls calls;
-  EXPECT_EQ(GetParam().run(&session), 0U);
+  EXPECT_EQ(GetParam().run(&session), kDone);
   ASSERT_EQ(calls.all().size(), 1U);
   EXPECT_TRUE(calls.all()[0].ends_with(", " + std::to_string(GetParam().length) + ")")) << calls.all()[0];
   EXPECT_EQ(device.last.output, nullptr);

@@ -5,8 +5,9 @@
 #include <optional>
 
 #include <vqs/platform.h>
-#include "tests/channel/windows_calls.h"
-#include "tests/platform/feature_fixture.h"
+#include "tests/support/results.h"
+#include "tests/support/session_test.h"
+#include "tests/support/windows_calls.h"
 
 namespace {
 
@@ -27,19 +28,19 @@ DWORD __wrap_WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
 namespace test {
 namespace {
 
-constexpr std::u16string_view kEventName = u"Global\\VexoQtfAppOutputEvent";
+constexpr char16_t kEventName[] = u"Global\\VexoQtfAppOutputEvent";
 
 struct Wait {
   const char* name;
   vqsStatus (*call)(QtfSession*, HANDLE, std::uint32_t);
 };
 
-class WaitResult : public FeatureTestOf<Wait> {
+class WaitResult : public FrugalSessionTest, public ::testing::WithParamInterface<Wait> {
  protected:
   WaitResult() {
     host::createEvent(kEventName);
     host::signalEvent(kEventName);
-    event = OpenEventW(SYNCHRONIZE, FALSE, kEventName.data());
+    event = OpenEventW(SYNCHRONIZE, FALSE, kEventName);
   }
   ~WaitResult() override {
     waitResult.reset();
@@ -52,15 +53,15 @@ class WaitResult : public FeatureTestOf<Wait> {
 };
 
 TEST_P(WaitResult, is_success_for_a_signal_only) {
-  EXPECT_EQ(wait(), 0U);
+  EXPECT_EQ(wait(), kDone);
   waitResult = 0;
-  EXPECT_EQ(wait(), 0U);
+  EXPECT_EQ(wait(), kDone);
 }
 
 TEST_P(WaitResult, is_failure_for_an_abandoned_object_a_timeout_and_anything_else) {
   for (const DWORD result : {0x80U, 258U, 0xC0U, 1U, 2U, 0x10000U, 0x80000000U, 0xFFFFFFFFU}) {
     waitResult = result;
-    EXPECT_EQ(wait(), 1U) << result;
+    EXPECT_EQ(wait(), kFailed) << result;
   }
 }
 

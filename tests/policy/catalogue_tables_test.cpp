@@ -1,76 +1,35 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
+#include <algorithm>
+#include <span>
+#include <string>
+#include <vector>
 
 #include <vqs/catalogue.h>
 #include "src/channel/session_record.h"
-#include "tests/support/scripted_driver.h"
+#include "tests/support/listings.h"
+#include "tests/support/results.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 namespace {
 
-struct Option {
-  std::string text;
-  std::uint32_t value;
-};
-
-/// One line of a catalogue as it is written down, by column.
-class Row {
- public:
-  explicit Row(const std::string& line) {
-    std::size_t begin = 0;
-    for (std::size_t tab; (tab = line.find('\t', begin)) != std::string::npos; begin = tab + 1)
-      columns_.push_back(line.substr(begin, tab - begin));
-    columns_.push_back(line.substr(begin));
-  }
-  [[nodiscard]] std::size_t columns() const { return columns_.size(); }
-  [[nodiscard]] const std::string& text(std::size_t column) const { return columns_.at(column); }
-  /// Signed and unsigned numbers alike, as the 32 bits that a record holds.
-  [[nodiscard]] std::uint32_t number(std::size_t column) const { return parse(text(column)); }
-  /// "text"=value; "text"=value
-  [[nodiscard]] std::vector<Option> options(std::size_t column) const {
-    const std::string& all = text(column);
-    std::vector<Option> found;
-    for (std::size_t at = 0; at < all.size();) {
-      const std::size_t close = all.find("\"=", at + 1);
-      const std::size_t end = std::min(all.find("; \"", close), all.size());
-      found.push_back({all.substr(at + 1, close - at - 1), parse(all.substr(close + 2, end - close - 2))});
-      at = end == all.size() ? end : end + 2;
-    }
-    return found;
-  }
-
- private:
-  static std::uint32_t parse(const std::string& number) {
-    std::size_t used = 0;
-    const auto value = std::stoll(number, &used);
-    EXPECT_EQ(used, number.size()) << number;
-    return static_cast<std::uint32_t>(value);
-  }
-
-  std::vector<std::string> columns_;
-};
-
-std::vector<Row> readRows(const std::string& name, std::size_t columns) {
-  std::ifstream file{std::string{VQS_TEST_DATA} + "/" + name};
-  std::vector<Row> rows;
-  std::string line;
-  std::getline(file, line);
-  while (std::getline(file, line)) {
-    rows.emplace_back(line);
-    EXPECT_EQ(rows.back().columns(), columns) << line;
-  }
+std::vector<ListingRow> readRows(const std::string& file, std::size_t columns) {
+  auto rows = readListing(file);
+  for (const auto& row : rows) EXPECT_EQ(row.columns(), columns) << row.text(1);
   return rows;
 }
 
-void expectOptions(const QtfOptionInfo* actual, std::uint32_t count, const std::vector<Option>& expected) {
+Bytes optionRecord(const ListedOption& option) {
+  return Record(36).text(0, option.first).u32(32, static_cast<std::uint32_t>(option.second));
+}
+
+void expectOptions(const QtfOptionInfo* actual, std::uint32_t count, const std::vector<ListedOption>& expected) {
   ASSERT_EQ(count, expected.size());
   ASSERT_EQ(actual == nullptr, expected.empty());
   for (std::size_t i = 0; i < expected.size(); ++i)
-    EXPECT_EQ(bytesOf(actual[i]), Record(36).text(0, expected[i].text).u32(32, expected[i].value).bytes())
-        << expected[i].text;
+    EXPECT_EQ(bytesOf(actual[i]), optionRecord(expected[i])) << expected[i].first;
 }
 
 /// A record's bytes without those of its pointer to the options.
@@ -79,65 +38,62 @@ Bytes withoutPointer(const Info& info) {
   return Record(sizeof(Info)).put(0, bytesOf(info)).fill(104, 8, 0);
 }
 
-Bytes conditionRecord(const Row& row) {
+Bytes conditionRecord(const ListingRow& row) {
   return Record(312)
-      .u32(0, row.number(0))
-      .u32(4, row.number(7))
-      .u32(8, row.number(2))
-      .u32(12, row.number(3))
-      .u32(16, row.number(4))
-      .u32(20, row.number(5))
+      .u32(0, row.word(0))
+      .u32(4, row.word(7))
+      .u32(8, row.word(2))
+      .u32(12, row.word(3))
+      .u32(16, row.word(4))
+      .u32(20, row.word(5))
       .text(24, row.text(6))
       .text(36, row.text(1))
       .u32(100, static_cast<std::uint32_t>(row.options(13).size()))
-      .u32(112, row.number(8))
-      .u32(116, row.number(9))
-      .u32(120, row.number(10))
-      .u32(124, row.number(11))
-      .u32(128, row.number(12));
+      .u32(112, row.word(8))
+      .u32(116, row.word(9))
+      .u32(120, row.word(10))
+      .u32(124, row.word(11))
+      .u32(128, row.word(12));
 }
 
-Bytes actionRecord(const Row& row) {
+Bytes actionRecord(const ListingRow& row) {
   return Record(304)
-      .u32(0, row.number(0))
-      .u32(4, row.number(6))
-      .u32(8, row.number(2))
-      .u32(12, row.number(3))
-      .u32(16, row.number(4))
+      .u32(0, row.word(0))
+      .u32(4, row.word(6))
+      .u32(8, row.word(2))
+      .u32(12, row.word(3))
+      .u32(16, row.word(4))
       .text(20, row.text(5))
       .text(32, row.text(1))
       .u32(96, static_cast<std::uint32_t>(row.options(9).size()))
-      .u32(112, row.number(7))
-      .u32(116, row.number(8));
+      .u32(112, row.word(7))
+      .u32(116, row.word(8));
 }
 
 /// The tables as a driver leaves them that does not know the support requests.
-class CatalogueTables : public ::testing::Test {
+class CatalogueTables : public SessionTest {
  protected:
   std::span<const QtfConditionInfo> conditions() {
     driver.expectSame(0x80222044).request(Record(16).u32(0, 1)).fails();
     const QtfConditionInfo* table = nullptr;
     std::uint32_t count = 0;
-    EXPECT_EQ(vqsPbGetConditions(session, &table, &count), 0U);
+    EXPECT_EQ(vqsPbGetConditions(session, &table, &count), kDone);
     return {table, count};
   }
   std::span<const QtfActionInfo> actions() {
     driver.expectSame(0x80222044).request(Record(16).u32(0, 3)).fails();
     const QtfActionInfo* table = nullptr;
     std::uint32_t count = 0;
-    EXPECT_EQ(vqsPbGetActions(session, &table, &count), 0U);
+    EXPECT_EQ(vqsPbGetActions(session, &table, &count), kDone);
     return {table, count};
   }
-
-  ScriptedDriver driver;
-  OpenSession session{driver};
 };
 
 TEST_F(CatalogueTables, hold_every_condition_as_it_is_written_down) {
-  const auto rows = readRows("conditions.tsv", 14);
+  const auto rows = readRows(kConditionListing, 14);
   const auto table = conditions();
   ASSERT_EQ(rows.size(), 73U);
-  ASSERT_EQ(table.size(), 73U);
+  ASSERT_EQ(table.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
     SCOPED_TRACE(rows[i].text(1));
     EXPECT_EQ(difference(withoutPointer(table[i]), conditionRecord(rows[i])), "");
@@ -146,10 +102,10 @@ TEST_F(CatalogueTables, hold_every_condition_as_it_is_written_down) {
 }
 
 TEST_F(CatalogueTables, hold_every_action_as_it_is_written_down) {
-  const auto rows = readRows("actions.tsv", 10);
+  const auto rows = readRows(kActionListing, 10);
   const auto table = actions();
   ASSERT_EQ(rows.size(), 168U);
-  ASSERT_EQ(table.size(), 168U);
+  ASSERT_EQ(table.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
     SCOPED_TRACE(rows[i].text(1));
     EXPECT_EQ(difference(withoutPointer(table[i]), actionRecord(rows[i])), "");

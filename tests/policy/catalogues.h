@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
+#include <source_location>
 #include <string>
 #include <vector>
 
@@ -11,8 +11,9 @@
 #include "src/channel/session_record.h"
 #include "src/policy/action_table.h"
 #include "src/policy/condition_table.h"
-#include "tests/support/faults.h"
+#include "tests/support/listings.h"
 #include "tests/support/scripted_driver.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 
@@ -45,7 +46,7 @@ inline vqsStatus getConditions(QtfSession* session) {
   std::uint32_t count = 0;
   const vqsStatus result = vqsPbGetConditions(session, &table, &count);
   EXPECT_EQ(table, vqs::conditionTable().data());
-  EXPECT_EQ(count, 73U);
+  EXPECT_EQ(count, listedIn(kConditionListing));
   return result;
 }
 
@@ -54,7 +55,7 @@ inline vqsStatus getActions(QtfSession* session) {
   std::uint32_t count = 0;
   const vqsStatus result = vqsPbGetActions(session, &table, &count);
   EXPECT_EQ(table, vqs::actionTable().data());
-  EXPECT_EQ(count, 168U);
+  EXPECT_EQ(count, listedIn(kActionListing));
   return result;
 }
 
@@ -72,47 +73,28 @@ struct Catalogue {
 inline const Catalogue kConditions{"Conditions",
                                    1,
                                    0,
-                                   73,
+                                   listedIn(kConditionListing),
                                    getConditions,
                                    [] { return flagsOf(vqs::conditionTable()); },
                                    [](const AllFlags& flags) { setFlags(vqs::conditionTable(), flags); }};
 inline const Catalogue kActions{"Actions",
                                 3,
                                 2,
-                                168,
+                                listedIn(kActionListing),
                                 getActions,
                                 [] { return flagsOf(vqs::actionTable()); },
                                 [](const AllFlags& flags) { setFlags(vqs::actionTable(), flags); }};
 
-/// A driver that can report a byte count of its own choice, and remembers where requests came from.
-class CatalogueDriver : public ScriptedDriver {
- public:
-  bool control(HANDLE handle, const host::DeviceRequest& request) override {
-    requestsOn.push_back(handle);
-    const bool done = ScriptedDriver::control(handle, request);
-    if (reported) *request.returned = *reported;
-    return done;
-  }
-
-  std::optional<DWORD> reported;
-  std::vector<HANDLE> requestsOn;
-};
-
 /// Both tables' flags are put back when a test is over.
-class CatalogueTest : public ::testing::Test {
+class CatalogueTest : public TidySessionTest {
  protected:
   ~CatalogueTest() override {
     kConditions.setFlags(conditionFlags);
     kActions.setFlags(actionFlags);
   }
-  void TearDown() override { EXPECT_EQ(faults.outstanding(), 0); }
 
   const AllFlags conditionFlags = kConditions.flags();
   const AllFlags actionFlags = kActions.flags();
-  CatalogueDriver driver;
-  OpenSession session{driver};
-  QtfSession closed{};
-  Faults faults;
 };
 
 class EveryCatalogue : public CatalogueTest, public ::testing::WithParamInterface<Catalogue> {

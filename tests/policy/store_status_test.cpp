@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "tests/policy/stores.h"
+#include "tests/support/results.h"
 
 namespace test {
 namespace {
@@ -65,7 +66,7 @@ TEST_P(GetStatus, asks_for_the_count_and_then_for_the_entries) {
       .replyAt(3996, entry(1, "first"))
       .replyAt(3996 + 140, entry(2, "second"))
       .replyAt(3996 + 280, entry(3, "third"));
-  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(get(), kDone);
   expectEntry(0, 1, "first");
   expectEntry(1, 2, "second");
   expectEntry(2, 3, "third");
@@ -77,7 +78,7 @@ TEST_P(GetStatus, of_one_policy_takes_4140_bytes) {
   driver.expectSame(store().modifyCode)
       .request(Record{4140}.u32(0, 4).u32(3976, 1))
       .replyAt(3996, entry(7, std::string(63, 'n')));
-  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(get(), kDone);
   const Bytes expected = Record{80, kPoison}
                              .text(4, std::string(63, 'n'))
                              .u8(67, 0)
@@ -92,7 +93,7 @@ TEST_P(GetStatus, does_not_write_the_count_when_it_fills_entries) {
   listOf(1);
   expectStatusCount(1);
   expectStatus(1).replyAt(3996, entry(1, "n"));
-  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(get(), kDone);
   EXPECT_EQ(list.count, kPoisonWord);
 }
 
@@ -101,7 +102,7 @@ TEST_P(GetStatus, only_counts_when_told_so) {
     for (const std::uint32_t count : {1U, 3U, 0xFFFFFFFFU}) {
       listOf(2).countOnly = countOnly;
       expectStatusCount(count);
-      EXPECT_EQ(get(), 0U);
+      EXPECT_EQ(get(), kDone);
       EXPECT_EQ(list.count, count);
       expectUntouchedEntries();
     }
@@ -111,7 +112,7 @@ TEST_P(GetStatus, only_counts_when_told_so) {
 TEST_P(GetStatus, counts_without_an_array) {
   list.countOnly = 1;
   expectStatusCount(2);
-  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(get(), kDone);
   EXPECT_EQ(list.count, 2U);
 }
 
@@ -120,7 +121,7 @@ TEST_P(GetStatus, of_an_empty_store_writes_nothing_at_all) {
     listOf(1).countOnly = countOnly;
     const auto before = bytesOf(list);
     expectStatusCount(0);
-    EXPECT_EQ(get(), 0U);
+    EXPECT_EQ(get(), kDone);
     EXPECT_EQ(bytesOf(list), before);
     expectUntouchedEntries();
   }
@@ -128,13 +129,13 @@ TEST_P(GetStatus, of_an_empty_store_writes_nothing_at_all) {
 
 TEST_P(GetStatus, of_an_empty_store_needs_no_array) {
   expectStatusCount(0);
-  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(get(), kDone);
 }
 
 TEST_P(GetStatus, without_an_array_fails_once_there_is_something_to_write) {
   list.count = kPoisonWord;
   expectStatusCount(1);
-  EXPECT_EQ(get(), 1U);
+  EXPECT_EQ(get(), kFailed);
   EXPECT_EQ(list.count, kPoisonWord);
 }
 
@@ -144,7 +145,7 @@ TEST_P(GetStatus, empties_a_name_that_does_not_fit_and_leaves_the_rest_of_it) {
     listOf(1);
     expectStatusCount(1);
     expectStatus(1).replyAt(3996, entry(1, std::string(length, 'n')));
-    EXPECT_EQ(get(), 0U);
+    EXPECT_EQ(get(), kDone);
     expectEntry(0, 1, "");
     for (std::size_t i = 1; i < 64; ++i) EXPECT_EQ(entries[0].name[i], static_cast<char>(kPoison));
   }
@@ -155,7 +156,7 @@ TEST_P(GetStatus, keeps_names_of_0_to_63_bytes) {
     listOf(1);
     expectStatusCount(1);
     expectStatus(1).replyAt(3996, entry(1, std::string(length, 'n')));
-    EXPECT_EQ(get(), 0U);
+    EXPECT_EQ(get(), kDone);
     expectEntry(0, 1, std::string(length, 'n'));
   }
 }
@@ -164,7 +165,7 @@ TEST_P(GetStatus, fills_as_many_entries_as_the_first_answer_said) {
   listOf(2);
   expectStatusCount(2);
   expectStatus(2).replyWord(3976, 100).replyAt(3996, entry(1, "a")).replyAt(3996 + 140, entry(2, "b"));
-  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(get(), kDone);
   expectEntry(0, 1, "a");
   expectEntry(1, 2, "b");
 }
@@ -173,7 +174,7 @@ TEST_P(GetStatus, fails_at_the_first_request) {
   for (const std::uint8_t countOnly : {std::uint8_t{0}, std::uint8_t{1}}) {
     listOf(1).countOnly = countOnly;
     driver.expectSame(store().modifyCode).request(countStatusRequest()).replyWord(3976, 1).fails();
-    EXPECT_EQ(get(), 1U);
+    EXPECT_EQ(get(), kFailed);
     EXPECT_EQ(list.count, kPoisonWord);
     expectUntouchedEntries();
   }
@@ -183,7 +184,7 @@ TEST_P(GetStatus, fails_at_the_second_request) {
   listOf(1);
   expectStatusCount(1);
   expectStatus(1).replyAt(3996, entry(1, "n")).fails();
-  EXPECT_EQ(get(), 1U);
+  EXPECT_EQ(get(), kFailed);
   EXPECT_EQ(list.count, kPoisonWord);
   expectUntouchedEntries();
 }
@@ -192,32 +193,30 @@ TEST_P(GetStatus, fails_at_the_second_request) {
 TEST_P(GetStatus, of_a_driver_that_claims_too_much_fails) {
   listOf(1);
   expectStatusCount(0xFFFFFFFF);
-  EXPECT_EQ(get(), 1U);
+  EXPECT_EQ(get(), kFailed);
   expectUntouchedEntries();
 }
 
 TEST_P(GetStatus, reads_the_list_at_these_offsets) {
   std::vector<VqsPolicyStatus> array(1, poisoned<VqsPolicyStatus>());
-  std::uint64_t pointer = 0;
-  const auto* first = array.data();
-  std::memcpy(&pointer, &first, sizeof(pointer));
+  const auto pointer = reinterpret_cast<std::uint64_t>(array.data());
   Bytes bytes = Record{24, kPoison}.u64(8, pointer).u8(16, 0);
   auto* raw = reinterpret_cast<VqsPolicyStatusList*>(bytes.data());
   expectStatusCount(1);
   expectStatus(1).replyAt(3996, entry(4, "n"));
-  EXPECT_EQ(store().getStatus(session, raw), 0U);
+  EXPECT_EQ(store().getStatus(session, raw), kDone);
   EXPECT_EQ(array[0].statusValue, 0x81828304U);
   bytes[16] = 1;
   expectStatusCount(6);
-  EXPECT_EQ(store().getStatus(session, raw), 0U);
+  EXPECT_EQ(store().getStatus(session, raw), kDone);
   EXPECT_EQ(difference(bytes, Record{24, kPoison}.u32(0, 6).u64(8, pointer).u8(16, 1).bytes()), "");
 }
 
 TEST_P(GetStatus, checks_its_arguments_before_anything_else) {
   listOf(1);
-  EXPECT_EQ(store().getStatus(nullptr, &list), 2U);
-  EXPECT_EQ(store().getStatus(&closed, &list), 2U);
-  EXPECT_EQ(store().getStatus(session, nullptr), 2U);
+  EXPECT_EQ(store().getStatus(nullptr, &list), kInvalid);
+  EXPECT_EQ(store().getStatus(&closed, &list), kInvalid);
+  EXPECT_EQ(store().getStatus(session, nullptr), kInvalid);
   EXPECT_EQ(list.count, kPoisonWord);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
 }
@@ -225,7 +224,7 @@ TEST_P(GetStatus, checks_its_arguments_before_anything_else) {
 TEST_P(GetStatus, runs_out_of_memory_for_the_first_request_with_1_unsent) {
   listOf(1);
   faults.fail(Fault::kAllocation, 1);
-  EXPECT_EQ(get(), 1U);
+  EXPECT_EQ(get(), kFailed);
   EXPECT_EQ(list.count, kPoisonWord);
 }
 
@@ -233,7 +232,7 @@ TEST_P(GetStatus, runs_out_of_memory_for_the_second_request_with_1) {
   listOf(1);
   faults.fail(Fault::kAllocation, 2);
   expectStatusCount(1);
-  EXPECT_EQ(get(), 1U);
+  EXPECT_EQ(get(), kFailed);
   expectUntouchedEntries();
 }
 
@@ -241,7 +240,7 @@ TEST_P(GetStatus, releases_the_first_request_before_the_second) {
   listOf(3);
   expectStatusCount(3);
   expectStatus(3);
-  EXPECT_EQ(get(), 0U);
+  EXPECT_EQ(get(), kDone);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 2);
   EXPECT_EQ(faults.peakBytes(), 4420U);
 }

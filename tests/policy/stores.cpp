@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/policy/stores.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace test {
 
@@ -32,7 +32,8 @@ Record chunkRequest(std::uint32_t total, std::uint32_t chunk, const Bytes& befor
 
 std::vector<Bytes> packedPolicies(std::uint32_t count) {
   std::vector<Bytes> policies;
-  for (std::uint32_t i = 0; i < count; ++i) policies.push_back(packedRecord(numberedPolicy(100 + i)));
+  policies.reserve(count);
+  for (std::uint32_t i = 0; i < count; ++i) policies.push_back(packedPolicy(numberedPolicy(100 + i)));
   return policies;
 }
 
@@ -51,13 +52,6 @@ void expectChunks(ScriptedDriver& driver, std::uint32_t readCode, const std::vec
     driver.expectSame(readCode, where).request(chunkRequest(total, chunk, before)).replyAt(12, answer);
     before = answer;
   }
-}
-
-VqsPolicyV0 policyV0(const Bytes& body) {
-  EXPECT_EQ(body.size(), 804U);
-  VqsPolicyV0 policy;
-  std::memcpy(&policy, body.data(), sizeof(policy));
-  return policy;
 }
 
 }  // namespace test

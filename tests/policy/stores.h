@@ -8,10 +8,9 @@
 #include <vector>
 
 #include <vqs/policy.h>
-#include "tests/format/policy/content.h"
-#include "tests/support/faults.h"
-#include "tests/support/locale.h"
+#include "tests/support/policy_model.h"
 #include "tests/support/scripted_driver.h"
+#include "tests/support/session_test.h"
 
 namespace test {
 
@@ -32,20 +31,8 @@ struct Store {
 const std::vector<Store>& allStores();
 std::string storeName(const ::testing::TestParamInfo<Store>& instance);
 
-/// A session on a scripted driver; no call of a test may leave memory behind, or end the process on Windows.
-class StoreTest : public ::testing::Test {
- protected:
-  void TearDown() override { EXPECT_EQ(faults.outstanding(), 0); }
-
-  ScriptedDriver driver;
-  OpenSession session{driver};
-  QtfSession closed{};
-  NoInvalidParameter strict;
-  Faults faults;
-};
-
-/// The same for each store.
-class EveryStore : public StoreTest, public ::testing::WithParamInterface<Store> {
+/// What holds for each store.
+class EveryStore : public TidySessionTest, public ::testing::WithParamInterface<Store> {
  protected:
   static const Store& store() { return GetParam(); }
 };
@@ -83,8 +70,5 @@ class VersionedBytes {
  private:
   Bytes bytes_;
 };
-
-/// A version 0 body as the exports take it.
-VqsPolicyV0 policyV0(const Bytes& body);
 
 }  // namespace test

@@ -76,6 +76,16 @@ Record& Record::little(std::size_t offset, std::uint64_t value, std::size_t widt
   return put(offset, bytes);
 }
 
+void requireSize(const Bytes& bytes, std::size_t size) {
+  if (bytes.size() != size) stop("not the record's size");
+}
+
+Bytes joined(const std::vector<Bytes>& parts) {
+  Bytes all;
+  for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
 std::string difference(std::span<const std::uint8_t> actual, std::span<const std::uint8_t> expected) {
   const std::size_t common = std::min(actual.size(), expected.size());
   for (std::size_t i = 0; i < common; ++i)

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -32,6 +33,8 @@ class Record {
   operator const Bytes&() const { return bytes_; }  // NOLINT(google-explicit-constructor): a record is its bytes
   [[nodiscard]] const Bytes& bytes() const { return bytes_; }
   [[nodiscard]] std::size_t size() const { return bytes_.size(); }
+  [[nodiscard]] auto begin() const { return bytes_.begin(); }
+  [[nodiscard]] auto end() const { return bytes_.end(); }
 
  private:
   Record& little(std::size_t offset, std::uint64_t value, std::size_t width);
@@ -39,11 +42,25 @@ class Record {
   Bytes bytes_;
 };
 
+/// Parts one after the other.
+Bytes joined(const std::vector<Bytes>& parts);
+
+/// Ends the test program unless there are so many bytes.
+void requireSize(const Bytes& bytes, std::size_t size);
+
 /// The bytes of an object, and an object of bytes.
 template <class T>
 Bytes bytesOf(const T& object) {
   const auto* first = reinterpret_cast<const std::uint8_t*>(&object);
   return {first, first + sizeof(T)};
+}
+
+template <class T>
+T recordOf(const Bytes& bytes) {
+  requireSize(bytes, sizeof(T));
+  T record{};
+  std::memcpy(&record, bytes.data(), sizeof(T));
+  return record;
 }
 
 /// Empty when both are equal; otherwise the first difference and both surroundings, for a failure message.

@@ -67,7 +67,9 @@ std::string ScriptedDriver::mismatch(const Exchange& exchange, const host::Devic
   return difference({static_cast<const std::uint8_t*>(request.input), request.inputLength}, exchange.request_);
 }
 
-bool ScriptedDriver::control(HANDLE /*handle*/, const host::DeviceRequest& request) {
+bool ScriptedDriver::control(HANDLE handle, const host::DeviceRequest& request) {
+  requestsOn_.push_back(handle);
+  answeredAt_ = request.output;
   if (next_ == script_.size()) {
     ADD_FAILURE() << "request " << hexCode(request.code) << " after the end of the script";
     return false;
@@ -82,14 +84,13 @@ bool ScriptedDriver::control(HANDLE /*handle*/, const host::DeviceRequest& reque
     }
     std::ranges::copy(bytes, static_cast<std::uint8_t*>(request.output) + offset);
   }
-  if (request.returned != nullptr) *request.returned = request.outputLength;
+  if (request.returned != nullptr) *request.returned = reported_.value_or(request.outputLength);
   return !exchange.fails_;
 }
 
 OpenSession::OpenSession(ScriptedDriver& /*driver*/) {
-  session_.handle =
-      CreateFileW(ScriptedDriver::kPath.data(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  session_.handle = CreateFileW(ScriptedDriver::kPath, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   EXPECT_NE(session_.handle, INVALID_HANDLE_VALUE);
 }
 

@@ -82,7 +82,7 @@ class Exchange {
 /// anything left over.
 class ScriptedDriver : public host::Device {
  public:
-  static constexpr std::u16string_view kPath = u"\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}";
+  static constexpr char16_t kPath[] = u"\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}";
   static constexpr GUID kInterfaceClass = {
       0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
 
@@ -108,7 +108,14 @@ class ScriptedDriver : public host::Device {
     return script_.emplace_back(code, BufferForm::kOut, where);
   }
 
+  /// Every answer's byte count from now on, whatever the answer's length.
+  void report(DWORD count) { reported_ = count; }
+
   [[nodiscard]] int openHandles() const { return openHandles_; }
+  /// Where each request came from since this was asked last.
+  std::vector<HANDLE> takeRequestsOn() { return std::exchange(requestsOn_, {}); }
+  /// The answer buffer of the last request.
+  [[nodiscard]] const void* answeredAt() const { return answeredAt_; }
   [[nodiscard]] std::size_t requestsServed() const { return next_; }
 
   bool open(HANDLE handle) override;
@@ -123,6 +130,9 @@ class ScriptedDriver : public host::Device {
   std::deque<Exchange> script_;
   std::size_t next_ = 0;
   int openHandles_ = 0;
+  std::optional<DWORD> reported_;
+  std::vector<HANDLE> requestsOn_;
+  const void* answeredAt_ = nullptr;
 };
 
 /// A session on the scripted driver, made by hand so that no traffic precedes the test's own.

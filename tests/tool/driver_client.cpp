@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/results.h"
+
 namespace test {
 
 void addUnconditionalPolicy(const Tool& tool, std::uint32_t id) {
@@ -12,7 +14,7 @@ void addUnconditionalPolicy(const Tool& tool, std::uint32_t id) {
     record.policy.v2.id = id;
     record.policy.v2.name[0] = u'U';
     std::uint32_t verdict = 99;
-    EXPECT_EQ(vqsPbAddPolicyV2(session, &record, sizeof(record), &verdict, VQS_POLICY_STORE_ASM), VQS_SUCCESS);
+    EXPECT_EQ(vqsPbAddPolicyV2(session, &record, sizeof(record), &verdict, VQS_POLICY_STORE_ASM), kDone);
     EXPECT_EQ(verdict, 0U);
   });
 }

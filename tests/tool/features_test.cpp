@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
+#include "tests/support/results.h"
 #include "tests/tool/driver_client.h"
 #include "tests/tool/small_binary.h"
 
@@ -13,7 +16,7 @@ TEST(Features, that_follow_the_stores_and_the_slider) {
   const Tool tool;
   ASSERT_EQ(tool.run({"store", "load", "asm", samplePath("laptop-r5.bin")}).exitCode, 0);
   ASSERT_EQ(tool.run({"store", "load", "balance-profile", samplePath("wide-r5.bin")}).exitCode, 0);
-  useDriver(tool, [](QtfSession* session) { EXPECT_EQ(vqsDynamicSliderEnableDisable(session, 1), VQS_SUCCESS); });
+  useDriver(tool, [](QtfSession* session) { EXPECT_EQ(vqsDynamicSliderEnableDisable(session, 1), kDone); });
   const auto run = tool.run({"features"});
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_TRUE(run.out.starts_with("INDEX  SUPPORTED  ACTIVE  VALUE\n    0  no         ")) << run.out;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
+#include "tests/support/results.h"
 #include "tests/tool/driver_client.h"
 
 namespace test {
@@ -12,7 +15,7 @@ namespace {
 
 TEST(Io, outputs_follow_the_inputs) {
   const Tool tool;
-  useDriver(tool, [](QtfSession* session) { EXPECT_EQ(vqsSetAppInputs(session, 17, 0xFFFFFFFF), VQS_SUCCESS); });
+  useDriver(tool, [](QtfSession* session) { EXPECT_EQ(vqsSetAppInputs(session, 17, 0xFFFFFFFF), kDone); });
   const auto run = tool.run({"io"});
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_TRUE(

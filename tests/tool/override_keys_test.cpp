@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/scripted_driver.h"
+#include "tests/support/session_test.h"
 #include "tool/terminal/errors.h"
 
 // The script's session is closed by itself.
@@ -13,7 +13,7 @@ namespace test {
 namespace {
 
 /// What the driver says of keys, request by request.
-class OverrideKeys : public ::testing::Test {
+class OverrideKeys : public SessionTest {
  protected:
   void expectMetadata(std::string_view id, const std::string& name) {
     // a boolean, 0 to 1
@@ -31,8 +31,6 @@ class OverrideKeys : public ::testing::Test {
     driver.expectOut(0x802220A0).answerLength(8).reply("18 00 00 00 F4 01 00 00");
   }
 
-  ScriptedDriver driver;
-  OpenSession session{driver};
   tool::Session own{session};
 };
 

@@ -10,7 +10,7 @@ namespace {
 
 class Override : public testing::Test {
  protected:
-  ToolRun run(std::vector<std::string> arguments) const { return tool.run(arguments, withSteadyDriver()); }
+  ToolRun run(const std::vector<std::string>& arguments) const { return tool.run(arguments, withSteadyDriver()); }
   ToolRun override(std::vector<std::string> arguments) const {
     arguments.insert(arguments.begin(), "override");
     return run(arguments);
@@ -76,7 +76,8 @@ TEST_F(Override, limits_themselves_are_taken) {
                                                                                    {"skinTemp", "65535"},
                                                                                    {"CustomInput10", "4294967295"},
                                                                                    {"PowerMode", "4"}})
-    EXPECT_EQ(override({key, value}), done(key + " is overridden with " + value + " now.\n"));
+    EXPECT_EQ(override({key, value}),
+              done(std::string{key}.append(" is overridden with ").append(value).append(" now.\n")));
 }
 
 TEST_F(Override, value_out_of_range) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
+#include <utility>
 
 namespace test {
 

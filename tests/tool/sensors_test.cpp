@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
+#include "tests/support/results.h"
 #include "tests/tool/driver_client.h"
 
 namespace test {
@@ -11,7 +14,7 @@ namespace {
 void updateSensor(QtfSession* session, const Record& record) {
   VqsSensorUpdate update{};
   std::ranges::copy(record.bytes(), update.data);
-  EXPECT_EQ(vqsAtstSimulateSensorUpdate(session, &update), VQS_SUCCESS);
+  EXPECT_EQ(vqsAtstSimulateSensorUpdate(session, &update), kDone);
 }
 
 /// A tool whose driver was told what its sensors say.

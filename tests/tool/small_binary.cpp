@@ -31,12 +31,6 @@ Bytes plainEntry(std::uint32_t id, std::u16string_view name) {
                  hex("00 00 00 00")});
 }
 
-Bytes joined(std::initializer_list<Bytes> parts) {
-  Bytes all;
-  for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
-  return all;
-}
-
 Bytes patched(Bytes bytes, std::size_t offset, std::string_view hexBytes) {
   std::ranges::copy(hex(hexBytes), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
   return bytes;

@@ -16,9 +16,6 @@ Bytes header(std::uint32_t policyCount);
 /// A plain policy of one condition: `name` has at most 63 units.
 Bytes plainEntry(std::uint32_t id, std::u16string_view name);
 
-/// Bytes one after the other.
-Bytes joined(std::initializer_list<Bytes> parts);
-
 /// The same bytes with one part overwritten.
 Bytes patched(Bytes bytes, std::size_t offset, std::string_view hexBytes);
 

@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/binary/policy_model.h"
-#include "tests/binary/stub_store.h"
+#include <algorithm>
+
+#include "tests/support/policy_model.h"
+#include "tests/support/stub_store.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test {

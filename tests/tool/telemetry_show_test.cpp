@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
-#include "tests/tool/listings.h"
+#include "tests/support/listings.h"
 #include "tests/tool/run_tool.h"
 
 namespace test {
@@ -27,6 +29,7 @@ std::vector<std::string> namesById(const std::string& listing) {
   auto rows = readListing(listing);
   std::ranges::sort(rows, {}, [](const ListingRow& row) { return row.number(0); });
   std::vector<std::string> names;
+  names.reserve(rows.size());
   for (const auto& row : rows) names.push_back(row.text(1));
   return names;
 }
@@ -50,9 +53,9 @@ TEST(TelemetryShow, every_key_as_json) {
   const auto run = showTelemetry({"--json"});
   ASSERT_EQ(run.exitCode, 0) << run;
   const auto values = Json::parse(run.out).at("values");
-  EXPECT_EQ(values.size(), 228U);
-  EXPECT_EQ(namesOf(values), namesById("kv_keys.tsv"));
-  expectShapes(values, "kv_keys.tsv");
+  EXPECT_EQ(values.size(), listedIn(kKeyListing));
+  EXPECT_EQ(namesOf(values), namesById(kKeyListing));
+  expectShapes(values, kKeyListing);
   EXPECT_EQ(values.at("PowerSource"), "DC");
   EXPECT_EQ(values.at("nvmeModel"), "Simulated NVMe 512 GB");
   EXPECT_LT(values.at("BatteryChargeRate"), 0);
@@ -64,9 +67,9 @@ TEST(TelemetryShow, every_ex_key_as_json) {
   const auto run = showTelemetry({"--ex", "--json"});
   ASSERT_EQ(run.exitCode, 0) << run;
   const auto values = Json::parse(run.out).at("values");
-  EXPECT_EQ(values.size(), 50U);
-  EXPECT_EQ(namesOf(values), namesById("ex_kv_keys.tsv"));
-  expectShapes(values, "ex_kv_keys.tsv");
+  EXPECT_EQ(values.size(), listedIn(kExKeyListing));
+  EXPECT_EQ(namesOf(values), namesById(kExKeyListing));
+  expectShapes(values, kExKeyListing);
   EXPECT_EQ(values.at("PowerSource"), 1);
   EXPECT_EQ(values.at("DesignedBatCap"), 60000);
   EXPECT_LT(values.at("BatChargeRate"), 0);
@@ -77,7 +80,7 @@ TEST(TelemetryShow, is_a_table_with_a_line_for_each_key) {
   const auto run = showTelemetry();
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_EQ(run.err, "");
-  EXPECT_EQ(std::ranges::count(run.out, '\n'), 229);
+  EXPECT_EQ(std::ranges::count(run.out, '\n'), listedIn(kKeyListing) + 1);
   EXPECT_TRUE(
       run.out.starts_with(" ID  NAME                             VALUE\n"
                           "  1  DeviceState                      Active\n"
@@ -93,7 +96,7 @@ TEST(TelemetryShow, is_a_table_with_a_line_for_each_key) {
 TEST(TelemetryShow, ex_table) {
   const auto run = showTelemetry({"--ex"});
   EXPECT_EQ(run.exitCode, 0);
-  EXPECT_EQ(std::ranges::count(run.out, '\n'), 51);
+  EXPECT_EQ(std::ranges::count(run.out, '\n'), listedIn(kExKeyListing) + 1);
   EXPECT_NE(run.out.find("\n23  DesignedBatCap       60000\n"), std::string::npos) << run.out;
 }
 

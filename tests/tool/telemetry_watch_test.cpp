@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "tests/support/listings.h"
 #include "tests/tool/run_tool.h"
 
 namespace test {
@@ -67,7 +70,8 @@ TEST(TelemetryWatch, unknown_key) {
   EXPECT_EQ(watchTelemetry({"PowerSource", "BatChargeRte", "--ex"}),
             wrongUsage("vqs: \"BatChargeRte\" is not a key of the log; did you mean \"BatChargeRate\"?\n"));
   EXPECT_EQ(watchTelemetry({"weather"}), wrongUsage("vqs: \"weather\" is not a key of the log\n"));
-  EXPECT_EQ(watchTelemetry({"229"}), wrongUsage("vqs: \"229\" is not a key of the log\n"));
+  const auto behindTheLast = std::to_string(listedIn(kKeyListing) + 1);
+  EXPECT_EQ(watchTelemetry({behindTheLast}), wrongUsage("vqs: \"" + behindTheLast + "\" is not a key of the log\n"));
   EXPECT_EQ(watchTelemetry({"0"}), wrongUsage("vqs: \"0\" is not a key of the log\n"));
   EXPECT_EQ(watchTelemetry({"51", "--ex"}), wrongUsage("vqs: \"51\" is not a key of the log\n"));
   EXPECT_EQ(watchTelemetry({""}), wrongUsage("vqs: \"\" is not a key of the log\n"));

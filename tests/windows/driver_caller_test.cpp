@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include <vqs/vqs.h>
+#include "tests/support/results.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test {
@@ -15,10 +16,10 @@ constexpr const char* kOutputEvent = "Global\\VexoQtfAppOutputEvent";
 /// What the driver takes from its caller besides a request's bytes: memory and events.
 class DriverCaller : public ::testing::Test {
  protected:
-  void SetUp() override { ASSERT_EQ(vqsInitialize(&session_), 0U); }
+  void SetUp() override { ASSERT_EQ(vqsInitialize(&session_), kDone); }
   void TearDown() override {
-    EXPECT_EQ(vqsExClearDynamicPolicy(session_), 0U);
-    EXPECT_EQ(vqsUninitialize(session_), 0U);
+    EXPECT_EQ(vqsExClearDynamicPolicy(session_), kDone);
+    EXPECT_EQ(vqsUninitialize(session_), kDone);
   }
 
   vqsStatus loadFrom(std::uint64_t address, std::uint64_t size) {
@@ -28,8 +29,8 @@ class DriverCaller : public ::testing::Test {
   /// Output 1 follows input 1, so that the driver has to tell of it.
   void changeOutput() {
     std::uint32_t outputs[2] = {};
-    EXPECT_EQ(vqsGetAppOutput(session_, &outputs[0], &outputs[1]), 0U);
-    EXPECT_EQ(vqsSetAppInput(session_, 1, outputs[0] + 1), 0U);
+    EXPECT_EQ(vqsGetAppOutput(session_, &outputs[0], &outputs[1]), kDone);
+    EXPECT_EQ(vqsSetAppInput(session_, 1, outputs[0] + 1), kDone);
   }
 
   QtfSession* session_ = nullptr;
@@ -39,11 +40,11 @@ TEST_F(DriverCaller, s_memory_is_read) {
   const Bytes policies = sample("laptop-r5.bin");
   std::uint32_t result = 9;
   std::uint32_t count = 9;
-  ASSERT_EQ(vqsExLoadDynamicPolicy(session_, policies.size(), policies.data(), &result, &count), 0U);
+  ASSERT_EQ(vqsExLoadDynamicPolicy(session_, policies.size(), policies.data(), &result, &count), kDone);
   EXPECT_EQ(result, 0U);
   EXPECT_EQ(count, 16U);
   std::uint32_t versions[2] = {};
-  ASSERT_EQ(vqsExGetPolicyBinaryVersion(session_, &versions[0], &versions[1]), 0U);
+  ASSERT_EQ(vqsExGetPolicyBinaryVersion(session_, &versions[0], &versions[1]), kDone);
   EXPECT_EQ(versions[0], 3U);
   EXPECT_EQ(versions[1], 41U);
 }
@@ -71,13 +72,13 @@ TEST_F(DriverCaller, may_give_memory_that_ends_too_early) {
 
 TEST_F(DriverCaller, waits_for_the_output_event_and_cannot_set_it) {
   std::uint32_t outputs[2] = {};
-  ASSERT_EQ(vqsGetAppOutput(session_, &outputs[0], &outputs[1]), 0U);
+  ASSERT_EQ(vqsGetAppOutput(session_, &outputs[0], &outputs[1]), kDone);
   const HANDLE event = OpenEventA(SYNCHRONIZE, FALSE, kOutputEvent);
   ASSERT_NE(event, nullptr);
   EXPECT_EQ(WaitForSingleObject(event, 0), DWORD{WAIT_TIMEOUT});
   changeOutput();
   EXPECT_EQ(WaitForSingleObject(event, 0), DWORD{WAIT_OBJECT_0});
-  EXPECT_EQ(vqsWaitAppOutput(session_, 0), 0U);
+  EXPECT_EQ(vqsWaitAppOutput(session_, 0), kDone);
   CloseHandle(event);
   EXPECT_EQ(OpenEventA(EVENT_MODIFY_STATE, FALSE, kOutputEvent), nullptr);
   EXPECT_EQ(GetLastError(), DWORD{ERROR_ACCESS_DENIED});
@@ -85,11 +86,11 @@ TEST_F(DriverCaller, waits_for_the_output_event_and_cannot_set_it) {
 
 TEST_F(DriverCaller, s_event_is_set_while_it_is_registered) {
   const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-  ASSERT_EQ(vqsRegisterEvent(session_, 0, event), 0U);
+  ASSERT_EQ(vqsRegisterEvent(session_, 0, event), kDone);
   EXPECT_EQ(WaitForSingleObject(event, 0), DWORD{WAIT_TIMEOUT});
   changeOutput();
   EXPECT_EQ(WaitForSingleObject(event, 0), DWORD{WAIT_OBJECT_0});
-  ASSERT_EQ(vqsUnRegisterEvent(session_, 0, event), 0U);
+  ASSERT_EQ(vqsUnRegisterEvent(session_, 0, event), kDone);
   changeOutput();
   EXPECT_EQ(WaitForSingleObject(event, 0), DWORD{WAIT_TIMEOUT});
   CloseHandle(event);
@@ -97,17 +98,17 @@ TEST_F(DriverCaller, s_event_is_set_while_it_is_registered) {
 
 TEST_F(DriverCaller, may_close_a_registered_event) {
   const HANDLE event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-  ASSERT_EQ(vqsRegisterEvent(session_, 0, event), 0U);
+  ASSERT_EQ(vqsRegisterEvent(session_, 0, event), kDone);
   CloseHandle(event);
   changeOutput();
 }
 
 TEST_F(DriverCaller, may_register_nothing_but_events) {
-  EXPECT_EQ(vqsRegisterEvent(session_, 0, reinterpret_cast<void*>(0x7FFC)), 1U);
-  EXPECT_EQ(vqsRegisterEvent(session_, 0, reinterpret_cast<void*>(~0ULL)), 1U);
-  EXPECT_EQ(vqsRegisterEvent(session_, 0, reinterpret_cast<void*>(0xFFFFFFFF80000004ULL)), 1U);
+  EXPECT_EQ(vqsRegisterEvent(session_, 0, reinterpret_cast<void*>(0x7FFC)), kFailed);
+  EXPECT_EQ(vqsRegisterEvent(session_, 0, reinterpret_cast<void*>(~0ULL)), kFailed);
+  EXPECT_EQ(vqsRegisterEvent(session_, 0, reinterpret_cast<void*>(0xFFFFFFFF80000004ULL)), kFailed);
   const HANDLE mutex = CreateMutexA(nullptr, FALSE, nullptr);
-  EXPECT_EQ(vqsRegisterEvent(session_, 0, mutex), 1U);
+  EXPECT_EQ(vqsRegisterEvent(session_, 0, mutex), kFailed);
   CloseHandle(mutex);
 }
 

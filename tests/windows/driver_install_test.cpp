@@ -7,6 +7,7 @@
 #include <string>
 
 #include <vqs/vqs.h>
+#include "tests/support/results.h"
 #include "tests/windows/device_handle.h"
 #include "tests/windows/named_objects.h"
 #include "tests/windows/processes.h"
@@ -107,18 +108,18 @@ TEST_F(DriverInstall, succeeds_while_the_events_name_is_a_mutexs) {
   ASSERT_TRUE(mutex);
   ASSERT_TRUE(installFresh("package"));
   QtfSession* session = nullptr;
-  ASSERT_EQ(vqsInitialize(&session), 0U);
-  EXPECT_EQ(vqsSetAppInputs(session, 7, 8), 0U);
-  EXPECT_EQ(vqsWaitAppOutput(session, 0), 2U) << "there is no event";
+  ASSERT_EQ(vqsInitialize(&session), kDone);
+  EXPECT_EQ(vqsSetAppInputs(session, 7, 8), kDone);
+  EXPECT_EQ(vqsWaitAppOutput(session, 0), kInvalid) << "there is no event";
   mutex.close();
   EXPECT_TRUE(becomesTrue([] { return bool{OwnedHandle{OpenEventA(SYNCHRONIZE, FALSE, kEvent)}}; }));
   // The library's own waits leave the event open, and with it the name taken.
   const OwnedHandle event{OpenEventA(SYNCHRONIZE, FALSE, kEvent)};
   EXPECT_TRUE(isSignalled(event.get())) << "the outputs have changed";
   std::uint32_t outputs[2] = {};
-  EXPECT_EQ(vqsGetAppOutput(session, &outputs[0], &outputs[1]), 0U);
+  EXPECT_EQ(vqsGetAppOutput(session, &outputs[0], &outputs[1]), kDone);
   EXPECT_FALSE(isSignalled(event.get()));
-  EXPECT_EQ(vqsUninitialize(session), 0U);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
 }
 
 TEST_F(DriverInstall, takes_over_an_event_that_a_user_made) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <vqs/vqs.h>
+#include "tests/support/results.h"
 #include "tests/windows/device_handle.h"
 #include "tests/windows/processes.h"
 
@@ -44,40 +45,40 @@ std::uint32_t wordAt(std::uint64_t address) { return *reinterpret_cast<const vol
 
 class DriverLogs : public ::testing::Test {
  protected:
-  void SetUp() override { ASSERT_EQ(vqsInitialize(&session_), 0U); }
-  void TearDown() override { EXPECT_EQ(vqsUninitialize(session_), 0U); }
+  void SetUp() override { ASSERT_EQ(vqsInitialize(&session_), kDone); }
+  void TearDown() override { EXPECT_EQ(vqsUninitialize(session_), kDone); }
 
   QtfSession* session_ = nullptr;
 };
 
 TEST_F(DriverLogs, can_be_read_and_not_written) {
   std::uint64_t address = 0;
-  ASSERT_EQ(vqsStartQTFLog(session_, &address), 0U);
+  ASSERT_EQ(vqsStartQTFLog(session_, &address), kDone);
   EXPECT_EQ(memoryAt(address).State, DWORD{MEM_COMMIT});
   EXPECT_EQ(memoryAt(address).Protect, DWORD{PAGE_READONLY});
   EXPECT_EQ(memoryAt(address).RegionSize, 4096U);
   DWORD old = 0;
   EXPECT_FALSE(VirtualProtect(reinterpret_cast<void*>(address), 4096, PAGE_READWRITE, &old));
   EXPECT_EQ(std::memcmp(reinterpret_cast<void*>(address), "VQTL", 4), 0);
-  EXPECT_EQ(vqsStopQTFLog(session_), 0U);
+  EXPECT_EQ(vqsStopQTFLog(session_), kDone);
 }
 
 TEST_F(DriverLogs, are_unmapped_when_they_are_stopped) {
   std::uint64_t address = 0;
-  ASSERT_EQ(vqsStartQTFLog(session_, &address), 0U);
+  ASSERT_EQ(vqsStartQTFLog(session_, &address), kDone);
   EXPECT_FALSE(isFree(address));
-  ASSERT_EQ(vqsStopQTFLog(session_), 0U);
+  ASSERT_EQ(vqsStopQTFLog(session_), kDone);
   EXPECT_TRUE(isFree(address));
 }
 
 TEST_F(DriverLogs, have_a_mapping_each) {
   DeviceHandle other;
   std::uint64_t first = 0;
-  ASSERT_EQ(vqsStartQTFLog(session_, &first), 0U);
+  ASSERT_EQ(vqsStartQTFLog(session_, &first), kDone);
   const auto second = other.request(kLogCode, Record{32}, 32);
   ASSERT_EQ(second.error, 0U);
   EXPECT_NE(addressIn(second.output), first);
-  EXPECT_EQ(vqsStopQTFLog(session_), 0U);
+  EXPECT_EQ(vqsStopQTFLog(session_), kDone);
   EXPECT_TRUE(isFree(first));
   EXPECT_EQ(std::memcmp(reinterpret_cast<void*>(addressIn(second.output)), "VQTL", 4), 0);
 }
@@ -108,17 +109,17 @@ TEST(DriverLogHandle, unmaps_its_logs_when_another_process_closes_it_last) {
 TEST_F(DriverLogs, are_brought_up_to_date_without_a_request) {
   constexpr std::uint64_t kSeconds = 8;
   std::uint64_t address = 0;
-  ASSERT_EQ(vqsStartQTFLog(session_, &address), 0U);
+  ASSERT_EQ(vqsStartQTFLog(session_, &address), kDone);
   const std::uint32_t before = wordAt(address + kSeconds);
   EXPECT_TRUE(becomesTrue([&] { return wordAt(address + kSeconds) > before + 1; }));
-  EXPECT_EQ(vqsStopQTFLog(session_), 0U);
+  EXPECT_EQ(vqsStopQTFLog(session_), kDone);
 }
 
 TEST_F(DriverLogs, can_be_started_and_stopped_thousands_of_times) {
   for (int i = 0; i < 4000; ++i) {
     std::uint64_t address = 0;
-    ASSERT_EQ(vqsStartQTFLog(session_, &address), 0U) << i;
-    ASSERT_EQ(vqsStopQTFLog(session_), 0U) << i;
+    ASSERT_EQ(vqsStartQTFLog(session_, &address), kDone) << i;
+    ASSERT_EQ(vqsStopQTFLog(session_), kDone) << i;
   }
 }
 

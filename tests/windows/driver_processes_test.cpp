@@ -8,6 +8,7 @@
 
 #include <vqs/vqs.h>
 #include "tests/support/bytes.h"
+#include "tests/support/results.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/windows/processes.h"
 
@@ -35,12 +36,12 @@ class OtherProcess : public RunningCase {
 
 class DriverProcesses : public ::testing::Test {
  protected:
-  void SetUp() override { ASSERT_EQ(vqsInitialize(&session_), 0U); }
-  void TearDown() override { EXPECT_EQ(vqsUninitialize(session_), 0U); }
+  void SetUp() override { ASSERT_EQ(vqsInitialize(&session_), kDone); }
+  void TearDown() override { EXPECT_EQ(vqsUninitialize(session_), kDone); }
 
   std::uint32_t pbCount() {
     VqsPolicyListV2 head{2, 0, 0};
-    EXPECT_EQ(vqsPbGetPoliciesV2(session_, &head, VQS_POLICY_STORE_PB), 0U);
+    EXPECT_EQ(vqsPbGetPoliciesV2(session_, &head, VQS_POLICY_STORE_PB), kDone);
     return head.count;
   }
 
@@ -49,7 +50,7 @@ class DriverProcesses : public ::testing::Test {
     std::strcpy(policy.name, "one of many");
     for (policy.id = firstId; policy.id < firstId + count; ++policy.id) {
       std::uint32_t verdict = kPoisonWord;
-      ASSERT_EQ(vqsPbAddPolicy(session_, &policy, nullptr, &verdict), 0U);
+      ASSERT_EQ(vqsPbAddPolicy(session_, &policy, nullptr, &verdict), kDone);
       ASSERT_EQ(verdict, 0U);
     }
   }
@@ -60,21 +61,21 @@ class DriverProcesses : public ::testing::Test {
 TEST_F(DriverProcesses, one_sets_the_event_that_another_waits_for) {
   if (isOther()) {
     Sleep(300);
-    ASSERT_EQ(vqsSetAppInputs(session_, 4711, 4712), 0U);
+    ASSERT_EQ(vqsSetAppInputs(session_, 4711, 4712), kDone);
     return;
   }
   std::uint32_t a = 0;
   std::uint32_t b = 0;
-  ASSERT_EQ(vqsSetAppInputs(session_, 0, 0), 0U);
-  ASSERT_EQ(vqsGetAppOutput(session_, &a, &b), 0U);
-  EXPECT_EQ(vqsWaitAppOutput(session_, 0), 1U);
+  ASSERT_EQ(vqsSetAppInputs(session_, 0, 0), kDone);
+  ASSERT_EQ(vqsGetAppOutput(session_, &a, &b), kDone);
+  EXPECT_EQ(vqsWaitAppOutput(session_, 0), kFailed);
   OtherProcess other;
-  EXPECT_EQ(vqsWaitAppOutput(session_, 30'000), 0U);
-  ASSERT_EQ(vqsGetAppOutput(session_, &a, &b), 0U);
+  EXPECT_EQ(vqsWaitAppOutput(session_, 30'000), kDone);
+  ASSERT_EQ(vqsGetAppOutput(session_, &a, &b), kDone);
   EXPECT_EQ(a, 4711U);
   EXPECT_EQ(b, 4712U);
   EXPECT_EQ(other.wait(), 0U);
-  ASSERT_EQ(vqsSetAppInputs(session_, 0, 0), 0U);
+  ASSERT_EQ(vqsSetAppInputs(session_, 0, 0), kDone);
 }
 
 TEST_F(DriverProcesses, two_fill_one_store_at_once) {
@@ -82,12 +83,12 @@ TEST_F(DriverProcesses, two_fill_one_store_at_once) {
     addPolicies(1000, 150);
     return;
   }
-  ASSERT_EQ(vqsPbReset(session_), 0U);
+  ASSERT_EQ(vqsPbReset(session_), kDone);
   OtherProcess other;
   addPolicies(2000, 150);
   EXPECT_EQ(other.wait(), 0U);
   EXPECT_EQ(pbCount(), 300U);
-  ASSERT_EQ(vqsPbReset(session_), 0U);
+  ASSERT_EQ(vqsPbReset(session_), kDone);
 }
 
 /// Requests of every length, until the process ends.
@@ -107,23 +108,23 @@ TEST_F(DriverProcesses, one_that_is_killed_in_the_middle_harms_nobody) {
   if (isOther()) {
     std::uint64_t address = 0;
     QtfSession* second = nullptr;
-    ASSERT_EQ(vqsInitialize(&second), 0U);
-    ASSERT_EQ(vqsStartQTFLog(session_, &address), 0U);
+    ASSERT_EQ(vqsInitialize(&second), kDone);
+    ASSERT_EQ(vqsStartQTFLog(session_, &address), kDone);
     std::thread{[this] { workForever(session_); }}.detach();
     std::thread{[second] { workForever(second); }}.detach();
     Sleep(INFINITE);
   }
-  ASSERT_EQ(vqsPbReset(session_), 0U);
+  ASSERT_EQ(vqsPbReset(session_), kDone);
   for (DWORD i = 0; i < 5; ++i) {
     OtherProcess other;
     Sleep(500 + 50 * i);
     other.kill();
   }
   EXPECT_LE(pbCount(), 1U) << "what the others added last may be there, and nothing else";
-  ASSERT_EQ(vqsPbReset(session_), 0U);
+  ASSERT_EQ(vqsPbReset(session_), kDone);
   addPolicies(1, 3);
   EXPECT_EQ(pbCount(), 3U);
-  ASSERT_EQ(vqsPbReset(session_), 0U);
+  ASSERT_EQ(vqsPbReset(session_), kDone);
 }
 
 /// A program of the system; its exit code.
@@ -155,7 +156,7 @@ Bytes registryValue(const char* name) {
 TEST_F(DriverProcesses, registry_export_text_is_imported_as_the_policy_binary) {
   const TemporaryFolder folder;
   const auto text = folder.path("asm.reg");
-  ASSERT_EQ(vqsAsmReset(session_), 0U);
+  ASSERT_EQ(vqsAsmReset(session_), kDone);
   VqsPolicyV0 policy{};
   std::strcpy(policy.name, "A");
   policy.flag0 = 1;
@@ -163,9 +164,9 @@ TEST_F(DriverProcesses, registry_export_text_is_imported_as_the_policy_binary) {
   policy.conditionCount = 1;
   policy.conditions[0] = {0, 2, 1, 0};
   std::uint32_t verdict = kPoisonWord;
-  ASSERT_EQ(vqsAsmAddPolicy(session_, &policy, nullptr, &verdict), 0U);
-  ASSERT_EQ(vqsSetBinaryVersion(session_, 1, 2, &verdict, VQS_POLICY_STORE_ASM), 0U);
-  ASSERT_EQ(vqsAsmCreateBinaryFromDriver(session_, text.c_str(), 1, 2, 1), 0U);
+  ASSERT_EQ(vqsAsmAddPolicy(session_, &policy, nullptr, &verdict), kDone);
+  ASSERT_EQ(vqsSetBinaryVersion(session_, 1, 2, &verdict, VQS_POLICY_STORE_ASM), kDone);
+  ASSERT_EQ(vqsAsmCreateBinaryFromDriver(session_, text.c_str(), 1, 2, 1), kDone);
   RegDeleteTreeA(HKEY_LOCAL_MACHINE, kParameters);
   ASSERT_EQ(run("reg import \"" + text + "\""), 0U);
   // The same 79 bytes that the format's description shows.
@@ -175,7 +176,7 @@ TEST_F(DriverProcesses, registry_export_text_is_imported_as_the_policy_binary) {
                            "00 00 00 00 02 00 00 00 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00")),
             "");
   RegDeleteTreeA(HKEY_LOCAL_MACHINE, kParameters);
-  ASSERT_EQ(vqsAsmReset(session_), 0U);
+  ASSERT_EQ(vqsAsmReset(session_), kDone);
 }
 
 TEST_F(DriverProcesses, a_whole_stores_registry_text_is_imported) {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <thread>
 
 #include <vqs/vqs.h>
+#include "tests/support/results.h"
 #include "tests/windows/device_handle.h"
 
 namespace test {
@@ -49,7 +51,7 @@ int sendRandomRequests(std::uint32_t seed) {
 void expectReadableStores(QtfSession* session) {
   for (const VqsPolicyStore store : {VQS_POLICY_STORE_PB, VQS_POLICY_STORE_ASM, VQS_POLICY_STORE_BALANCE_PROFILE}) {
     VqsPolicyListV2 head{2, 0, 0};
-    EXPECT_EQ(vqsPbGetPoliciesV2(session, &head, store), 0U);
+    EXPECT_EQ(vqsPbGetPoliciesV2(session, &head, store), kDone);
     EXPECT_LE(head.count, 400U);
   }
 }
@@ -69,16 +71,16 @@ TEST(DriverRandom, requests_of_several_threads_leave_a_sound_driver) {
   for (const int count : succeeded) EXPECT_GT(count, 50) << "nothing is shown by requests that all fail";
 
   QtfSession* session = nullptr;
-  ASSERT_EQ(vqsInitialize(&session), 0U);
+  ASSERT_EQ(vqsInitialize(&session), kDone);
   expectReadableStores(session);
   expectFreeLogs();
-  for (auto* reset : {vqsPbReset, vqsAsmReset, vqsBalanceProfileReset}) EXPECT_EQ(reset(session), 0U);
+  for (auto* reset : {vqsPbReset, vqsAsmReset, vqsBalanceProfileReset}) EXPECT_EQ(reset(session), kDone);
   // Random requests may have dictated inputs.
   std::uint32_t keys[28] = {};
-  ASSERT_EQ(vqsGetInputOverrideKeyList(session, keys, nullptr, 0), 0U);
-  for (const std::uint32_t key : keys) EXPECT_EQ(vqsOverrideInput(session, key, 0, 0), 0U);
-  EXPECT_EQ(vqsExClearDynamicPolicy(session), 0U);
-  EXPECT_EQ(vqsUninitialize(session), 0U);
+  ASSERT_EQ(vqsGetInputOverrideKeyList(session, keys, nullptr, 0), kDone);
+  for (const std::uint32_t key : keys) EXPECT_EQ(vqsOverrideInput(session, key, 0, 0), kDone);
+  EXPECT_EQ(vqsExClearDynamicPolicy(session), kDone);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
 }
 
 }  // namespace

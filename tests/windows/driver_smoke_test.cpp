@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <vqs/vqs.h>
+#include "tests/support/results.h"
 #include "tests/windows/processes.h"
 
 namespace test {
@@ -26,16 +27,16 @@ VqsPolicyV0 policyOf(std::uint32_t id) {
 class Driver : public ::testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_EQ(vqsInitialize(&session_), 0U);
-    ASSERT_EQ(vqsPbReset(session_), 0U);
-    ASSERT_EQ(vqsAsmReset(session_), 0U);
-    ASSERT_EQ(vqsBalanceProfileReset(session_), 0U);
+    ASSERT_EQ(vqsInitialize(&session_), kDone);
+    ASSERT_EQ(vqsPbReset(session_), kDone);
+    ASSERT_EQ(vqsAsmReset(session_), kDone);
+    ASSERT_EQ(vqsBalanceProfileReset(session_), kDone);
   }
-  void TearDown() override { EXPECT_EQ(vqsUninitialize(session_), 0U); }
+  void TearDown() override { EXPECT_EQ(vqsUninitialize(session_), kDone); }
 
   std::uint32_t pbCount() {
     VqsPolicyListV2 head{2, 0, 0};
-    EXPECT_EQ(vqsPbGetPoliciesV2(session_, &head, VQS_POLICY_STORE_PB), 0U);
+    EXPECT_EQ(vqsPbGetPoliciesV2(session_, &head, VQS_POLICY_STORE_PB), kDone);
     return head.count;
   }
 
@@ -47,43 +48,43 @@ TEST_F(Driver, keeps_a_policy_in_each_store_until_it_is_deleted) {
   auto assembly = policyOf(2);
   auto balance = policyOf(3);
   std::uint32_t verdict = 9;
-  ASSERT_EQ(vqsPbAddPolicy(session_, &pb, nullptr, &verdict), 0U);
+  ASSERT_EQ(vqsPbAddPolicy(session_, &pb, nullptr, &verdict), kDone);
   EXPECT_EQ(verdict, 0U);
-  ASSERT_EQ(vqsAsmAddPolicy(session_, &assembly, nullptr, &verdict), 0U);
+  ASSERT_EQ(vqsAsmAddPolicy(session_, &assembly, nullptr, &verdict), kDone);
   EXPECT_EQ(verdict, 0U);
-  ASSERT_EQ(vqsBalanceProfileAddPolicy(session_, &balance, nullptr, &verdict), 0U);
+  ASSERT_EQ(vqsBalanceProfileAddPolicy(session_, &balance, nullptr, &verdict), kDone);
   EXPECT_EQ(verdict, 0U);
 
   VqsPolicyV0 found{};
   VqsPolicyList list{};
   list.count = 1;
   list.policies = &found;
-  ASSERT_EQ(vqsPbGetPolicies(session_, &list), 0U);
+  ASSERT_EQ(vqsPbGetPolicies(session_, &list), kDone);
   EXPECT_EQ(found.id, 1U);
-  ASSERT_EQ(vqsAsmGetPolicies(session_, &list), 0U);
+  ASSERT_EQ(vqsAsmGetPolicies(session_, &list), kDone);
   EXPECT_EQ(found.id, 2U);
-  ASSERT_EQ(vqsBalanceProfileGetPolicies(session_, &list), 0U);
+  ASSERT_EQ(vqsBalanceProfileGetPolicies(session_, &list), kDone);
   EXPECT_EQ(found.id, 3U);
   EXPECT_STREQ(found.name, "smoke");
   EXPECT_EQ(found.actions[0].value, 9000U);
 
-  ASSERT_EQ(vqsPbDeletePolicy(session_, 1, &verdict), 0U);
+  ASSERT_EQ(vqsPbDeletePolicy(session_, 1, &verdict), kDone);
   EXPECT_EQ(verdict, 0U);
-  ASSERT_EQ(vqsPbDeletePolicy(session_, 1, &verdict), 0U);
+  ASSERT_EQ(vqsPbDeletePolicy(session_, 1, &verdict), kDone);
   EXPECT_EQ(verdict, 4U);
-  ASSERT_EQ(vqsAsmDeletePolicy(session_, 2, &verdict), 0U);
+  ASSERT_EQ(vqsAsmDeletePolicy(session_, 2, &verdict), kDone);
   EXPECT_EQ(verdict, 0U);
-  ASSERT_EQ(vqsBalanceProfileDeletePolicy(session_, 3, &verdict), 0U);
+  ASSERT_EQ(vqsBalanceProfileDeletePolicy(session_, 3, &verdict), kDone);
   EXPECT_EQ(verdict, 0U);
 }
 
 TEST_F(Driver, serves_two_sessions) {
   QtfSession* other = nullptr;
-  ASSERT_EQ(vqsExInitialize(&other), 0U);
+  ASSERT_EQ(vqsExInitialize(&other), kDone);
   auto policy = policyOf(4);
   std::uint32_t verdict = 9;
-  ASSERT_EQ(vqsPbAddPolicy(other, &policy, nullptr, &verdict), 0U);
-  EXPECT_EQ(vqsExUninitialize(other), 0U);
+  ASSERT_EQ(vqsPbAddPolicy(other, &policy, nullptr, &verdict), kDone);
+  EXPECT_EQ(vqsExUninitialize(other), kDone);
   EXPECT_EQ(pbCount(), 1U);
 }
 
@@ -109,7 +110,7 @@ int addAndDelete(std::uint32_t id, int rounds) {
 TEST_F(Driver, serves_threads_one_after_the_other_while_it_refreshes_a_log) {
   constexpr int kRounds = 300;
   std::uint64_t log = 0;
-  ASSERT_EQ(vqsStartQTFLog(session_, &log), 0U);
+  ASSERT_EQ(vqsStartQTFLog(session_, &log), kDone);
   std::array<int, 6> done{};
   std::vector<std::thread> threads;
   for (std::uint32_t i = 0; i < done.size(); ++i)
@@ -117,30 +118,30 @@ TEST_F(Driver, serves_threads_one_after_the_other_while_it_refreshes_a_log) {
   for (auto& thread : threads) thread.join();
   for (const int rounds : done) EXPECT_EQ(rounds, kRounds);
   EXPECT_EQ(pbCount(), 0U);
-  EXPECT_EQ(vqsStopQTFLog(session_), 0U);
+  EXPECT_EQ(vqsStopQTFLog(session_), kDone);
 }
 
 TEST_F(Driver, keeps_what_another_process_added) {
   EXPECT_EQ(runCase("DriverInAnotherProcess.adds_policy_5"), 0U);
   VqsPolicyV0 found{};
-  ASSERT_EQ(vqsPbIDGetPolicy(session_, 5, &found), 0U);
+  ASSERT_EQ(vqsPbIDGetPolicy(session_, 5, &found), kDone);
   EXPECT_STREQ(found.name, "smoke");
 }
 
 TEST(DriverInAnotherProcess, adds_policy_5) {
   QtfSession* session = nullptr;
-  ASSERT_EQ(vqsInitialize(&session), 0U);
-  ASSERT_EQ(vqsPbReset(session), 0U);
+  ASSERT_EQ(vqsInitialize(&session), kDone);
+  ASSERT_EQ(vqsPbReset(session), kDone);
   auto policy = policyOf(5);
   std::uint32_t verdict = 9;
-  EXPECT_EQ(vqsPbAddPolicy(session, &policy, nullptr, &verdict), 0U);
+  EXPECT_EQ(vqsPbAddPolicy(session, &policy, nullptr, &verdict), kDone);
   EXPECT_EQ(verdict, 0U);
-  EXPECT_EQ(vqsUninitialize(session), 0U);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
 }
 
 TEST(DriverFile, has_the_version_of_the_project) {
   std::uint32_t words[4] = {7, 7, 7, 7};
-  ASSERT_EQ(vqsGetDriverVersion(words), 0U);
+  ASSERT_EQ(vqsGetDriverVersion(words), kDone);
   EXPECT_EQ(words[0], 0U);
   EXPECT_EQ(words[1], 1U);
   EXPECT_EQ(words[2], 0U);

@@ -4,6 +4,6 @@
 namespace device {
 
 /// In a folder that is not there unless a test makes it, as that of the other name when a system starts.
-const wchar_t kOutputEventName[] = L"\\BaseNamedObjects\\VexoQtfLate\\VexoQtfAppOutputEvent";
+const wchar_t* outputEventName() { return L"\\BaseNamedObjects\\VexoQtfLate\\VexoQtfAppOutputEvent"; }
 
 }  // namespace device

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/windows/scripted_kernel_state.h"
 
+#include <algorithm>
+
 #include "simulator/device/clock.h"
 
 extern "C" NTSTATUS NTAPI DriverEntry(PDRIVER_OBJECT driver, PUNICODE_STRING registryPath);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "tests/windows/scripted_kernel_state.h"
 
 using test::running;

@@ -8,6 +8,7 @@
 // after ntifs.h, which defines what they use
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <condition_variable>
 #include <cstring>
 #include <mutex>

@@ -3,13 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/binary/assembly.h"
-#include "tests/binary/packed.h"
+#include "tests/support/packed.h"
+#include "tests/support/policy_file.h"
 
 namespace test {
 namespace {
 
 using vqs::announcedPolicyCount;
+using namespace std::string_view_literals;
 
 std::span<const std::byte> span(const Bytes& bytes) { return std::as_bytes(std::span{bytes}); }
 
@@ -55,8 +56,8 @@ TEST(AnnouncedPolicyCount, refuses_other_format_versions_and_revisions) {
 }
 
 TEST(AnnouncedPolicyCount, needs_the_magic_in_revision_5_only) {
-  for (const std::string_view magic : {"$QTf", "$qTF", "FTQ$", "\0\0\0\0", " QTF", "$QT "})
-    EXPECT_EQ(announcedPolicyCount(span(fileOf({{}}, {.magic = {magic.data(), 4}}))), 0U) << magic;
+  for (const std::string_view magic : {"$QTf"sv, "$qTF"sv, "FTQ$"sv, "\0\0\0\0"sv, " QTF"sv, "$QT "sv})
+    EXPECT_EQ(announcedPolicyCount(span(fileOf({{}}, {.magic = magic}))), 0U) << magic;
   EXPECT_EQ(announcedPolicyCount(span(oldFileOf(3, {narrowEntry()}))), 1U);
 }
 
@@ -83,10 +84,10 @@ TEST(BinaryReader, hands_out_the_versions_before_it_checks_anything_else) {
 }
 
 TEST(BinaryReader, fills_packed_policies_whose_length_words_stay_zero) {
-  const auto result = read(fileOf({wideEntry(fullPolicy()), {}}), 2);
+  const auto result = read(fileOf({wideEntry(richPolicy()), {}}), 2);
   ASSERT_TRUE(result.valid);
   Record expected{3972};
-  expected.put(0, packedPolicy(fullPolicy())).u16(436 + 12, 0).u16(436 + 528 + 12, 0);
+  expected.put(0, packedPolicy(richPolicy())).u16(436 + 12, 0).u16(436 + 528 + 12, 0);
   EXPECT_EQ(difference(bytesOf(result.policies[0]), expected.bytes()), "");
   Record smallest{3972};
   EXPECT_EQ(difference(bytesOf(result.policies[1]), smallest.text16(0, u"A").u32(184, 1).bytes()), "");
@@ -98,14 +99,14 @@ TEST(BinaryReader, does_the_same_for_the_older_revisions) {
   entry.id = 0x01020304;
   entry.texts = {{characters("ab!"), 7}, {characters("c\0"), 1}};
   entry.texts[1].text = {'c', 0};
-  entry.actions = fullPolicy().actions;
+  entry.actions = richPolicy().actions;
   Record expected{3972};
   expected.text16(0, u"A").u8(160, 9).u32(164, 0x01020304).u32(184, 1).u32(188, 2).u32(192, 2);
   expected.u8(436, 7).text16(436 + 14, u"ab").u8(436 + 528, 1).text16(436 + 528 + 14, u"c");
   auto shortened = expected;
   for (std::size_t i = 0; i < 2; ++i)
     shortened.u32(3076 + 28 * i, entry.actions[i].actionId).u32(3080 + 28 * i, entry.actions[i].value);
-  const Bytes packed = packedPolicy(fullPolicy());
+  const Bytes packed = packedPolicy(richPolicy());
   expected.put(3076, Bytes(packed.begin() + 3076, packed.begin() + 3076 + 56));
 
   const auto revision4 = read(oldFileOf(4, {entry}));
@@ -155,7 +156,7 @@ std::string show(const Defect& defect) {
 
 void expectDefect(const Defect& found, const Defect& expected) { EXPECT_EQ(show(found), show(expected)); }
 
-Bytes fullFile() { return fileOf({wideEntry(fullPolicy())}); }
+Bytes fullFile() { return fileOf({wideEntry(richPolicy())}); }
 
 Bytes patched(Bytes file, std::size_t offset, std::uint8_t value) {
   file.at(offset) = value;
@@ -198,7 +199,7 @@ Defect second(DefectKind kind, std::uint64_t offset, std::uint64_t value, std::u
 
 TEST(BinaryDefect, of_a_policy_names_its_place) {
   // The first entry takes 60 bytes.
-  const Bytes two = fileOf({{}, wideEntry(fullPolicy())});
+  const Bytes two = fileOf({{}, wideEntry(richPolicy())});
   expectDefect(defectOf(patched(two, 76, 0)), second(DefectKind::kNameLength, 76, 0, 1, 128));
   expectDefect(defectOf(patched(two, 90, 33)), second(DefectKind::kDescriptionLength, 90, 33, 1, 32));
   expectDefect(defectOf(patched(two, 125, 16)), second(DefectKind::kConditionCount, 125, 16, 1, 15));
@@ -208,7 +209,7 @@ TEST(BinaryDefect, of_a_policy_names_its_place) {
 }
 
 TEST(BinaryDefect, of_a_file_that_is_read_is_its_first) {
-  const Bytes two = fileOf({{}, wideEntry(fullPolicy())});
+  const Bytes two = fileOf({{}, wideEntry(richPolicy())});
   const Bytes flag = patched(two, 175, 2);
   expectDefect(defectOf(flag, true), second(DefectKind::kUnknownTextFlag, 175, 2, 0, 1));
   const Bytes comparison = patched(flag, 153, 5);

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "format/bytes.h"
-#include "tests/binary/packed.h"
 #include "tests/support/bytes.h"
+#include "tests/support/packed.h"
 
 namespace test {
 namespace {

@@ -3,8 +3,9 @@
 
 #include <algorithm>
 
-#include "tests/format/policy/content.h"
+#include "tests/format/policy/conversions.h"
 #include "tests/support/locale.h"
+#include "tests/support/policy_model.h"
 
 namespace test {
 namespace {
@@ -19,9 +20,9 @@ class PackLimits : public TestWithParam<std::uint32_t> {
 
   /// Packs a full policy whose count says otherwise. The count travels as it is, and `content` tells which entries do.
   void expectCount(std::size_t callerOffset, std::size_t packedOffset, std::uint32_t count) {
-    auto body = callerRecord(version(), full, 0xEE);
+    auto body = policyBody(version(), full, 0xEE);
     body.u32(callerOffset, count);
-    auto expected = packedRecord(content);
+    auto expected = packedPolicy(content);
     expected.u32(packedOffset, count);
     vqs::PackedPolicy packed{};
     EXPECT_EQ(pack(version(), body, packed), 0);
@@ -32,8 +33,8 @@ class PackLimits : public TestWithParam<std::uint32_t> {
     return pack(version(), body, packed);
   }
 
-  const PolicyContent full = fullPolicy(GetParam());
-  PolicyContent content = full;
+  const Policy full = fullPolicy(GetParam());
+  Policy content = full;
 };
 
 TEST_P(PackLimits, conditions_beyond_15_are_counted_and_not_carried) {
@@ -62,7 +63,7 @@ TEST_P(PackLimits, actions_beyond_32_are_counted_and_not_carried) {
 
 TEST_P(PackLimits, comparisons_go_up_to_4) {
   for (const std::size_t at : {0U, 7U, 14U}) {
-    auto body = callerRecord(version(), full);
+    auto body = policyBody(version(), full);
     const std::size_t op = layout().conditions + 16 * at + 4;
     for (const std::uint32_t good : {0U, 1U, 2U, 3U, 4U}) EXPECT_EQ(packBody(body.u32(op, good)), 0) << good;
     for (const std::uint32_t bad : {5U, 6U, 0x104U, 0x80000000U, 0xFFFFFFFFU})
@@ -72,7 +73,7 @@ TEST_P(PackLimits, comparisons_go_up_to_4) {
 
 TEST_P(PackLimits, text_flags_go_up_to_1) {
   for (const std::size_t at : {0U, 2U, 4U}) {
-    auto body = callerRecord(version(), full);
+    auto body = policyBody(version(), full);
     const std::size_t flag = layout().texts + layout().textSize * at + layout().textFlag;
     for (const std::uint8_t good : {std::uint8_t{0}, std::uint8_t{1}}) EXPECT_EQ(packBody(body.u8(flag, good)), 0);
     for (const std::uint8_t bad : {std::uint8_t{2}, std::uint8_t{0x80}, std::uint8_t{0xFF}})
@@ -81,12 +82,12 @@ TEST_P(PackLimits, text_flags_go_up_to_1) {
 }
 
 TEST_P(PackLimits, a_failure_at_a_condition_leaves_the_scalars_and_the_conditions_before_it) {
-  auto body = callerRecord(version(), full);
+  auto body = policyBody(version(), full);
   body.u32(layout().conditions + 16 * 2 + 4, 5);
   content.conditions.resize(2);
   content.texts.clear();
   content.actions.clear();
-  auto expected = packedRecord(content);
+  auto expected = packedPolicy(content);
   expected.u32(184, 15).u32(188, 32).u32(192, 5);
   vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(version(), body, packed), 1);
@@ -94,11 +95,11 @@ TEST_P(PackLimits, a_failure_at_a_condition_leaves_the_scalars_and_the_condition
 }
 
 TEST_P(PackLimits, a_failure_at_a_text_leaves_the_actions_out) {
-  auto body = callerRecord(version(), full);
+  auto body = policyBody(version(), full);
   body.u8(layout().texts + layout().textFlag, 2);
   content.texts.clear();
   content.actions.clear();
-  auto expected = packedRecord(content);
+  auto expected = packedPolicy(content);
   expected.u32(188, 32).u32(192, 5);
   vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(version(), body, packed), 1);
@@ -107,13 +108,13 @@ TEST_P(PackLimits, a_failure_at_a_text_leaves_the_actions_out) {
 
 TEST_P(PackLimits, a_text_is_judged_after_every_condition) {
   if (version() == 2) {
-    auto body = callerRecord(2, full);
+    auto body = policyBody(2, full);
     body.u32(layout().conditions + 16 * 14 + 4, 5).fill(layout().texts, 512, 0x21);
     EXPECT_EQ(packBody(body), 1);
     return;
   }
   const Locale utf8{"C.UTF-8"};
-  auto body = callerRecord(version(), full);
+  auto body = policyBody(version(), full);
   body.fill(layout().texts, 32, 0xFF);
   EXPECT_EQ(packBody(body), -1);
   EXPECT_EQ(packBody(body.u32(layout().conditions + 16 * 14 + 4, 5)), 1);
@@ -125,7 +126,7 @@ class PackOrder : public TestWithParam<std::uint32_t> {};
 
 TEST_P(PackOrder, a_name_is_judged_before_anything_is_copied) {
   const auto& layout = layoutOf(GetParam());
-  auto body = callerRecord(GetParam(), fullPolicy(GetParam()));
+  auto body = policyBody(GetParam(), fullPolicy(GetParam()));
   body.fill(layout.name, 64, 'n').u32(layout.conditions + 4, 5);
   vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(GetParam(), body, packed), -1);
@@ -135,7 +136,7 @@ TEST_P(PackOrder, a_name_is_judged_before_anything_is_copied) {
 TEST_P(PackOrder, a_flag_is_judged_before_the_text_it_stands_by) {
   const Locale utf8{"C.UTF-8"};
   const auto& layout = layoutOf(GetParam());
-  auto body = callerRecord(GetParam(), fullPolicy(GetParam()));
+  auto body = policyBody(GetParam(), fullPolicy(GetParam()));
   body.fill(layout.texts, 32, 0xFF);
   vqs::PackedPolicy packed{};
   EXPECT_EQ(pack(GetParam(), body, packed), -1);

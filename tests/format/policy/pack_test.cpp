@@ -4,9 +4,10 @@
 #include <cerrno>
 
 #include "src/channel/text.h"
-#include "tests/format/policy/content.h"
+#include "tests/format/policy/conversions.h"
 #include "tests/support/faults.h"
 #include "tests/support/locale.h"
+#include "tests/support/policy_model.h"
 
 namespace test {
 namespace {
@@ -33,17 +34,17 @@ class Pack : public PackAny {};
 
 TEST_P(Pack, puts_every_field_in_its_place) {
   const auto content = fullPolicy(version());
-  expectPacked(callerRecord(version(), content), packedRecord(content));
+  expectPacked(policyBody(version(), content), packedPolicy(content));
 }
 
 TEST_P(Pack, never_reads_header_padding_or_reserved_bytes) {
   const auto content = fullPolicy(version());
-  expectPacked(callerRecord(version(), content, 0xEE), packedRecord(content));
+  expectPacked(policyBody(version(), content, 0xEE), packedPolicy(content));
 }
 
 TEST_P(Pack, never_reads_entries_beyond_the_counts) {
   const auto content = numberedPolicy(0x31323334);
-  expectPacked(callerRecord(version(), content, 0xEE), packedRecord(content));
+  expectPacked(policyBody(version(), content, 0xEE), packedPolicy(content));
 }
 
 TEST_P(Pack, of_a_policy_without_entries_writes_none) {
@@ -51,13 +52,13 @@ TEST_P(Pack, of_a_policy_without_entries_writes_none) {
   content.conditions.clear();
   content.texts.clear();
   content.actions.clear();
-  expectPacked(callerRecord(version(), content, 0xEE), packedRecord(content));
+  expectPacked(policyBody(version(), content, 0xEE), packedPolicy(content));
 }
 
-TEST_P(Pack, of_an_empty_policy_is_all_zero) { expectPacked(callerRecord(version(), {}), Record{3972}); }
+TEST_P(Pack, of_an_empty_policy_is_all_zero) { expectPacked(policyBody(version(), emptyPolicy()), Record{3972}); }
 
 TEST_P(Pack, allocates_nothing) {
-  const auto body = callerRecord(version(), fullPolicy(version())).bytes();
+  const auto body = policyBody(version(), fullPolicy(version())).bytes();
   const Faults faults;
   EXPECT_EQ(packBody(body), 0);
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
@@ -65,15 +66,15 @@ TEST_P(Pack, allocates_nothing) {
 
 TEST_P(Pack, carries_the_description_unchanged_behind_its_nul_too) {
   auto content = fullPolicy(version());
-  content.description[3] = 0;
-  expectPacked(callerRecord(version(), content), packedRecord(content));
+  content.description[3] = '\0';
+  expectPacked(policyBody(version(), content), packedPolicy(content));
 }
 
 TEST_P(Pack, keeps_the_id_of_the_record) {
   for (const std::uint32_t id : {0U, 1U, 0x80000000U, 0xFFFFFFFFU}) {
     auto content = fullPolicy(version());
     content.id = id;
-    expectPacked(callerRecord(version(), content), packedRecord(content));
+    expectPacked(policyBody(version(), content), packedPolicy(content));
   }
 }
 
@@ -83,15 +84,15 @@ TEST_P(Pack, carries_scalars_unchanged_whatever_they_are) {
   content.param0 = content.param1 = content.param2 = 0xFFFFFFFF;
   content.conditions[0] = {0xFFFFFFFF, 4, 0xFFFFFFFF, 0xFFFFFFFF};
   content.actions[0].actionId = content.actions[0].value = 0xFFFFFFFF;
-  expectPacked(callerRecord(version(), content), packedRecord(content));
+  expectPacked(policyBody(version(), content), packedPolicy(content));
 }
 
 TEST_P(Pack, gives_a_text_its_length_with_the_zero_unit) {
   for (const std::size_t length : {0U, 1U, 30U, 31U}) {
     auto content = numberedPolicy(7);
-    content.texts[1].units = std::u16string(length, u'w');
-    EXPECT_EQ(packedRecord(content).bytes()[436 + 528 + 12], length + 1);
-    expectPacked(callerRecord(version(), content, 0xEE), packedRecord(content));
+    content.texts[1].text = std::u16string(length, u'w');
+    EXPECT_EQ(packedPolicy(content).bytes()[436 + 528 + 12], length + 1);
+    expectPacked(policyBody(version(), content, 0xEE), packedPolicy(content));
     packed = {};
   }
 }
@@ -105,20 +106,20 @@ TEST_P(PackNarrow, widens_a_name_of_0_to_63_bytes) {
     auto content = fullPolicy(version());
     content.name.resize(length);
     packed = {};
-    expectPacked(callerRecord(version(), content, 0xEE), packedRecord(content));
+    expectPacked(policyBody(version(), content, 0xEE), packedPolicy(content));
   }
 }
 
 TEST_P(PackNarrow, takes_bytes_for_units_in_the_plain_locale) {
   auto content = fullPolicy(version());
   for (std::uint32_t i = 0; i < 63; ++i) content.name[i] = static_cast<char16_t>(0x80 + i);
-  content.texts[2].units = u"\x80\x9F\xA0\xC4\xE9\xFF";
-  expectPacked(callerRecord(version(), content, 0xEE), packedRecord(content));
+  content.texts[2].text = u"\x80\x9F\xA0\xC4\xE9\xFF";
+  expectPacked(policyBody(version(), content, 0xEE), packedPolicy(content));
 }
 
 TEST_P(PackNarrow, refuses_a_name_of_64_bytes_without_nul_and_no_invalid_parameter) {
   const NoInvalidParameter strict;
-  auto body = callerRecord(version(), fullPolicy(version()));
+  auto body = policyBody(version(), fullPolicy(version()));
   body.fill(layout().name, 64, 'n');
   errno = 0;
   EXPECT_EQ(packBody(body), -1);
@@ -128,28 +129,28 @@ TEST_P(PackNarrow, refuses_a_name_of_64_bytes_without_nul_and_no_invalid_paramet
 TEST_P(PackNarrow, takes_a_text_that_fills_its_32_bytes) {
   const NoInvalidParameter strict;
   auto content = fullPolicy(version());
-  content.texts[4].units = u"0123456789abcdefghijklmnopqrstuv";
-  EXPECT_EQ(packedRecord(content).bytes()[436 + 4 * 528 + 12], 33);
-  expectPacked(callerRecord(version(), content, 0xEE), packedRecord(content));
+  content.texts[4].text = u"0123456789abcdefghijklmnopqrstuv";
+  EXPECT_EQ(packedPolicy(content).bytes()[436 + 4 * 528 + 12], 33);
+  expectPacked(policyBody(version(), content, 0xEE), packedPolicy(content));
 }
 
 TEST_P(PackNarrow, converts_the_characters_of_the_locale) {
   const Locale utf8{"C.UTF-8"};
   auto content = numberedPolicy(1);
   content.name = u"N";
-  auto body = callerRecord(version(), content);
+  auto body = policyBody(version(), content);
   body.text(layout().name, "N\xC3\xA9\xE3\x81\x82\xF0\x9F\x98\x80");
   content.name = u"N\xE9\x3042\xD83D\xDE00";
   // 8 characters of four bytes fill the field, and 16 units come of them.
   std::string pairs;
   for (int i = 0; i < 8; ++i) pairs += "\xF0\x9F\x98\x80";
   body.text(layout().texts, "").text(layout().texts + 33, pairs);
-  content.texts[1].units.clear();
-  for (int i = 0; i < 8; ++i) content.texts[1].units += u"\xD83D\xDE00";
+  content.texts[1].text.clear();
+  for (int i = 0; i < 8; ++i) content.texts[1].text += u"\xD83D\xDE00";
   // The first text is 8-bit and no UTF-8: make it plain.
   body.fill(layout().texts, 31, 't');
-  content.texts[0].units = std::u16string(31, u't');
-  expectPacked(body, packedRecord(content));
+  content.texts[0].text = std::u16string(31, u't');
+  expectPacked(body, packedPolicy(content));
 }
 
 TEST_P(PackNarrow, refuses_a_name_that_the_locale_cannot_convert) {
@@ -157,16 +158,16 @@ TEST_P(PackNarrow, refuses_a_name_that_the_locale_cannot_convert) {
   auto content = numberedPolicy(1);
   content.name = u"bad\xFF";
   errno = 0;
-  EXPECT_EQ(packBody(callerRecord(version(), content)), -1);
+  EXPECT_EQ(packBody(policyBody(version(), content)), -1);
   EXPECT_EQ(errno, EILSEQ);
 }
 
 TEST_P(PackNarrow, refuses_a_text_that_the_locale_cannot_convert) {
   const Locale utf8{"C.UTF-8"};
   auto content = numberedPolicy(1);
-  content.texts[1].units = u"\xE3\x81";
+  content.texts[1].text = u"\xE3\x81";
   errno = 0;
-  EXPECT_EQ(packBody(callerRecord(version(), content)), -1);
+  EXPECT_EQ(packBody(policyBody(version(), content)), -1);
   EXPECT_EQ(errno, EILSEQ);
 }
 
@@ -174,7 +175,7 @@ TEST_P(PackNarrow, does_not_convert_texts_beyond_the_count) {
   const Locale utf8{"C.UTF-8"};
   auto content = numberedPolicy(1);
   content.texts.clear();
-  expectPacked(callerRecord(version(), content, 0xFF), packedRecord(content));
+  expectPacked(policyBody(version(), content, 0xFF), packedPolicy(content));
 }
 
 INSTANTIATE_TEST_SUITE_P(From, PackNarrow, Values(0U, 1U), versionName);
@@ -186,50 +187,50 @@ class PackWide : public Test {
     EXPECT_EQ(difference(bytesOf(packed), expected), "");
   }
 
-  PolicyContent content = fullPolicy(2);
+  Policy content = fullPolicy(2);
   vqs::PackedPolicy packed{};
 };
 
 TEST_F(PackWide, copies_a_name_of_64_units_as_it_is) {
   content.name = std::u16string(64, 0x3042);
-  expectPacked(callerRecord(2, content), packedRecord(content));
+  expectPacked(policyBody(2, content), packedPolicy(content));
 }
 
 TEST_F(PackWide, copies_what_stands_behind_the_zero_unit_of_a_name) {
   content.name = u"ab";
-  auto body = callerRecord(2, content);
+  auto body = policyBody(2, content);
   body.u16(4 + 2 * 63, 0xFEDC);
-  auto expected = packedRecord(content);
+  auto expected = packedPolicy(content);
   expected.u16(2 * 63, 0xFEDC);
   expectPacked(body, expected);
 }
 
 TEST_F(PackWide, copies_units_beyond_8_bits_whatever_the_locale) {
   content.name = u"\x3042\xD83D\xDE00\xD83D";
-  content.texts[0].units = u"\x0100\xFFFF\xDE00\x4E00";
-  expectPacked(callerRecord(2, content), packedRecord(content));
+  content.texts[0].text = u"\x0100\xFFFF\xDE00\x4E00";
+  expectPacked(policyBody(2, content), packedPolicy(content));
   packed = {};
   const Locale utf8{"C.UTF-8"};
-  expectPacked(callerRecord(2, content), packedRecord(content));
+  expectPacked(policyBody(2, content), packedPolicy(content));
 }
 
 TEST_F(PackWide, takes_a_text_of_255_units) {
-  content.texts[4].units = std::u16string(255, 0x4E00);
-  auto expected = packedRecord(content);
+  content.texts[4].text = std::u16string(255, 0x4E00);
+  auto expected = packedPolicy(content);
   expected.u16(436 + 4 * 528 + 12, 256);
-  expectPacked(callerRecord(2, content), expected);
+  expectPacked(policyBody(2, content), expected);
 }
 
 TEST_F(PackWide, refuses_a_text_of_256_units) {
-  content.texts[4].units = std::u16string(256, 0x4E00);
-  EXPECT_EQ(pack(2, callerRecord(2, content), packed), 1);
+  content.texts[4].text = std::u16string(256, 0x4E00);
+  EXPECT_EQ(pack(2, policyBody(2, content), packed), 1);
 }
 
 TEST_F(PackWide, copies_what_stands_behind_the_zero_unit_of_a_text) {
-  content.texts[1].units = u"ab";
-  auto body = callerRecord(2, content);
+  content.texts[1].text = u"ab";
+  auto body = policyBody(2, content);
   body.u16(448 + 514 + 2 * 3, 0x1234).u16(448 + 514 + 2 * 255, 0x5678);
-  auto expected = packedRecord(content);
+  auto expected = packedPolicy(content);
   expected.u16(436 + 528 + 14 + 2 * 3, 0x1234).u16(436 + 528 + 14 + 2 * 255, 0x5678);
   expectPacked(body, expected);
 }

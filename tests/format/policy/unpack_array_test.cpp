@@ -2,8 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "src/channel/text.h"
-#include "tests/format/policy/content.h"
+#include "tests/format/policy/conversions.h"
 #include "tests/support/faults.h"
+#include "tests/support/policy_model.h"
 
 namespace test {
 namespace {
@@ -17,11 +18,11 @@ class UnpackArray : public TestWithParam<std::uint32_t> {
   static std::size_t stride() { return layoutOf(GetParam()).size; }
 
   UnpackArray() : bodies(3 * stride(), kPoison) {
-    for (const std::uint32_t id : {21U, 22U, 23U}) append(packed, packedRecord(numberedPolicy(id)));
+    for (const std::uint32_t id : {21U, 22U, 23U}) append(packed, packedPolicy(numberedPolicy(id)));
   }
 
   static void append(Bytes& to, const Bytes& bytes) { to.insert(to.end(), bytes.begin(), bytes.end()); }
-  [[nodiscard]] static Bytes body(std::uint32_t id) { return callerRecord(version(), numberedPolicy(id), kPoison); }
+  [[nodiscard]] static Bytes body(std::uint32_t id) { return policyBody(version(), numberedPolicy(id), kPoison); }
 
   bool unpackAll(std::uint64_t size, std::uint32_t count) { return unpackAs(version(), size, count); }
   bool unpackAs(std::uint32_t as, std::uint64_t size, std::uint32_t count) {
@@ -106,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(To, UnpackArray, Values(0U, 1U, 2U), versionName);
 TEST(UnpackArrayOfTexts, passes_a_failed_conversion_on) {
   auto content = numberedPolicy(1);
   content.name = std::u16string(1, 0x3042);
-  const auto packed = packedRecord(content).bytes();
+  const auto packed = packedPolicy(content).bytes();
   Bytes bodies(1448, kPoison);
   const auto* policy = reinterpret_cast<const vqs::PackedPolicy*>(packed.data());
   EXPECT_FALSE(vqs::unpackPolicyArray(bodies.data(), 804, 0, policy, 1, vqs::kRuntimeText));

@@ -2,8 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "src/channel/text.h"
-#include "tests/format/policy/content.h"
+#include "tests/format/policy/conversions.h"
 #include "tests/support/faults.h"
+#include "tests/support/policy_model.h"
 
 namespace test {
 namespace {
@@ -65,16 +66,16 @@ TEST(HoldsWholeBody, knows_no_further_version) {
 TEST(VersionedPolicy, keeps_its_body_right_behind_the_version) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     const auto content = fullPolicy(version);
-    const Versioned record{version, callerRecord(version, content, 0xEE)};
+    const Versioned record{version, policyBody(version, content, 0xEE)};
     vqs::PackedPolicy packed{};
     EXPECT_TRUE(vqs::packVersionedPolicy(*record, record.size(), packed, vqs::kRuntimeText));
-    EXPECT_EQ(difference(bytesOf(packed), packedRecord(content).bytes()), "");
+    EXPECT_EQ(difference(bytesOf(packed), packedPolicy(content).bytes()), "");
   }
 }
 
 TEST(VersionedPolicy, that_is_short_or_malformed_is_not_packed) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
-    auto body = callerRecord(version, fullPolicy(version));
+    auto body = policyBody(version, fullPolicy(version));
     vqs::PackedPolicy packed{};
     const Versioned whole{version, body};
     EXPECT_FALSE(vqs::packVersionedPolicy(*whole, whole.size() - 1, packed, vqs::kRuntimeText));
@@ -86,7 +87,7 @@ TEST(VersionedPolicy, that_is_short_or_malformed_is_not_packed) {
 }
 
 TEST(PolicyBody, of_an_unknown_version_is_refused) {
-  const auto body = callerRecord(2, fullPolicy(2));
+  const auto body = policyBody(2, fullPolicy(2));
   vqs::PackedPolicy packed{};
   EXPECT_FALSE(vqs::packPolicyBody(3, body.bytes().data(), &packed, vqs::kRuntimeText));
   EXPECT_EQ(difference(bytesOf(packed), Record{3972}.bytes()), "");
@@ -99,12 +100,11 @@ TEST(PolicyBody, is_converted_by_its_version) {
   for (const std::uint32_t version : {0U, 1U, 2U}) {
     const auto content = fullPolicy(version);
     vqs::PackedPolicy packed{};
-    EXPECT_TRUE(
-        vqs::packPolicyBody(version, callerRecord(version, content).bytes().data(), &packed, vqs::kRuntimeText));
-    EXPECT_EQ(difference(bytesOf(packed), packedRecord(content).bytes()), "");
+    EXPECT_TRUE(vqs::packPolicyBody(version, policyBody(version, content).bytes().data(), &packed, vqs::kRuntimeText));
+    EXPECT_EQ(difference(bytesOf(packed), packedPolicy(content).bytes()), "");
     Bytes body(layoutOf(version).size, kPoison);
     EXPECT_TRUE(vqs::unpackPolicyBody(version, &packed, body.data(), vqs::kRuntimeText));
-    EXPECT_EQ(difference(body, callerRecord(version, content, kPoison).bytes()), "");
+    EXPECT_EQ(difference(body, policyBody(version, content, kPoison).bytes()), "");
   }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/embedded/buffered_request.h"
 
+#include <gtest/gtest.h>
+
 #include "host/host.h"
 #include "tests/simulator/embedded/client.h"
 

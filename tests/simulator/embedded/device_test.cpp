@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <thread>
 
 #include "host/windows_api.h"
@@ -108,6 +110,7 @@ TEST(EmbeddedDevice, threads_take_turns) {
   TestDriver driver;
   driver.attach();
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (std::uint32_t thread = 0; thread < 4; ++thread)
     threads.emplace_back([thread] {
       for (std::uint32_t i = 0; i < 50; ++i) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/embedded/state_image.h"
 
+#include <gtest/gtest.h>
+
 #include <random>
 
 #include "tests/simulator/embedded/client.h"

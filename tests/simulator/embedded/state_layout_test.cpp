@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <random>
 
 #include "tests/simulator/embedded/client.h"
@@ -33,7 +35,7 @@ Bytes fileOf(const Blocks& blocks) {
   Bytes content;
   for (std::size_t i = 0; i < blocks.size(); ++i) {
     const Block& block = blocks[i];
-    head.text(16 + 12 * i, block.name.c_str()).u32(20 + 12 * i, static_cast<std::uint32_t>(content.size()));
+    head.text(16 + 12 * i, block.name).u32(20 + 12 * i, static_cast<std::uint32_t>(content.size()));
     head.u32(24 + 12 * i, static_cast<std::uint32_t>(block.content.size()));
     content.insert(content.end(), block.content.begin(), block.content.end());
     content.resize((content.size() + 7) / 8 * 8);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <array>
 
 #include "tests/simulator/embedded/client.h"
@@ -109,6 +111,7 @@ TEST(StateSharing, old_file_is_converted_by_one_of_many) {
   const TemporaryFolder folder;
   const std::string path = folder.write("state", smallState());
   std::vector<pid_t> processes;
+  processes.reserve(4);
   for (std::uint32_t process = 0; process < 4; ++process)
     processes.push_back(inProcess([&path, process] {
       OpenDriver driver{path, milliseconds{60000}};
@@ -125,6 +128,7 @@ TEST(StateSharing, contending_processes_lose_nothing) {
   const TemporaryFolder folder;
   const std::string path = folder.path("state");
   std::vector<pid_t> processes;
+  processes.reserve(3);
   for (std::uint32_t process = 0; process < 3; ++process)
     processes.push_back(inProcess([&path, process] {
       for (std::uint32_t i = 0; i < 15; ++i) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/binary/assembly.h"
+#include <gtest/gtest.h>
+
 #include "tests/simulator/model/settings_view.h"
+#include "tests/support/policy_file.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <random>
 #include <set>
 
 #include "tests/simulator/model/request_page.h"
 #include "tests/simulator/model/settings_view.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <functional>
 #include <random>
 
 #include "tests/simulator/model/settings_view.h"
+#include "tests/support/temporary_folder.h"
 
 // A driver whose process is killed in the middle of a request, as the next process finds its memory.
 
@@ -96,7 +99,7 @@ TEST_F(Recovery, ends_the_logs_and_registrations_of_the_process_and_touches_none
 
 TEST_F(Recovery, leaves_a_fresh_driver_fresh) {
   driver->recover();
-  EXPECT_EQ(std::memcmp(driver.get(), found.get(), sizeof(*found)), 0);
+  EXPECT_TRUE(bytesOf(*driver) == bytesOf(*found));
   EXPECT_TRUE(driver->isSound());
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <sstream>
+#include <algorithm>
 #include <string>
 
 #include "tests/simulator/model/client.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/listings.h"
 
 namespace test {
 
@@ -24,39 +24,19 @@ inline std::uint32_t startLog(ModelClient& client, std::uint32_t operation) {
   return word(client.answer(kLog, logRequest(operation), 32), 0);
 }
 
-struct KeyRow {
-  std::uint32_t id;
-  std::string name;
-  std::uint32_t type;
-  std::uint32_t count;
-  std::size_t valueSize;
-};
-
-/// A listing of tests/data, by id.
-inline std::vector<KeyRow> keyRows(const std::string& file) {
-  const auto bytes = readFile(std::string{VQS_TEST_DATA} + "/" + file);
-  std::istringstream text{std::string{bytes.begin(), bytes.end()}};
-  std::string line;
-  std::getline(text, line);  // the columns' names
-  std::vector<KeyRow> rows;
-  while (std::getline(text, line)) {
-    std::istringstream fields{line};
-    KeyRow row{};
-    std::uint32_t parameter = 0;
-    fields >> row.id >> row.name >> row.type >> row.count >> parameter >> row.valueSize;
-    EXPECT_FALSE(fields.fail()) << line;
-    rows.push_back(row);
-  }
+/// A listing of keys, by id.
+inline std::vector<KeyRow> rowsById(const std::string& file) {
+  auto rows = keyRows(file);
   std::ranges::sort(rows, {}, &KeyRow::id);
   return rows;
 }
 
 inline const std::vector<KeyRow>& kvRows() {
-  static const auto rows = keyRows("kv_keys.tsv");
+  static const auto rows = rowsById(kKeyListing);
   return rows;
 }
 inline const std::vector<KeyRow>& exKVRows() {
-  static const auto rows = keyRows("ex_kv_keys.tsv");
+  static const auto rows = rowsById(kExKeyListing);
   return rows;
 }
 

@@ -1,5 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include <optional>
+
 #include "tests/simulator/model/settings_view.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {

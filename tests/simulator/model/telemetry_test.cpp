@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
 #include "tests/simulator/model/settings_view.h"
+#include "tests/support/temporary_folder.h"
 
 namespace test {
 namespace {
@@ -153,8 +156,8 @@ TEST(SimulatorTelemetry, cores_are_sorted_by_activity) {
   for (int step = 0; step < 20; ++step) {
     client.surroundings.clock += 17000;
     client.refresh();
-    std::vector<std::uint32_t> activities;
-    for (std::size_t core = 0; core < 16; ++core) activities.push_back(telemetry.half(183, core));
+    std::array<std::uint32_t, 16> activities{};
+    for (std::size_t core = 0; core < 16; ++core) activities[core] = telemetry.half(183, core);
     std::ranges::sort(activities, std::greater{});
     for (std::size_t i = 0; i < 16; ++i) EXPECT_EQ(word(telemetry.value(184), 4 * i), activities[i]);
     EXPECT_EQ(telemetry.number(70), activities[0]);

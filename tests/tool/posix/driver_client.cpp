@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+#include "tests/support/results.h"
 #include "tests/tool/driver_client.h"
 
 namespace test {
@@ -11,9 +12,9 @@ void useDriver(const Tool& tool, const std::function<void(QtfSession*)>& work) {
   setenv("VEXOQTF_SIMULATOR_STATE", tool.path(kDriverState).c_str(), 1);
   setenv("VEXOQTF_SIMULATOR_OPTIONS", "time=0", 1);
   QtfSession* session = nullptr;
-  ASSERT_EQ(vqsInitialize(&session), VQS_SUCCESS);
+  ASSERT_EQ(vqsInitialize(&session), kDone);
   work(session);
-  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
   unsetenv("VEXOQTF_SIMULATOR_STATE");
   unsetenv("VEXOQTF_SIMULATOR_OPTIONS");
 }

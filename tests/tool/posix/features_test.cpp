@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tests/support/results.h"
 #include "tests/tool/driver_client.h"
 #include "tests/tool/small_binary.h"
 
@@ -28,9 +29,9 @@ TEST(Features, that_are_active) {
   ASSERT_EQ(tool.run({"store", "load", "balance-profile", samplePath("wide-r5.bin")}).exitCode, 0);
   useDriver(tool, [](QtfSession* session) {
     VqsInBagTable table{};
-    EXPECT_EQ(vqsInBagPolicyTableControl(session, VQS_TABLE_SET, &table), VQS_SUCCESS);
-    EXPECT_EQ(vqsInBagPolicyTableControl(session, VQS_TABLE_SET, &table), VQS_SUCCESS);
-    EXPECT_EQ(vqsDynamicSliderEnableDisable(session, 1), VQS_SUCCESS);
+    EXPECT_EQ(vqsInBagPolicyTableControl(session, VQS_TABLE_SET, &table), kDone);
+    EXPECT_EQ(vqsInBagPolicyTableControl(session, VQS_TABLE_SET, &table), kDone);
+    EXPECT_EQ(vqsDynamicSliderEnableDisable(session, 1), kDone);
   });
   EXPECT_EQ(tool.run({"features"}), done("INDEX  SUPPORTED  ACTIVE  VALUE\n"
                                          "    0  no         no          0\n"

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tool/system/files.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
+
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tests/support/results.h"
 #include "tests/tool/driver_client.h"
 
 namespace test {
@@ -22,7 +23,7 @@ TEST(Io, of_a_fresh_driver) {
 
 TEST(Io, outputs_follow_what_another_client_put_in) {
   const Tool tool;
-  useDriver(tool, [](QtfSession* session) { EXPECT_EQ(vqsSetAppInputs(session, 17, 0xFFFFFFFF), VQS_SUCCESS); });
+  useDriver(tool, [](QtfSession* session) { EXPECT_EQ(vqsSetAppInputs(session, 17, 0xFFFFFFFF), kDone); });
   EXPECT_EQ(showIo(tool, {}, "time=90000"), done("application inputs   17, 4294967295\n"
                                                  "application outputs  17, 4294967295\n"
                                                  "taskbar icon         1, 2\n"

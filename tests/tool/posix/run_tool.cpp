@@ -69,6 +69,7 @@ void enter(const std::string& folder) {
   if (options.longestFile) limitFiles(*options.longestFile);
   dropPrivileges();
   std::vector<char*> words;
+  words.reserve(command.size() + 1);
   for (const auto& word : command) words.push_back(const_cast<char*>(word.c_str()));
   words.push_back(nullptr);
   execvp(words[0], words.data());

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <nlohmann/json.hpp>
 
+#include "tests/support/listings.h"
 #include "tests/tool/run_tool.h"
 
 namespace test {
@@ -71,7 +74,8 @@ TEST(TelemetryShow, damaged_log_is_shown_as_far_as_it_goes) {
 TEST(TelemetryShow, log_without_an_end_is_shown_once) {
   const auto run = showTelemetry(Tool{}, "time=0,log=no-end");
   EXPECT_EQ(run.exitCode, 1);
-  EXPECT_EQ(run.err, "vqs: the driver's log cannot be read to its end: it does not end behind all of its 228 keys\n");
+  EXPECT_EQ(run.err, "vqs: the driver's log cannot be read to its end: it does not end behind all of its " +
+                         std::to_string(listedIn(kKeyListing)) + " keys\n");
   EXPECT_EQ(run.out, showTelemetry(Tool{}, "time=0").out);
   const auto exRun = showTelemetry(Tool{}, "time=0,log=no-end", {"--ex"});
   EXPECT_EQ(exRun.exitCode, 1);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/tool/windows/file_calls.h"
 
+#include <utility>
+
 namespace test {
 namespace {
 

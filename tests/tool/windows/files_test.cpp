@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/support/temporary_folder.h"
 #include "tests/tool/windows/file_calls.h"
 #include "tool/system/output_file.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
+
 #include <windows.h>
+#include <array>
 
 #include "tool/system/process.h"
 

@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <thread>
 
+#include "tests/support/results.h"
 #include "tests/tool/driver_client.h"
 #include "tests/tool/windows/run_tool.h"
 
@@ -125,22 +127,22 @@ bool isForPosixOnly(const RunOptions& options) {
 
 void liftOverrides(QtfSession* session) {
   std::uint32_t size = 0;
-  ASSERT_EQ(vqsGetInputOverrideKeyList(session, nullptr, &size, 1), VQS_SUCCESS);
+  ASSERT_EQ(vqsGetInputOverrideKeyList(session, nullptr, &size, 1), kDone);
   std::vector<std::uint32_t> keys(size / sizeof(std::uint32_t));
-  ASSERT_EQ(vqsGetInputOverrideKeyList(session, keys.data(), nullptr, 0), VQS_SUCCESS);
-  for (const auto key : keys) EXPECT_EQ(vqsOverrideInput(session, key, 0, 0), VQS_SUCCESS);
+  ASSERT_EQ(vqsGetInputOverrideKeyList(session, keys.data(), nullptr, 0), kDone);
+  for (const auto key : keys) EXPECT_EQ(vqsOverrideInput(session, key, 0, 0), kDone);
 }
 
 void forgetEverything(QtfSession* session) {
-  EXPECT_EQ(vqsPbReset(session), VQS_SUCCESS);
-  EXPECT_EQ(vqsAsmReset(session), VQS_SUCCESS);
-  EXPECT_EQ(vqsBalanceProfileReset(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsPbReset(session), kDone);
+  EXPECT_EQ(vqsAsmReset(session), kDone);
+  EXPECT_EQ(vqsBalanceProfileReset(session), kDone);
   std::uint32_t verdict = 99;
-  EXPECT_EQ(vqsSetBinaryVersion(session, 0, 0, &verdict, VQS_POLICY_STORE_ASM), VQS_SUCCESS);
+  EXPECT_EQ(vqsSetBinaryVersion(session, 0, 0, &verdict, VQS_POLICY_STORE_ASM), kDone);
   EXPECT_EQ(verdict, 0U);
   liftOverrides(session);
-  EXPECT_EQ(vqsSetAppInputs(session, 0, 0), VQS_SUCCESS);
-  EXPECT_EQ(vqsDynamicSliderEnableDisable(session, 0), VQS_SUCCESS);
+  EXPECT_EQ(vqsSetAppInputs(session, 0, 0), kDone);
+  EXPECT_EQ(vqsDynamicSliderEnableDisable(session, 0), kDone);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include <vqs/vqs.h>
+#include "tests/support/results.h"
 #include "tests/support/temporary_folder.h"
 
 namespace test {
@@ -48,8 +49,8 @@ class LibraryResource {
 /// A session that ends with its scope.
 class Session {
  public:
-  Session() { EXPECT_EQ(vqsInitialize(&session_), VQS_SUCCESS); }
-  ~Session() { EXPECT_EQ(vqsUninitialize(session_), VQS_SUCCESS); }
+  Session() { EXPECT_EQ(vqsInitialize(&session_), kDone); }
+  ~Session() { EXPECT_EQ(vqsUninitialize(session_), kDone); }
   Session(Session&&) = delete;
   operator QtfSession*() const { return session_; }  // NOLINT(google-explicit-constructor): stands for its session
 
@@ -68,10 +69,10 @@ TEST(SimulatedLibrary, says_that_it_is_simulated) {
 
 TEST(SimulatedLibrary, gives_the_versions_of_both_files) {
   Words library{99, 99, 99, 99};
-  EXPECT_EQ(vqsGetVersion(library.data()), VQS_SUCCESS);
+  EXPECT_EQ(vqsGetVersion(library.data()), kDone);
   EXPECT_EQ(library, (Words{PROJECT_MAJOR, PROJECT_MINOR, 0, PROJECT_PATCH}));
   Words driver{99, 99, 99, 99};
-  EXPECT_EQ(vqsGetDriverVersion(driver.data()), VQS_SUCCESS);
+  EXPECT_EQ(vqsGetDriverVersion(driver.data()), kDone);
   EXPECT_EQ(driver, (Words{PROJECT_MAJOR, PROJECT_MINOR, 0, PROJECT_PATCH}));
 }
 
@@ -87,14 +88,14 @@ TEST(SimulatedLibrary, has_handles_of_the_system_for_its_device) {
     std::memcpy(&other, second, sizeof(other));
     EXPECT_NE(handle, other);
   }
-  EXPECT_EQ(vqsSetAppInputs(first, 1, 2), VQS_SUCCESS);
+  EXPECT_EQ(vqsSetAppInputs(first, 1, 2), kDone);
 }
 
 TEST(SimulatedLibrary, refuses_requests_on_other_handles) {
   std::uint64_t session[3] = {};
   const HANDLE event = CreateEventA(nullptr, TRUE, FALSE, nullptr);
   std::memcpy(session, &event, sizeof(event));
-  EXPECT_EQ(vqsSetAppInputs(reinterpret_cast<QtfSession*>(session), 1, 2), VQS_REQUEST_FAILED);
+  EXPECT_EQ(vqsSetAppInputs(reinterpret_cast<QtfSession*>(session), 1, 2), kFailed);
   EXPECT_TRUE(CloseHandle(event));
 }
 
@@ -105,12 +106,12 @@ TEST(SimulatedLibrary, signals_registered_events_whose_handles_may_be_closed) {
   HANDLE watched = nullptr;
   ASSERT_TRUE(
       DuplicateHandle(GetCurrentProcess(), event, GetCurrentProcess(), &watched, 0, FALSE, DUPLICATE_SAME_ACCESS));
-  ASSERT_EQ(vqsRegisterEvent(session, kFirmwareEvent, event), VQS_SUCCESS);
+  ASSERT_EQ(vqsRegisterEvent(session, kFirmwareEvent, event), kDone);
   EXPECT_TRUE(CloseHandle(event));
   EXPECT_EQ(WaitForSingleObject(watched, 0), DWORD{WAIT_TIMEOUT});
-  ASSERT_EQ(vqsAtstNotifyBiosEvent(session), VQS_SUCCESS);
+  ASSERT_EQ(vqsAtstNotifyBiosEvent(session), kDone);
   EXPECT_EQ(WaitForSingleObject(watched, 0), WAIT_OBJECT_0);
-  EXPECT_EQ(vqsRegisterEvent(session, kFirmwareEvent, reinterpret_cast<void*>(0x7777'7770)), VQS_REQUEST_FAILED);
+  EXPECT_EQ(vqsRegisterEvent(session, kFirmwareEvent, reinterpret_cast<void*>(0x7777'7770)), kFailed);
   EXPECT_TRUE(CloseHandle(watched));
   EXPECT_TRUE(CloseHandle(own));
 }
@@ -149,14 +150,14 @@ TEST(SimulatedLibrary, leaves_an_event_of_that_name_alone_and_has_its_own) {
   ASSERT_NE(event, nullptr);
   LoadedLibrary library;
   QtfSession* session = nullptr;
-  ASSERT_EQ(library.function(vqsInitialize, "vqsInitialize")(&session), VQS_SUCCESS);
+  ASSERT_EQ(library.function(vqsInitialize, "vqsInitialize")(&session), kDone);
   const auto wait = library.function(vqsWaitAppOutput, "vqsWaitAppOutput");
-  EXPECT_EQ(wait(session, 0), VQS_REQUEST_FAILED);
+  EXPECT_EQ(wait(session, 0), kFailed);
   const bool before = WaitForSingleObject(event, 0) == WAIT_OBJECT_0;
-  ASSERT_EQ(library.function(vqsSetAppInputs, "vqsSetAppInputs")(session, 5, 7), VQS_SUCCESS);
-  EXPECT_EQ(wait(session, 0), VQS_SUCCESS);
+  ASSERT_EQ(library.function(vqsSetAppInputs, "vqsSetAppInputs")(session, 5, 7), kDone);
+  EXPECT_EQ(wait(session, 0), kDone);
   EXPECT_EQ(WaitForSingleObject(event, 0) == WAIT_OBJECT_0, before);
-  EXPECT_EQ(library.function(vqsUninitialize, "vqsUninitialize")(session), VQS_SUCCESS);
+  EXPECT_EQ(library.function(vqsUninitialize, "vqsUninitialize")(session), kDone);
   EXPECT_TRUE(CloseHandle(event));
 }
 
@@ -164,15 +165,15 @@ TEST(SimulatedLibrary, outlives_its_unloading_while_its_thread_runs) {
   LoadedLibrary library;
   QtfSession* session = nullptr;
   QtfLogKV* log = nullptr;
-  ASSERT_EQ(library.function(vqsInitialize, "vqsInitialize")(&session), VQS_SUCCESS);
-  ASSERT_EQ(library.function(vqsStartQTFLogKV, "vqsStartQTFLogKV")(session, &log), VQS_SUCCESS);
+  ASSERT_EQ(library.function(vqsInitialize, "vqsInitialize")(&session), kDone);
+  ASSERT_EQ(library.function(vqsStartQTFLogKV, "vqsStartQTFLogKV")(session, &log), kDone);
   library.unload();
   // Longer than the thread waits between two rounds.
   Sleep(1500);
   ASSERT_TRUE(library.isLoaded());
   library.load();
-  EXPECT_EQ(library.function(vqsStopQTFLogKV, "vqsStopQTFLogKV")(session, log), VQS_SUCCESS);
-  EXPECT_EQ(library.function(vqsUninitialize, "vqsUninitialize")(session), VQS_SUCCESS);
+  EXPECT_EQ(library.function(vqsStopQTFLogKV, "vqsStopQTFLogKV")(session, log), kDone);
+  EXPECT_EQ(library.function(vqsUninitialize, "vqsUninitialize")(session), kDone);
 }
 
 }  // namespace

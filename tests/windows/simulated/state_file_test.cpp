@@ -7,6 +7,7 @@
 
 #include <vqs/vqs.h>
 #include "tests/simulator/embedded/state_bytes.h"
+#include "tests/support/results.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/windows/processes.h"
 
@@ -41,13 +42,13 @@ void add(QtfSession* session, std::uint32_t id) {
   policy.id = id;
   std::strcpy(policy.name, "one of many");
   std::uint32_t verdict = 99;
-  ASSERT_EQ(vqsPbAddPolicy(session, &policy, nullptr, &verdict), VQS_SUCCESS);
+  ASSERT_EQ(vqsPbAddPolicy(session, &policy, nullptr, &verdict), kDone);
   ASSERT_EQ(verdict, 0U);
 }
 
 std::uint32_t policyCount(QtfSession* session, VqsPolicyStore store) {
   VqsPolicyListV2 head{2, 0, 0};
-  EXPECT_EQ(vqsPbGetPoliciesV2(session, &head, store), VQS_SUCCESS);
+  EXPECT_EQ(vqsPbGetPoliciesV2(session, &head, store), kDone);
   return head.count;
 }
 
@@ -80,17 +81,17 @@ class Errors {
 TEST_F(StateFile, has_what_a_process_said_before_it_was_ended) {
   if (isPart()) {
     QtfSession* session = nullptr;
-    ASSERT_EQ(vqsInitialize(&session), VQS_SUCCESS);
+    ASSERT_EQ(vqsInitialize(&session), kDone);
     add(session, 7);
     TerminateProcess(GetCurrentProcess(), 5);
   }
   EXPECT_EQ(runCase("StateFile.has_what_a_process_said_before_it_was_ended"), 5U);
   QtfSession* session = nullptr;
-  ASSERT_EQ(vqsInitialize(&session), VQS_SUCCESS);
+  ASSERT_EQ(vqsInitialize(&session), kDone);
   VqsPolicyV0 policy{};
-  EXPECT_EQ(vqsPbIDGetPolicy(session, 7, &policy), VQS_SUCCESS);
+  EXPECT_EQ(vqsPbIDGetPolicy(session, 7, &policy), kDone);
   EXPECT_STREQ(policy.name, "one of many");
-  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
 }
 
 TEST_F(StateFile, is_waited_for) {
@@ -101,19 +102,19 @@ TEST_F(StateFile, is_waited_for) {
     CloseHandle(file);
   }};
   QtfSession* session = nullptr;
-  EXPECT_EQ(vqsInitialize(&session), VQS_SUCCESS);
+  EXPECT_EQ(vqsInitialize(&session), kDone);
   other.join();
   add(session, 7);
-  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
 }
 
 TEST_F(StateFile, is_free_after_the_last_session) {
   for (std::uint32_t count = 1; count < 4; ++count) {
     QtfSession* session = nullptr;
-    ASSERT_EQ(vqsInitialize(&session), VQS_SUCCESS);
+    ASSERT_EQ(vqsInitialize(&session), kDone);
     add(session, count);
     EXPECT_EQ(policyCount(session, VQS_POLICY_STORE_PB), count);
-    EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+    EXPECT_EQ(vqsUninitialize(session), kDone);
     EXPECT_EQ(part(readFile(path()), 0, 12), hex("56 51 53 53 54 41 54 45  03 00 00 00"));
   }
 }
@@ -122,9 +123,9 @@ TEST_F(StateFile, of_an_older_format_is_brought_to_the_present_one) {
   for (const Bytes& image : {oldState(), smallState()}) {
     folder.write("state", image);
     QtfSession* session = nullptr;
-    ASSERT_EQ(vqsInitialize(&session), VQS_SUCCESS);
+    ASSERT_EQ(vqsInitialize(&session), kDone);
     EXPECT_EQ(policyCount(session, VQS_POLICY_STORE_ASM), 1U);
-    EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+    EXPECT_EQ(vqsUninitialize(session), kDone);
     EXPECT_EQ(part(readFile(path()), 0, 12), hex("56 51 53 53 54 41 54 45  03 00 00 00"));
     std::size_t files = 0;
     for (const auto& entry : std::filesystem::directory_iterator{folder.path("")}) files += entry.exists() ? 1 : 0;
@@ -137,7 +138,7 @@ void expectRefusal(const TemporaryFolder& folder, const std::string& stateFile, 
   SetEnvironmentVariableA(kVariable, stateFile.c_str());
   const Errors errors{folder.path("errors")};
   QtfSession* session = nullptr;
-  EXPECT_EQ(vqsInitialize(&session), VQS_REQUEST_FAILED);
+  EXPECT_EQ(vqsInitialize(&session), kFailed);
   EXPECT_EQ(errors.text(), "vexoqtf simulator: " + stateFile + " " + reason + "\n");
 }
 
@@ -160,8 +161,8 @@ TEST_F(StateFile, is_named_in_utf_8) {
   const std::filesystem::path file = std::filesystem::path{folder.path("")} / L"stan-\x0142\x4e2d";
   SetEnvironmentVariableW(L"VEXOQTF_SIMULATOR_STATE", file.c_str());
   QtfSession* session = nullptr;
-  ASSERT_EQ(vqsInitialize(&session), VQS_SUCCESS);
-  EXPECT_EQ(vqsUninitialize(session), VQS_SUCCESS);
+  ASSERT_EQ(vqsInitialize(&session), kDone);
+  EXPECT_EQ(vqsUninitialize(session), kDone);
   EXPECT_NE(GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 

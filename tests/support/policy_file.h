@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tests/binary/policy_model.h"
 #include "tests/support/bytes.h"
+#include "tests/support/policy_model.h"
 
 namespace test {
 
@@ -28,7 +28,6 @@ class Assembly {
   Bytes bytes_;
 };
 
-Bytes joined(const std::vector<Bytes>& parts);
 Bytes units(std::u16string_view text);
 Bytes characters(std::string_view text);
 

@@ -19,9 +19,10 @@ struct WitnessedRequest {
 };
 
 /// A device that writes down every request and answers it with success or failure.
-class WitnessDevice : public host::Device {
+class WitnessDevice final : public host::Device {
  public:
-  explicit WitnessDevice(std::u16string path = u"\\\\?\\witness", const GUID& of = ScriptedDriver::kInterfaceClass) {
+  explicit WitnessDevice(const std::u16string& path = u"\\\\?\\witness",
+                         const GUID& of = ScriptedDriver::kInterfaceClass) {
     host::attachDevice(*this, of, path);
   }
   ~WitnessDevice() { host::detachDevice(*this); }

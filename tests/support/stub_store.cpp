@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/binary/stub_store.h"
+#include "tests/support/stub_store.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "tests/support/scripted_driver.h"
 
 namespace test {
 namespace {
 
-constexpr GUID kInterfaceClass = {0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
 /// Several stores may stand side by side.
 std::u16string nextPath() {
   static char16_t last = u'0';
@@ -22,7 +24,7 @@ constexpr std::size_t kPackedSize = 3972;
 StubStore::StubStore(std::vector<Bytes> packed)
     : packed_(std::move(packed)), claimed_(static_cast<std::uint32_t>(packed_.size())) {
   const auto path = nextPath();
-  host::attachDevice(*this, kInterfaceClass, path);
+  host::attachDevice(*this, ScriptedDriver::kInterfaceClass, path);
   session_.handle = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
 }
 

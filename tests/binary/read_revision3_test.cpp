@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/binary/reading.h"
+#include "tests/support/results.h"
 
 // What both readers take and refuse in files of revisions 3 and 4, field by field.
 
@@ -64,13 +65,13 @@ Entry withActions(std::size_t count) {
 }
 
 TEST_P(OldRevision, every_field_arrives_and_the_rest_of_the_body_is_zero) {
-  Policy policy = fullPolicy();
+  Policy policy = richPolicy();
   policy.actions = {{5, 6}, {7, 8}};
   Entry entry = wideEntry(policy);
   entry.name = characters(policy.description.substr(0, 5));
   policy.name = std::u16string{u"every"};
   entry.texts = {{characters("ab?"), 1}, {characters("second text?"), 0}};
-  expectBodies(one(entry), {bodyV2(policy)});
+  expectBodies(one(entry), {policyBody(2, policy)});
 }
 
 TEST_P(OldRevision, widens_each_character_by_zero_extension) {
@@ -210,17 +211,17 @@ TEST_P(OldRevision, an_empty_text_leaves_its_slot_empty) {
   entry.texts[1] = {hex("78 00"), 1};
   entry.actions = {{5, 6}};
   const Policy policy{.name = u"A", .description = "", .texts = {{u"", 0}, {u"x", 1}, {u"", 0}}, .actions = {{5, 6}}};
-  expectBodies(one(entry), {bodyV2(policy)});
+  expectBodies(one(entry), {policyBody(2, policy)});
 }
 
 TEST_P(OldRevision, more_than_400_policies_are_taken) {
   const std::vector<Entry> entries(1000, narrowEntry());
   const auto path = file(oldFileOf(GetParam(), entries));
   const auto outcome = read(path, 2, 200 + 1000 * 3916);
-  EXPECT_EQ(outcome.status, 0U);
+  EXPECT_EQ(outcome.status, kDone);
   EXPECT_EQ(bodyPart(outcome.buffer, 48, 4), hex("e8 03 00 00"));
   EXPECT_EQ(bodyPart(outcome.buffer, 200 + 999 * 3916 + 4, 4), hex("41 00 00 00"));
-  EXPECT_EQ(readSummary(path).status, 0U);
+  EXPECT_EQ(readSummary(path).status, kDone);
 }
 
 TEST_P(OldRevision, a_count_that_the_file_cannot_hold_is_refused) {
@@ -229,9 +230,9 @@ TEST_P(OldRevision, a_count_that_the_file_cannot_hold_is_refused) {
     const auto path = file(oldFileOf(GetParam(), {narrowEntry()}, {}, {.policyCount = count}));
     std::uint64_t size = UINT64_MAX;
     VqsPolicyBinary untouched = poisoned<VqsPolicyBinary>();
-    EXPECT_EQ(vqsPbReadBinaryV2(session_, path.c_str(), &untouched, &size, 0), 1U) << count;
+    EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), &untouched, &size, 0), kFailed) << count;
     EXPECT_EQ(bytesOf(untouched), Bytes(200, kPoison)) << count;
-    EXPECT_EQ(readSummary(path).status, 1U) << count;
+    EXPECT_EQ(readSummary(path).status, kFailed) << count;
   }
 }
 
@@ -240,7 +241,7 @@ TEST_P(OldRevision, a_header_of_less_than_64_bytes_can_be_sized_but_not_read) {
   for (const long size : {12L, 36L, 63L}) {
     const auto path = file({whole.begin(), whole.begin() + size});
     const auto query = read(path, 2, 0);
-    EXPECT_EQ(query.status, 0U);
+    EXPECT_EQ(query.status, kDone);
     EXPECT_EQ(query.size, 200U + 3916);
     expectRefused({whole.begin(), whole.begin() + size});
   }
@@ -282,7 +283,7 @@ TEST_F(BinaryReading, revision_4_misses_the_flag_that_revision_3_does_not_write)
 
 TEST_F(BinaryReading, actions_are_8_bytes_in_revision_3_and_23_in_revision_4) {
   auto entry = narrowEntry();
-  entry.actions = fullPolicy().actions;
+  entry.actions = richPolicy().actions;
   const Bytes full = onlyBody(oldFileOf(4, {entry}));
   EXPECT_EQ(bodyPart(full, 3020, 28),
             hex("04 03 02 01 08 07 06 05 0c 0b 0a 09 0d 0e 00 00 12 11 10 0f 13 00 00 00 17 16 15 14"));

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/binary/reading.h"
+#include "tests/support/results.h"
 
 // What both readers take and refuse in a file of revision 5, field by field.
 
@@ -22,20 +23,20 @@ Bytes bodyPart(const Bytes& body, std::size_t first, std::size_t size) {
 }
 
 TEST_F(Revision5, every_field_arrives_and_the_rest_of_the_body_is_zero) {
-  expectBodies(fileOf({wideEntry(fullPolicy()), wideEntry(smallPolicy()), wideEntry(fullPolicy())}),
-               {bodyV2(fullPolicy()), bodyV2(smallPolicy()), bodyV2(fullPolicy())});
+  expectBodies(fileOf({wideEntry(richPolicy()), wideEntry(smallPolicy()), wideEntry(richPolicy())}),
+               {policyBody(2, richPolicy()), policyBody(2, smallPolicy()), policyBody(2, richPolicy())});
 }
 
 TEST_F(Revision5, bytes_after_the_last_entry_are_ignored) {
-  const Bytes file = fileOf({wideEntry(fullPolicy()), wideEntry(smallPolicy())});
-  const std::vector<Bytes> bodies = {bodyV2(fullPolicy()), bodyV2(smallPolicy())};
+  const Bytes file = fileOf({wideEntry(richPolicy()), wideEntry(smallPolicy())});
+  const std::vector<Bytes> bodies = {policyBody(2, richPolicy()), policyBody(2, smallPolicy())};
   expectBodies(joined({file, Bytes(6, 0)}), bodies);
   expectBodies(joined({file, Bytes(1, 0xFF)}), bodies);
   expectBodies(joined({file, Bytes(10000, 0xFF)}), bodies);
 }
 
 TEST_F(Revision5, an_entry_cut_short_by_one_byte_is_refused) {
-  Bytes file = fileOf({wideEntry(fullPolicy()), wideEntry(smallPolicy())});
+  Bytes file = fileOf({wideEntry(richPolicy()), wideEntry(smallPolicy())});
   file.pop_back();
   expectRefused(file);
 }
@@ -44,13 +45,13 @@ TEST_F(Revision5, policy_counts_from_1_to_400) {
   const std::vector<Entry> entries(401);
   const std::uint64_t room = 200 + 402 * 3916;
   const auto most = file(fileOf({entries.begin() + 1, entries.end()}));
-  EXPECT_EQ(read(most, 2, room).status, 0U);
-  EXPECT_EQ(readSummary(most).status, 0U);
+  EXPECT_EQ(read(most, 2, room).status, kDone);
+  EXPECT_EQ(readSummary(most).status, kDone);
   const auto tooMany = file(fileOf(entries));
   const auto outcome = read(tooMany, 2, room);
-  EXPECT_EQ(outcome.status, 1U);
+  EXPECT_EQ(outcome.status, kFailed);
   EXPECT_EQ(outcome.buffer, Bytes(outcome.buffer.size(), kPoison));
-  EXPECT_EQ(readSummary(tooMany).status, 1U);
+  EXPECT_EQ(readSummary(tooMany).status, kFailed);
   expectRefused(fileOf({{}}, {.policyCount = 0}));
 }
 
@@ -58,9 +59,9 @@ TEST_F(Revision5, a_count_that_the_file_cannot_hold_is_refused) {
   for (const std::uint32_t count : {2U, 400U, 401U, 0x80000000U, 0xFFFFFFFFU}) {
     const auto path = file(fileOf({{}}, {.policyCount = count}));
     const auto outcome = read(path, 0, 200 + 402 * 804);
-    EXPECT_EQ(outcome.status, 1U) << count;
+    EXPECT_EQ(outcome.status, kFailed) << count;
     EXPECT_EQ(outcome.buffer, Bytes(outcome.buffer.size(), kPoison)) << count;
-    EXPECT_EQ(readSummary(path).status, 1U) << count;
+    EXPECT_EQ(readSummary(path).status, kFailed) << count;
   }
 }
 
@@ -129,7 +130,7 @@ TEST_F(Revision5, an_empty_text_has_no_flag_and_leaves_its_slot_empty) {
   Entry entry{.texts = {{.text = {}, .flag = {}}, {.text = hex("78 00 00 00"), .flag = 1}, {.text = {}, .flag = {}}}};
   entry.actions = {{5, 6}};
   const Policy policy{.name = u"A", .description = "", .texts = {{u"", 0}, {u"x", 1}, {u"", 0}}, .actions = {{5, 6}}};
-  expectBodies(fileOf({entry}), {bodyV2(policy)});
+  expectBodies(fileOf({entry}), {policyBody(2, policy)});
 }
 
 TEST_F(Revision5, flags_and_ops_are_the_conversions_affair) {
@@ -140,7 +141,7 @@ TEST_F(Revision5, flags_and_ops_are_the_conversions_affair) {
 
 TEST_F(Revision5, action_counts_up_to_32) {
   std::vector<Action> most(32);
-  most[31] = fullPolicy().actions[0];
+  most[31] = richPolicy().actions[0];
   const Bytes body = onlyBody(fileOf({{.actions = most}}));
   EXPECT_EQ(bodyPart(body, 3020 + 31 * 28, 28),
             hex("04 03 02 01 08 07 06 05 0c 0b 0a 09 0d 0e 00 00 12 11 10 0f 13 00 00 00 17 16 15 14"));
@@ -167,10 +168,10 @@ TEST_F(Revision5, any_pair_of_versions_is_handed_back) {
   for (const auto& [first, second] : {std::pair<std::uint16_t, std::uint16_t>{0, 0}, {0xFFFF, 0x8001}}) {
     const auto path = file(fileOf({{}}, {.version1 = first, .version2 = second}));
     const auto outcome = read(path, 2);
-    EXPECT_EQ(outcome.status, 0U);
+    EXPECT_EQ(outcome.status, kDone);
     EXPECT_EQ(bodyPart(outcome.buffer, 0, 200), headOf(first, second, 1, 2));
     const auto summary = readSummary(path);
-    ASSERT_EQ(summary.status, 0U);
+    ASSERT_EQ(summary.status, kDone);
     EXPECT_EQ(summary.summary->binaryVersion1, first);
     EXPECT_EQ(summary.summary->binaryVersion2, second);
   }

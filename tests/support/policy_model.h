@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "format/policy/conversion.h"
 #include "tests/support/bytes.h"
 
 // What a policy holds, apart from any layout, and an assembler that lays it out by explicit offsets: the library's
@@ -16,14 +13,21 @@
 
 namespace test {
 
-struct TextContent {
-  std::u16string units;
-  std::uint8_t flag;
+struct Condition {
+  std::uint32_t conditionId = 0;
+  std::uint32_t op = 0;
+  std::uint32_t value = 0;
+  std::uint32_t value2 = 0;
 };
 
-struct ActionContent {
-  std::uint32_t actionId;
-  std::uint32_t value;
+struct Text {
+  std::u16string text;
+  std::uint8_t flag = 0;
+};
+
+struct Action {
+  std::uint32_t actionId = 0;
+  std::uint32_t value = 0;
   std::uint32_t value2 = 0;
   std::uint8_t option1 = 0;
   std::uint8_t option2 = 0;
@@ -32,9 +36,10 @@ struct ActionContent {
   std::uint32_t value4 = 0;
 };
 
-struct PolicyContent {
+/// What a policy says, in no layout.
+struct Policy {
   std::u16string name;
-  Bytes description = Bytes(32, 0);
+  std::string description;
   std::uint8_t flag0 = 0;
   std::uint32_t id = 0;
   std::uint32_t param0 = 0;
@@ -42,16 +47,32 @@ struct PolicyContent {
   std::uint8_t flag2 = 0;
   std::uint32_t param1 = 0;
   std::uint32_t param2 = 0;
-  /// condition type, comparison, both operands
-  std::vector<std::array<std::uint32_t, 4>> conditions;
-  std::vector<TextContent> texts;
-  std::vector<ActionContent> actions;
+  std::vector<Condition> conditions = {{}};
+  std::vector<Text> texts = {};
+  std::vector<Action> actions = {};
 };
 
 /// Where a layout keeps what all of them have.
 struct Layout {
-  std::size_t size, name, description, flag0, id, param0, flag1, flag2, param1, param2;
-  std::size_t conditionCount, actionCount, textCount, conditions, texts, textSize, textFlag, actions, actionSize;
+  std::size_t size;
+  std::size_t name;
+  std::size_t description;
+  std::size_t flag0;
+  std::size_t id;
+  std::size_t param0;
+  std::size_t flag1;
+  std::size_t flag2;
+  std::size_t param1;
+  std::size_t param2;
+  std::size_t conditionCount;
+  std::size_t actionCount;
+  std::size_t textCount;
+  std::size_t conditions;
+  std::size_t texts;
+  std::size_t textSize;
+  std::size_t textFlag;
+  std::size_t actions;
+  std::size_t actionSize;
 };
 
 inline constexpr Layout kVersion0 = {.size = 804,
@@ -133,23 +154,24 @@ inline constexpr Layout kPacked = {.size = 3972,
 
 const Layout& layoutOf(std::uint32_t version);
 
-/// A body of a structure version; padding, reserved bytes and unused entries hold `fill`.
-Record callerRecord(std::uint32_t version, const PolicyContent& content, std::uint8_t fill = 0);
-/// A policy in the driver's form.
-Record packedRecord(const PolicyContent& content);
-
+/// Zero throughout, without entries.
+Policy emptyPolicy();
+/// The policy of tests/data/one-policy.bin: name "A", id 10, one condition.
+Policy smallPolicy();
+/// A value of its own in every field, two texts and two actions.
+Policy richPolicy();
 /// A policy that fills every field and entry, no two fields alike. Names and texts leave room for their zero alone, as
 /// far as the 8-bit layouts go. In version 0 the fields that its actions lack are zero.
-PolicyContent fullPolicy(std::uint32_t version);
+Policy fullPolicy(std::uint32_t version);
 /// Full in its texts and its name, few entries; different for every id.
-PolicyContent numberedPolicy(std::uint32_t id);
+Policy numberedPolicy(std::uint32_t id);
+/// The policy with its name and texts cut to what the 8-bit layouts can hold and end with a zero.
+Policy shortened(Policy policy);
 
-/// The library's conversions on bodies as bytes; the pointers point at exactly as many bytes as there are. 0 when all
-/// went well, -1 for a text that could not be converted, 1 for anything else.
-int pack(std::uint32_t version, const Bytes& body, vqs::PackedPolicy& packed);
-int unpack(std::uint32_t version, const Bytes& packed, Bytes& body);
-
-/// Names the cases of a test that runs once for each structure version.
-std::string versionName(const ::testing::TestParamInfo<std::uint32_t>& instance);
+/// A policy in a structure version, as callers have it; padding, reserved bytes and unused entries hold `fill`. A text
+/// that fills its 8-bit field has no zero.
+Record policyBody(std::uint32_t version, const Policy& policy, std::uint8_t fill = 0);
+/// A policy in the driver's form.
+Record packedPolicy(const Policy& policy);
 
 }  // namespace test

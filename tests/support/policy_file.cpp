@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/binary/assembly.h"
+#include "tests/support/policy_file.h"
 
 namespace test {
 namespace {
@@ -36,12 +36,6 @@ Assembly& Assembly::little(std::uint64_t value, std::size_t width) {
   return *this;
 }
 
-Bytes joined(const std::vector<Bytes>& parts) {
-  Assembly bytes;
-  for (const auto& part : parts) bytes.bytes(part);
-  return bytes;
-}
-
 Bytes units(std::u16string_view text) {
   Assembly bytes;
   for (const char16_t unit : text) bytes.u16(unit);
@@ -66,6 +60,7 @@ Bytes entryBytes(const Entry& entry) {
 
 Entry wideEntry(const Policy& policy) {
   std::vector<EntryText> texts;
+  texts.reserve(policy.texts.size());
   for (const auto& [text, flag] : policy.texts) texts.push_back({joined({units(text), {0, 0}}), flag});
   return {.name = joined({units(policy.name), {0, 0}}),
           .description = joined({characters(policy.description), {0}}),
@@ -102,6 +97,7 @@ Bytes oldFileOf(std::uint16_t revision, const std::vector<Entry>& entries, const
 
 Bytes writtenFile(const std::vector<Policy>& policies, std::uint16_t version1, std::uint16_t version2) {
   std::vector<Entry> entries;
+  entries.reserve(policies.size());
   for (const auto& policy : policies) entries.push_back(wideEntry(policy));
   Bytes file = fileOf(entries, {.version1 = version1, .version2 = version2});
   file.resize(file.size() + 3 * policies.size());
