@@ -2,26 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/tool/driver_client.h"
-#include "tests/tool/run_tool.h"
+#include "tests/tool/store_save_failure.h"
 
 namespace test {
 namespace {
-
-/// A tool with the laptop's policies in its Asm store, and a file that must stay as it is.
-class StoreSaveFailure : public testing::Test {
- protected:
-  void SetUp() override {
-    tool.writeText("keep.bin", "precious");
-    ASSERT_EQ(tool.run({"store", "load", "asm", samplePath("laptop-r5.bin")}).exitCode, 0);
-  }
-
-  void expectKept() const {
-    EXPECT_EQ(tool.readText("keep.bin"), "precious");
-    EXPECT_EQ(tool.files(), std::vector<std::string>{"keep.bin"});
-  }
-
-  Tool tool;
-};
 
 TEST_F(StoreSaveFailure, empty_store) {
   EXPECT_EQ(tool.run({"store", "save", "pb", "keep.bin"}),

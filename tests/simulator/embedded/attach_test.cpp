@@ -3,27 +3,12 @@
 
 #include <cstdlib>
 
-#include "host/windows_api.h"
-#include "tests/simulator/embedded/client.h"
+#include "tests/simulator/embedded/attached_device.h"
 
 // The driver of this program was attached before main, as it is in a process that loads the library.
 
 namespace test {
 namespace {
-
-constexpr const char16_t* kPath = u"\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}";
-
-HANDLE openDevice() {
-  return CreateFileW(kPath, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                     FILE_ATTRIBUTE_NORMAL, nullptr);
-}
-
-std::uint32_t addThrough(HANDLE device, std::uint32_t id) {
-  Bytes record = addRequest(simplePolicy(id));
-  DWORD returned = 0;
-  if (!DeviceIoControl(device, kModifyPb, record.data(), 4000, record.data(), 4000, &returned, nullptr)) return 1;
-  return word(record, 3980);
-}
 
 TEST(AttachedDriver, is_there_without_being_asked_for) {
   GUID interfaceClass = {0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};

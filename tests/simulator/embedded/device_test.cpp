@@ -3,13 +3,10 @@
 
 #include <thread>
 
-#include "host/windows_api.h"
-#include "tests/simulator/embedded/client.h"
+#include "tests/simulator/embedded/attached_device.h"
 
 namespace test {
 namespace {
-
-constexpr const char16_t* kPath = u"\\\\?\\root#system#0000#{9dc9718b-59bf-43ee-94ed-34bb823dcedf}";
 
 std::u16string devices() {
   GUID interfaceClass = {0x9DC9718B, 0x59BF, 0x43EE, {0x94, 0xED, 0x34, 0xBB, 0x82, 0x3D, 0xCE, 0xDF}};
@@ -18,18 +15,6 @@ std::u16string devices() {
   std::u16string list(length, u'\0');
   EXPECT_EQ(CM_Get_Device_Interface_ListW(&interfaceClass, nullptr, list.data(), length, 0), CR_SUCCESS);
   return list;
-}
-
-HANDLE openDevice() {
-  return CreateFileW(kPath, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                     FILE_ATTRIBUTE_NORMAL, nullptr);
-}
-
-std::uint32_t addThrough(HANDLE device, std::uint32_t id) {
-  Bytes record = addRequest(simplePolicy(id));
-  DWORD returned = 0;
-  if (!DeviceIoControl(device, kModifyPb, record.data(), 4000, record.data(), 4000, &returned, nullptr)) return 1;
-  return word(record, 3980);
 }
 
 TEST(EmbeddedDevice, is_found_by_its_interface_class_while_attached) {

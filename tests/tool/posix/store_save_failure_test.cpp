@@ -3,26 +3,12 @@
 
 #include <filesystem>
 
-#include "tests/tool/run_tool.h"
+#include "tests/tool/store_save_failure.h"
 
 namespace test {
 namespace {
 
-/// A tool with the laptop's policies in its Asm store, and a file that must stay as it is.
-class StoreSaveObstacle : public testing::Test {
- protected:
-  void SetUp() override {
-    tool.writeText("keep.bin", "precious");
-    ASSERT_EQ(tool.run({"store", "load", "asm", samplePath("laptop-r5.bin")}).exitCode, 0);
-  }
-
-  void expectKept() const {
-    EXPECT_EQ(tool.readText("keep.bin"), "precious");
-    EXPECT_EQ(tool.files(), std::vector<std::string>{"keep.bin"});
-  }
-
-  Tool tool;
-};
+class StoreSaveObstacle : public StoreSaveFailure {};
 
 TEST_F(StoreSaveObstacle, folder_in_the_way) {
   EXPECT_EQ(tool.run({"store", "save", "asm", "."}), failed("vqs: . cannot be written: Is a directory\n"));
