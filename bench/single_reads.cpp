@@ -34,13 +34,14 @@ SingleRead readOnce(const std::string& path, std::size_t policies) {
 
 std::vector<SingleRead> readOften(const std::string& path, std::size_t policies, int times) {
   std::vector<SingleRead> reads;
+  reads.reserve(static_cast<std::size_t>(times));
   for (int i = 0; i < times; ++i) reads.push_back(readOnce(path, policies));
   return reads;
 }
 
 std::vector<double> figuresOf(const std::vector<SingleRead>& reads, double SingleRead::* figure) {
-  std::vector<double> figures;
-  for (const auto& read : reads) figures.push_back(read.*figure);
+  std::vector<double> figures(reads.size());
+  std::ranges::transform(reads, figures.begin(), [figure](const SingleRead& read) { return read.*figure; });
   return figures;
 }
 

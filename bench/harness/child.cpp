@@ -34,6 +34,7 @@ class Redirection {
 
 pid_t start(const std::vector<std::string>& command, int output) {
   std::vector<char*> words;
+  words.reserve(command.size() + 1);
   for (const auto& word : command) words.push_back(const_cast<char*>(word.c_str()));
   words.push_back(nullptr);
   pid_t child = -1;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iostream>
 
 namespace bench {
 namespace {
@@ -77,8 +78,8 @@ std::string_view Report::verdictOn(const Aim& aim) const {
 void Report::print() const {
   for (const Aim& aim : kAims) {
     const Entry& entry = entryOf(aim.item);
-    std::printf("%s\t%s\t%s\t%s\t%s\t%s\n", aim.work.data(), aim.unit.data(), limitText(aim).c_str(),
-                figureText(aim, entry.figure).c_str(), verdictOn(aim).data(), entry.basis.c_str());
+    std::cout << aim.work << '\t' << aim.unit << '\t' << limitText(aim) << '\t' << figureText(aim, entry.figure) << '\t'
+              << verdictOn(aim) << '\t' << entry.basis << '\n';
   }
 }
 

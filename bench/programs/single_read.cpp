@@ -54,7 +54,7 @@ void readWithoutTheLibrary(const char* path, std::span<char> memory) {
   std::FILE* const file = std::fopen(path, "rb");
   std::fseek(file, 0, SEEK_END);
   const auto length = static_cast<std::size_t>(std::ftell(file));
-  std::rewind(file);
+  std::fseek(file, 0, SEEK_SET);
   char* const bytes = static_cast<char*>(std::malloc(length));
   if (std::fread(bytes, length, 1, file) != 1) std::exit(1);
   std::fclose(file);
