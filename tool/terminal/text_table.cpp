@@ -54,6 +54,7 @@ std::vector<std::size_t> TextTable::widths() const {
 std::vector<std::string> TextTable::lines() const {
   const auto widths = this->widths();
   std::vector<std::string> lines;
+  lines.reserve(rows_.size());
   for (const auto& row : rows_) lines.push_back(renderRow(row, widths));
   return lines;
 }
