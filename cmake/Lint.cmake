@@ -4,7 +4,7 @@
 find_program(VQS_CLANG_FORMAT NAMES clang-format-19 REQUIRED)
 find_program(VQS_CLANG_TIDY NAMES clang-tidy-19 REQUIRED)
 
-set(code_folders bench examples format fuzz host include simulator src tests tool)
+set(code_folders bench documents examples format fuzz host include simulator src tests tool)
 list(TRANSFORM code_folders PREPEND ${PROJECT_SOURCE_DIR}/)
 list(TRANSFORM code_folders APPEND "/*.h" OUTPUT_VARIABLE header_patterns)
 list(TRANSFORM code_folders APPEND "/*.cpp" OUTPUT_VARIABLE source_patterns)
@@ -23,7 +23,7 @@ list(TRANSFORM code_headers PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE tidy_
 set(windows_sources ${code_sources})
 list(FILTER windows_sources INCLUDE REGEX "^simulator/(device|installer)/")
 set(tidy_sources ${code_sources})
-list(FILTER tidy_sources INCLUDE REGEX "^(bench|format|fuzz|host|simulator|src)/")
+list(FILTER tidy_sources INCLUDE REGEX "^(bench|documents|format|fuzz|host|simulator|src)/")
 list(FILTER tidy_sources EXCLUDE REGEX "^simulator/(device|installer)/|^host/windows_|_windows\\.cpp$")
 # The peers' code is made from their schemas when the benchmarks are built.
 list(FILTER tidy_sources EXCLUDE REGEX "^bench/(peers/|peers\\.cpp)")
@@ -43,7 +43,8 @@ endif()
 # which a program is one source where it is to be looked at in one piece.
 set(databases ${PROJECT_BINARY_DIR}/tidy)
 file(GLOB_RECURSE build_files CONFIGURE_DEPENDS
-  ${PROJECT_SOURCE_DIR}/bench/CMakeLists.txt ${PROJECT_SOURCE_DIR}/format/CMakeLists.txt
+  ${PROJECT_SOURCE_DIR}/bench/CMakeLists.txt ${PROJECT_SOURCE_DIR}/documents/CMakeLists.txt
+  ${PROJECT_SOURCE_DIR}/format/CMakeLists.txt
   ${PROJECT_SOURCE_DIR}/fuzz/CMakeLists.txt ${PROJECT_SOURCE_DIR}/host/CMakeLists.txt
   ${PROJECT_SOURCE_DIR}/simulator/CMakeLists.txt ${PROJECT_SOURCE_DIR}/src/CMakeLists.txt
   ${PROJECT_SOURCE_DIR}/tests/CMakeLists.txt ${PROJECT_SOURCE_DIR}/tool/CMakeLists.txt

@@ -23,13 +23,14 @@ may_include() {
 nothing_public='no public header'
 may_include include '(base|functions|status|(catalogue|features|platform|policy|policy_binary|session|telemetry)(_records)?)\.h"'
 may_include format 'format/' 'vqs/(base|[a-z_]+_records)\.h'
+may_include documents '(documents/|format/)' 'vqs/(base|[a-z_]+_records)\.h'
 may_include src/channel '(src/channel/|format/(bytes|policy/text)\.h|host/windows_(api|devices)\.h)'
 may_include src/log '(src/log/|src/channel/|format/telemetry/)'
 may_include src/platform 'src/(platform|channel)/'
 may_include src/policy '(src/policy/|src/channel/|format/)'
 may_include src/binary '(src/(binary|policy|channel)/|format/)'
 may_include src/windows 'src/windows/'
-may_include tool '(tool/|format/)'
+may_include tool '(tool/|documents/|format/)'
 may_include host 'host/' "$nothing_public"
 may_include simulator/model 'simulator/model/' "$nothing_public"
 may_include simulator/embedded '(simulator/(embedded|model)/|host/)' "$nothing_public"
@@ -37,14 +38,15 @@ may_include simulator/device 'simulator/(device|model)/' "$nothing_public"
 may_include simulator/installer 'simulator/installer/' "$nothing_public"
 may_include examples 'examples/'
 may_include cmake 'cmake/' "$nothing_public"
-may_include fuzz '(fuzz|format|src|simulator/model)/'
-may_include bench '(bench|format|src|host|simulator/embedded)/'
+may_include fuzz '(fuzz|documents|format|src|simulator/model)/'
+may_include bench '(bench|documents|format|src|host|simulator/embedded)/'
 # Tests see what they are of, and what all tests share.
 may_include tests/support '(tests/support|format|src/channel|host)/'
 for family in channel log platform policy binary; do
   may_include "tests/$family" "(tests/support|tests/$family|src/($family|channel)|format|host)/"
 done
 may_include tests/format '(tests/support|tests/format|format|src/channel)/'
+may_include tests/documents '(tests/support|tests/documents|documents|format)/'
 may_include tests/host '(tests/support|tests/host|host)/'
 may_include tests/interface '(tests/support|tests/interface)/'
 may_include tests/journey '(tests/support|tests/journey)/'
@@ -53,7 +55,7 @@ may_include tests/memory '(tests/support|tests/memory|tests/simulator/embedded|h
 may_include tests/package 'tests/package/'
 may_include tests/performance '(tests/(support|performance|journey|memory|tool)|format|src/channel|host)/'
 may_include tests/simulator '(tests/support|tests/simulator|simulator|host)/'
-may_include tests/tool '(tests/support|tests/tool|tool|format)/'
+may_include tests/tool '(tests/support|tests/tool|tool|documents|format)/'
 may_include tests/windows '(tests/support|tests/windows|tests/simulator/embedded|simulator/(device|installer))/'
 
 # Sources in no room of the above.
@@ -61,8 +63,8 @@ refuse "a folder without a rule of what it may include" \
   "$(find . -path ./build -prune -o \( -name '*.[hc]' -o -name '*.cpp' \) -print | sed 's|^\./||' |
     grep -vE "^($(IFS='|'; echo "${ruled[*]}"))/" || true)" "give it one here"
 
-refuse "platform conditionals in src and format" \
-  "$(grep -rnE '^\s*#\s*(if|ifdef|ifndef|elif)\b.*(WIN32|WIN64|linux|MINGW|MSC_VER)' src format | grep -v '^src/channel/windows_api.h:' || true)" \
+refuse "platform conditionals in src, format and documents" \
+  "$(grep -rnE '^\s*#\s*(if|ifdef|ifndef|elif)\b.*(WIN32|WIN64|linux|MINGW|MSC_VER)' src format documents | grep -v '^src/channel/windows_api.h:' || true)" \
   "differences between systems are files, not conditionals"
 refuse "requests leave through one function only" \
   "$(grep -rlE '\bDeviceIoControl\(' src | grep -v '^src/channel/request.cpp$' || true)" "send them with src/channel/request.h"
