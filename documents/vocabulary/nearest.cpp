@@ -58,8 +58,9 @@ std::vector<std::string_view> nearestOf(std::span<const std::string_view> names,
   std::ranges::stable_sort(candidates, {}, &Candidate::distance);
   std::vector<std::string_view> nearest;
   for (const auto& [distance, name] : candidates) {
-    // Who made one slip has hardly made three.
-    const bool isFurther = distance < kBeginning && distance > 2 * candidates.front().distance;
+    // Who can have made one slip has hardly made two.
+    const std::size_t least = candidates.front().distance;
+    const bool isFurther = distance < kBeginning && distance > least + least / 2;
     if (nearest.size() < kMostNames && !isFurther) nearest.push_back(name);
   }
   return nearest;

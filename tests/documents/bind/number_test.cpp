@@ -57,48 +57,48 @@ TEST(Numbers, at_the_ends_of_their_fields_are_taken) {
 
 TEST(Numbers, beyond_the_ends_of_their_fields_are_refused) {
   EXPECT_EQ(said(withMembers(R"("flag0": 256)")),
-            "P0016 error 1:71-74 policies[0].flag0: \"flag0\" cannot be 256: a number from 0 to 255 is expected\n");
+            "P0016 error 1:67-70 policies[0].flag0: \"flag0\" cannot be 256: a number from 0 to 255 is expected\n");
   EXPECT_EQ(said(withMembers(R"("flag2": -1)")),
-            "P0016 error 1:71-73 policies[0].flag2: \"flag2\" cannot be -1: a number from 0 to 255 is expected\n");
+            "P0016 error 1:67-69 policies[0].flag2: \"flag2\" cannot be -1: a number from 0 to 255 is expected\n");
   EXPECT_EQ(said(withMembers(R"("param1": 4294967296)")),
-            "P0016 error 1:72-82 policies[0].param1: \"param1\" cannot be 4294967296: a number from 0 to 4294967295 is "
+            "P0016 error 1:68-78 policies[0].param1: \"param1\" cannot be 4294967296: a number from 0 to 4294967295 is "
             "expected\n");
 }
 
 TEST(Numbers, of_many_digits_are_cut_in_the_sentence) {
   EXPECT_EQ(said(withMembers("\"flag0\": " + std::string(100, '9'))),
-            "P0016 error 1:71-171 policies[0].flag0: \"flag0\" cannot be 999999999999999999999999...: a number from 0 "
+            "P0016 error 1:67-167 policies[0].flag0: \"flag0\" cannot be 999999999999999999999999...: a number from 0 "
             "to 255 is expected\n");
 }
 
 TEST(Numbers, in_quotes_are_written_without) {
   EXPECT_EQ(said(withMembers(R"("flag0": "12")")),
-            "P0013 error 1:71-75 policies[0].flag0: \"flag0\" cannot be a string: a number from 0 to 255 is expected\n"
+            "P0013 error 1:67-71 policies[0].flag0: \"flag0\" cannot be a string: a number from 0 to 255 is expected\n"
             "  certain: write 12\n");
   EXPECT_EQ(
       said(withMembers(R"("flag0": "256")")),
-      "P0013 error 1:71-76 policies[0].flag0: \"flag0\" cannot be a string: a number from 0 to 255 is expected\n");
+      "P0013 error 1:67-72 policies[0].flag0: \"flag0\" cannot be a string: a number from 0 to 255 is expected\n");
 }
 
 TEST(Numbers, are_of_no_other_kind) {
   EXPECT_EQ(said(withMembers(R"("flag0": null)")),
-            "P0013 error 1:71-75 policies[0].flag0: \"flag0\" cannot be null: a number from 0 to 255 is expected\n");
+            "P0013 error 1:67-71 policies[0].flag0: \"flag0\" cannot be null: a number from 0 to 255 is expected\n");
   EXPECT_EQ(said(withMembers(R"("flag0": true)")),
-            "P0013 error 1:71-75 policies[0].flag0: \"flag0\" cannot be true or false: a number from 0 to 255 is "
+            "P0013 error 1:67-71 policies[0].flag0: \"flag0\" cannot be true or false: a number from 0 to 255 is "
             "expected\n");
   EXPECT_EQ(said(withMembers(R"("flag0": [1])")),
-            "P0013 error 1:71-74 policies[0].flag0: \"flag0\" cannot be a list: a number from 0 to 255 is expected\n");
+            "P0013 error 1:67-70 policies[0].flag0: \"flag0\" cannot be a list: a number from 0 to 255 is expected\n");
   EXPECT_EQ(said(withMembers(R"("flag0": {})")),
-            "P0013 error 1:71-73 policies[0].flag0: \"flag0\" cannot be an object: a number from 0 to 255 is "
+            "P0013 error 1:67-69 policies[0].flag0: \"flag0\" cannot be an object: a number from 0 to 255 is "
             "expected\n");
 }
 
 TEST(Numbers, with_a_fraction_are_refused) {
   EXPECT_EQ(said(withMembers(R"("flag0": 1.5)")),
-            "P0017 error 1:71-74 policies[0].flag0: 1.5 is not written as a whole number: digits alone are "
+            "P0017 error 1:67-70 policies[0].flag0: 1.5 is not written as a whole number: digits alone are "
             "expected\n");
   EXPECT_EQ(said(withMembers(R"("flag0": 1e1)")),
-            "P0017 error 1:71-74 policies[0].flag0: 1e1 is not written as a whole number: digits alone are expected\n"
+            "P0017 error 1:67-70 policies[0].flag0: 1e1 is not written as a whole number: digits alone are expected\n"
             "  certain: write 10\n");
 }
 

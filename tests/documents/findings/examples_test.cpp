@@ -46,8 +46,8 @@ constexpr Example kExamples[] = {
     {Rule::kNoSuchOption,
      R"(P0012 error 1:54-56 policies[0].when[0].value: 77 is no option of "Power Source": "AC Power" )"
      R"((0) or "DC Power" (1) is expected)"
-     "\n"
-     "013 wrong kind\n"
+     "\n"},
+    {Rule::kWrongKind,
      R"(P0013 error 1:24-27 policies[0].id: "id" cannot be a string: a number from 0 to 4294967295 is )"
      "expected\n"
      "  certain: write 1\n"},
