@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <span>
-#include <tuple>
 
 #include "documents/policies/entries.h"
+#include "documents/policies/numbers.h"
 #include "format/bytes.h"
 #include "format/policy/fields.h"
 
@@ -13,10 +13,6 @@ namespace documents {
 namespace {
 
 constexpr auto isSameEntry = [](const auto& a, const auto& b) { return isSame(a, b); };
-
-auto numbersOf(const Policy& policy) {
-  return std::tie(policy.id, policy.flag0, policy.flag1, policy.flag2, policy.param0, policy.param1, policy.param2);
-}
 
 // The units of records are of a type of their own on each system, those of policies are char16_t everywhere.
 
@@ -93,7 +89,7 @@ Record toFields(const Policy& policy) {
 }  // namespace
 
 bool operator==(const Policy& a, const Policy& b) {
-  return numbersOf(a) == numbersOf(b) && a.name == b.name && a.description == b.description && a.texts == b.texts &&
+  return a.id == b.id && numbersOf(a) == numbersOf(b) && a.name == b.name && a.description == b.description && a.texts == b.texts &&
          std::ranges::equal(a.conditions, b.conditions, isSameEntry) &&
          std::ranges::equal(a.actions, b.actions, isSameEntry);
 }
