@@ -17,7 +17,9 @@ auto fieldsOf(const VqsPolicyAction& action) {
 
 }  // namespace
 
-bool isSame(const VqsPolicyCondition& a, const VqsPolicyCondition& b) { return fieldsOf(a) == fieldsOf(b); }
-bool isSame(const VqsPolicyAction& a, const VqsPolicyAction& b) { return fieldsOf(a) == fieldsOf(b); }
+std::strong_ordering orderOf(const VqsPolicyCondition& a, const VqsPolicyCondition& b) {
+  return fieldsOf(a) <=> fieldsOf(b);
+}
+std::strong_ordering orderOf(const VqsPolicyAction& a, const VqsPolicyAction& b) { return fieldsOf(a) <=> fieldsOf(b); }
 
 }  // namespace documents

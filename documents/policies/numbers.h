@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstdint>
 #include <string_view>
 
@@ -14,11 +15,11 @@ struct NamedNumber {
   std::string_view name;
   std::uint32_t value;
 
-  bool operator==(const NamedNumber&) const = default;
+  auto operator<=>(const NamedNumber&) const = default;
 };
 
 /// All of them but the id, in the order of documents.
-constexpr std::array<NamedNumber, 6> numbersOf(const Policy& policy) {
+inline std::array<NamedNumber, 6> numbersOf(const Policy& policy) {
   return {{{"flag0", policy.flag0},
            {"flag1", policy.flag1},
            {"flag2", policy.flag2},

@@ -7,7 +7,10 @@
 namespace documents {
 
 ListedPolicy listed(const Policy& policy) {
-  ListedPolicy listed{.id = policy.id, .name = readable(policy.name), .description = readable(policy.description)};
+  ListedPolicy listed;
+  listed.id = policy.id;
+  listed.name = readable(policy.name);
+  listed.description = readable(policy.description);
   for (const auto& condition : policy.conditions) listed.conditions.push_back(inWords(condition));
   for (const auto& action : policy.actions) listed.actions.push_back(inWords(action));
   for (const auto& text : policy.texts) {
