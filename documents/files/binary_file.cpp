@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "documents/files/binary_file.h"
 
+#include <algorithm>
+
 #include <vqs/policy_binary_records.h>
 #include "documents/documents.h"
 #include "documents/files/defect_text.h"
@@ -9,8 +11,6 @@
 
 namespace documents {
 namespace {
-
-constexpr auto kMagicBytes = std::as_bytes(std::span{vqs::kMagic});
 
 std::string pathOf(std::size_t policy) { return "policies[" + std::to_string(policy) + "]"; }
 
@@ -71,8 +71,9 @@ bool isPolicyBinary(std::span<const std::byte> bytes) {
   constexpr std::byte kZero{0};
   if (bytes.size() < 2 || bytes[1] != kZero) return false;
   if (bytes[0] == std::byte{vqs::kFormatVersion}) return true;
-  return bytes.size() >= vqs::kMagicOffset + kMagicBytes.size() &&
-         std::ranges::equal(bytes.subspan(vqs::kMagicOffset, kMagicBytes.size()), kMagicBytes);
+  const auto magic = std::as_bytes(std::span{vqs::kMagic});
+  return bytes.size() >= vqs::kMagicOffset + magic.size() &&
+         std::ranges::equal(bytes.subspan(vqs::kMagicOffset, magic.size()), magic);
 }
 
 std::optional<PolicySet> readBinaryFile(std::span<const std::byte> file, Findings& findings) {
