@@ -100,8 +100,8 @@ TEST(ReadPolicies, reads_registry_text_of_both_stores) {
 
 TEST(ReadPolicies, reads_registry_text_in_utf_16_of_either_byte_order) {
   const auto text = textOf(sample("laptop-asm.reg"));
-  for (const auto& bytes : {"\xFF\xFE" + wide(text, false), wide(text, false), "\xFE\xFF" + wide(text, true),
-                            wide(text, true)}) {
+  for (const auto& bytes :
+       {"\xFF\xFE" + wide(text, false), wide(text, false), "\xFE\xFF" + wide(text, true), wide(text, true)}) {
     const auto result = readText(bytes);
     EXPECT_EQ(result.form, Form::kRegistryText);
     EXPECT_TRUE(result.findings.empty());
@@ -148,11 +148,10 @@ TEST(ReadPolicies, takes_the_named_value_that_stands_first_and_says_what_it_leav
   ASSERT_TRUE(result.policies);
   EXPECT_EQ(result.policies->policies.at(0).id, 2U);
   EXPECT_EQ(toldBy(result),
-            (std::vector<Told>{
-                {Rule::kRegistryLine,
-                 R"("" is left out: only the policies of "BalanceProfileCurrentRegkeyPolicy" are read)"},
-                {Rule::kRegistryLine, R"("AsmCurrentRegkeyPolicy" is left out: only the policies of )"
-                                      R"("BalanceProfileCurrentRegkeyPolicy" are read)"}}));
+            (std::vector<Told>{{Rule::kRegistryLine,
+                                R"("" is left out: only the policies of "BalanceProfileCurrentRegkeyPolicy" are read)"},
+                               {Rule::kRegistryLine, R"("AsmCurrentRegkeyPolicy" is left out: only the policies of )"
+                                                     R"("BalanceProfileCurrentRegkeyPolicy" are read)"}}));
   EXPECT_FALSE(hasErrors(result.findings));
 }
 
@@ -170,7 +169,8 @@ TEST(ReadPolicies, says_where_registry_text_is_broken) {
     std::size_t offset;
     Told told;
   } cases[] = {
-      {"oops\n", 0,
+      {"oops\n",
+       0,
        {Rule::kRegistryLine, "a key in brackets, a value under a key, or a comment behind \";\" is expected"}},
       {value + "0,01\n", value.size(), {Rule::kMalformedHex, "two hexadecimal digits are expected"}},
       {value + "00 01\n",
@@ -257,8 +257,9 @@ TEST(ReadPolicies, knows_a_damaged_binary_by_its_magic) {
 TEST(ReadPolicies, refuses_a_binary_of_an_older_revision_without_policies) {
   const auto result = read(test::oldFileOf(3, {}));
   EXPECT_FALSE(result.policies);
-  EXPECT_EQ(toldBy(result), (std::vector<Told>{{Rule::kBadBinary,
-                                                "not a valid policy binary: offset 8: the file announces no policies"}}));
+  EXPECT_EQ(
+      toldBy(result),
+      (std::vector<Told>{{Rule::kBadBinary, "not a valid policy binary: offset 8: the file announces no policies"}}));
 }
 
 TEST(ReadPolicies, reads_more_policies_of_an_older_revision_than_a_new_one_has) {

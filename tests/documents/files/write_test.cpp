@@ -59,12 +59,12 @@ TEST(WriteRegistry, makes_the_samples) {
 
 TEST(WriteRegistry, writes_utf_16_as_registry_editors_do) {
   using namespace std::string_literals;
-  const auto text = writeRegistry(std::as_bytes(std::span{"\x01\xAB", 2}), RegistryValue::kAsm,
-                                  RegistryEncoding::kUtf16);
+  const auto text =
+      writeRegistry(std::as_bytes(std::span{"\x01\xAB", 2}), RegistryValue::kAsm, RegistryEncoding::kUtf16);
   EXPECT_EQ(text.substr(0, 8), "\xFF\xFEW\0i\0n\0"s);
   EXPECT_EQ(text.substr(2 + 2 * 36, 10), "\r\0\n\0\r\0\n\0[\0"s);
   EXPECT_EQ(text.substr(text.size() - 14), "0\0001\0,\0a\0b\0\r\0\n\0"s);
-  EXPECT_EQ(text.size(), 2 + 2 * (36 + 2 + 2 + 77 + 2 + 34 + 2));
+  EXPECT_EQ(text.size(), 2 + 2 * (36 + 2 + 2 + 73 + 2 + 34 + 2));
 }
 
 TEST(WriteRegistry, is_read_back_in_every_form) {

@@ -11,8 +11,8 @@
 namespace documents {
 namespace {
 
-using test::bytesOf;
 using test::Bytes;
+using test::bytesOf;
 using test::recordOf;
 
 vqs::PackedPolicy packed(const test::Policy& model) { return recordOf<vqs::PackedPolicy>(test::packedPolicy(model)); }

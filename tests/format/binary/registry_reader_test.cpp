@@ -66,10 +66,9 @@ TEST(RegistryReader, takes_the_values_of_both_stores_and_one_without_a_name) {
       "\"AsmCurrentRegkeyPolicy\"=hex:01\n"
       "\"\"=hex:03\n"
       "@=hex:04\n");
-  EXPECT_EQ(result.values, (std::vector<Value>{{"BalanceProfileCurrentRegkeyPolicy", {2}},
-                                               {"AsmCurrentRegkeyPolicy", {1}},
-                                               {"", {3}},
-                                               {"", {4}}}));
+  EXPECT_EQ(result.values,
+            (std::vector<Value>{
+                {"BalanceProfileCurrentRegkeyPolicy", {2}}, {"AsmCurrentRegkeyPolicy", {1}}, {"", {3}}, {"", {4}}}));
 }
 
 TEST(RegistryReader, takes_what_registry_editors_write) {
