@@ -222,7 +222,7 @@ TEST(Compare, says_every_field_in_the_order_of_a_document) {
 }
 
 TEST(Compare, tells_apart_what_reads_alike) {
-  EXPECT_EQ(changesOf(namedPolicy(1, {0xD800}), namedPolicy(1, {0xD801})).size(), 1U);
+  EXPECT_EQ(changesOf(namedPolicy(1, std::u16string{0xD800}), namedPolicy(1, std::u16string{0xD801})).size(), 1U);
 }
 
 TEST(Compare, moves_as_few_policies_as_can_be) {

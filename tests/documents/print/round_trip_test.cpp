@@ -35,7 +35,9 @@ PolicySet readBinary(const Bytes& file) {
 std::optional<PolicySet> throughDocument(const PolicySet& policies) {
   const auto document = printDocument(policies);
   const auto result = readDocument(document, kWhateverItSays);
-  if (result.policies) EXPECT_EQ(printDocument(*result.policies), document);
+  if (result.policies) {
+    EXPECT_EQ(printDocument(*result.policies), document);
+  }
   EXPECT_EQ(formatDocument(document).text, document);
   return result.policies;
 }
