@@ -48,6 +48,7 @@ void bindDocument(Context& context, BoundSet& bound) {
     return refuseKind(context, 0, {}, "a document", "an object with \"policies\"");
   const auto found = bindMembers(context, 0, {}, "a document", kMembers, bound);
   if ((found & kHasPolicies) != 0) return;
+  if (context.isIncomplete(0)) return context.refuseBroken();
   context.refuse(Rule::kMissingMember, {.offset = root.span.offset, .length = 1}, {},
                  [] { return Words{"the document has no \"policies\": a list is expected"}; });
 }

@@ -80,7 +80,7 @@ void bindOnlyOperator(Context& context, Span span, const Path& path, BoundCondit
     }
   }
   condition.isWhole = false;
-  context.refuse(Rule::kMissingComparison, span, path, [&] {
+  context.refuse(Rule::kMissingComparison, span, path.member("op"), [&] {
     return Words{"the comparison of " + quote(subjectOf(condition)) + " is missing: \"op\" of " +
                  expectedOperators(operatorsOf(condition.word))};
   });

@@ -1,9 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "documents/bind/context.h"
 
+#include <algorithm>
+
 #include "documents/text/quote.h"
 
 namespace documents {
+
+bool Context::isIncomplete(NodeId id) const {
+  const Node& node = tree_.node(id);
+  const char closing = node.kind == NodeKind::kObject ? '}' : ']';
+  if (node.isBroken || tree_.slice(node.span).back() != closing) return true;
+  const auto end = findings_.begin() + static_cast<std::ptrdiff_t>(syntaxFindings_);
+  const auto offsetOf = [](const Finding& finding) { return finding.span.offset; };
+  auto finding = std::ranges::lower_bound(findings_.begin(), end, node.span.offset, {}, offsetOf);
+  NodeId child = node.firstChild;
+  for (; finding != end && finding->span.offset < node.span.end(); ++finding) {
+    while (child != kNoNode && tree_.node(child).span.end() <= finding->span.offset) child = tree_.node(child).next;
+    if (child == kNoNode) return true;
+    const Node& next = tree_.node(child);
+    const std::size_t start = next.name.length == 0 ? next.span.offset : next.name.offset;
+    if (finding->span.offset < start) return true;
+  }
+  return false;
+}
 
 void Context::add(Severity severity, Rule rule, Span span, const Path& path, Words words) {
   addFinding(findings_, {.rule = rule,

@@ -23,10 +23,12 @@ struct Words {
 class Context {
  public:
   Context(const Tree& tree, const ReadOptions& options, Findings& findings)
-      : tree_(tree), options_(options), findings_(findings) {}
+      : tree_(tree), options_(options), findings_(findings), syntaxFindings_(findings.size()) {}
 
   [[nodiscard]] const Tree& tree() const { return tree_; }
   [[nodiscard]] const Node& node(NodeId id) const { return tree_.node(id); }
+  /// True for a list or an object in which the parser had to leave something out, so that what it lacks may be there.
+  [[nodiscard]] bool isIncomplete(NodeId id) const;
   [[nodiscard]] const ReadOptions& options() const { return options_; }
   /// False when no record can hold what was found.
   [[nodiscard]] bool isHoldable() const { return isHoldable_; }
@@ -60,6 +62,8 @@ class Context {
   const Tree& tree_;
   const ReadOptions& options_;
   Findings& findings_;
+  /// those that the parser made, in the order of their places
+  std::size_t syntaxFindings_;
   bool isHoldable_ = true;
 };
 

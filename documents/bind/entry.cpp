@@ -148,6 +148,10 @@ std::vector<Entry> bindEntries(Context& context, NodeId element, const Path& pat
     return {};
   }
   std::vector<Entry> entries;
+  if (node.count == 0 && context.isIncomplete(element)) {
+    context.refuseBroken();
+    return {};
+  }
   if (node.count != 1) refuseCount(context, element, path, kind);
   for (NodeId id = node.firstChild; id != kNoNode; id = context.node(id).next) {
     // Beside others, what is no name is more likely a field that is one level too high.

@@ -9,19 +9,6 @@
 #include "documents/vocabulary/nearest.h"
 
 namespace documents {
-namespace {
-
-void sayUnknown(Context& context, const Node& node, const Path& path, std::string_view written, std::string_view what,
-                std::span<const std::string_view> names) {
-  context.say(Rule::kUnknownMember, node.name, path, [&] {
-    const std::string sentence = quote(written) + " is no member of " + std::string(what);
-    const auto nearest = nearestOf(names, written);
-    if (!nearest.empty()) return Words{sentence + perhaps(nearest), rewrites(node.name, nearest)};
-    return Words{sentence + ": " + alternatives({names.begin(), names.end()}) + " is expected"};
-  });
-}
-
-}  // namespace
 
 MemberNames::MemberNames(Context& context, NodeId object, const Path& path, std::string_view what,
                          std::span<const std::string_view> names)
@@ -31,6 +18,18 @@ MemberNames::MemberNames(Context& context, NodeId object, const Path& path, std:
     const auto found = std::ranges::find(names, characters.view());
     if (found != names.end()) taken_ |= std::uint32_t{1} << (found - names.begin());
   }
+}
+
+void MemberNames::sayUnknown(const Node& node, std::string_view written) {
+  context_.say(Rule::kUnknownMember, node.name, path_, [&] {
+    std::vector<std::string_view> missing;
+    for (std::size_t i = 0; i < names_.size(); ++i)
+      if ((taken_ >> i & 1) == 0) missing.push_back(names_[i]);
+    const std::string sentence = quote(written) + " is no member of " + std::string(what_);
+    const auto nearest = nearestOf(missing, written);
+    if (!nearest.empty()) return Words{sentence + perhaps(nearest), rewrites(node.name, nearest)};
+    return Words{sentence + ": " + alternatives({names_.begin(), names_.end()}) + " is expected"};
+  });
 }
 
 std::optional<std::size_t> MemberNames::indexOf(NodeId member) {
@@ -44,7 +43,7 @@ std::optional<std::size_t> MemberNames::indexOf(NodeId member) {
   // Where the right name is there too, this one can mean anything.
   const std::uint32_t bit = found == names_.end() ? 0 : std::uint32_t{1} << index;
   if (bit == 0 || (taken_ & bit) != 0) {
-    sayUnknown(context_, node, path_, written, what_, names_);
+    sayUnknown(node, written);
     return std::nullopt;
   }
   taken_ |= bit;

@@ -32,6 +32,8 @@ class MemberNames {
   [[nodiscard]] std::uint32_t taken() const { return taken_; }
 
  private:
+  void sayUnknown(const Node& node, std::string_view written);
+
   Context& context_;
   const Path& path_;
   std::string_view what_;

@@ -54,7 +54,9 @@ BoundPolicy bindPolicy(Context& context, NodeId id, const Path& path) {
     return policy;
   }
   const auto found = bindMembers(context, id, path, "a policy", kMembers, policy);
-  if ((found & kHasId) == 0) {
+  if ((found & kHasId) == 0 && context.isIncomplete(id)) {
+    context.refuseBroken();
+  } else if ((found & kHasId) == 0) {
     context.refuse(Rule::kMissingMember, {.offset = node.span.offset, .length = 1}, path,
                    [] { return Words{"the policy has no \"id\": a number from 0 to 4294967295 is expected"}; });
   }

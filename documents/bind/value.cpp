@@ -57,6 +57,14 @@ std::optional<std::uint32_t> bindOption(Context& context, NodeId id, const Path&
   return isText ? bindText(context, id, path, word) : bindNumberOf(context, id, path, word);
 }
 
+/// An element of a list of options.
+std::optional<std::uint32_t> bindElement(Context& context, NodeId id, const Path& path, const Word& word) {
+  const NodeKind kind = context.node(id).kind;
+  if (kind == NodeKind::kString || kind == NodeKind::kNumber) return bindOption(context, id, path, word);
+  refuseKind(context, id, path, "an option of " + quote(word.name), "its text or its number");
+  return std::nullopt;
+}
+
 std::optional<std::uint32_t> bindBits(Context& context, NodeId id, const Path& path, const Word& word) {
   const Node& node = context.node(id);
   if (node.kind != NodeKind::kArray || node.isBroken) return bindOption(context, id, path, word);
@@ -65,7 +73,7 @@ std::optional<std::uint32_t> bindBits(Context& context, NodeId id, const Path& p
   std::size_t index = 0;
   for (NodeId element = node.firstChild; element != kNoNode; element = context.node(element).next, ++index) {
     const Path place = path.element(index);
-    const auto value = bindOption(context, element, place, word);
+    const auto value = bindElement(context, element, place, word);
     isWhole = isWhole && value;
     if (value && *value != 0 && (bits & *value) == *value) {
       const Span span = context.node(element).span;

@@ -11,15 +11,15 @@ namespace {
 /// The comparison that all enumerations admit, and most of them alone.
 constexpr std::uint32_t kSame = 2;
 
-/// A condition that asks for one option.
+/// The type of a condition that asks for one option; null for others.
 const Word* enumerationOf(const VqsPolicyCondition& condition) {
   const Word* word = condition.op == kSame ? wordOf(WordKind::kCondition, condition.conditionId) : nullptr;
-  return word != nullptr && word->form == ValueForm::kOption ? word : nullptr;
+  if (word == nullptr || word->form != ValueForm::kOption || !optionText(*word, condition.value)) return nullptr;
+  return word;
 }
 
 std::string valueOf(const Word& word, std::uint32_t value) {
-  const auto text = optionText(word, value);
-  return text ? quote(*text) : std::to_string(value);
+  return quote(optionText(word, value).value_or(std::string_view{}));
 }
 
 void checkPolicy(Context& context, const Policy& policy, const PolicyPlace& place, const Path& path) {
@@ -32,7 +32,7 @@ void checkPolicy(Context& context, const Policy& policy, const PolicyPlace& plac
     if (word == nullptr || !place.conditions[i].isWhole) continue;
     for (std::size_t j = 0; j < i; ++j) {
       const VqsPolicyCondition& first = conditions[j];
-      if (first.conditionId != second.conditionId || first.op != kSame || !place.conditions[j].isWhole) continue;
+      if (enumerationOf(first) != word || !place.conditions[j].isWhole) continue;
       if (first.value == second.value) continue;
       const EntryPlace& entry = place.conditions[i];
       context.say(Rule::kContradiction, entry.name, path.member("when").element(entry.index), [&] {

@@ -7,10 +7,10 @@ namespace {
 /// Where a policy's conditions should be; of length 0 where it has some, or has what cannot be read.
 Span missingAt(const Context& context, const PolicyPlace& place) {
   const Node& self = context.node(place.self);
-  if (self.kind != NodeKind::kObject || self.isBroken) return {};
+  if (self.kind != NodeKind::kObject || (place.when == kNoNode && context.isIncomplete(place.self))) return {};
   if (place.when == kNoNode) return {.offset = self.span.offset, .length = 1};
   const Node& when = context.node(place.when);
-  const bool isEmpty = when.kind == NodeKind::kArray && !when.isBroken && when.count == 0;
+  const bool isEmpty = when.kind == NodeKind::kArray && when.count == 0 && !context.isIncomplete(place.when);
   return isEmpty ? when.span : Span{};
 }
 
