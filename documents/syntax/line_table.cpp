@@ -12,6 +12,8 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kMarkDistance = 1024;
 
 Character characterAt(std::string_view text, std::size_t offset) {
+  const auto byte = static_cast<unsigned char>(text[offset]);
+  if (byte < 0x80) return {.value = byte, .bytes = 1};
   return nextCharacter(text.substr(offset)).value_or(Character{.value = 0xFFFD, .bytes = 1});
 }
 

@@ -356,6 +356,18 @@ void Parser::unexpected(std::string sentence, std::vector<Suggestion> suggestion
   report(Rule::kUnexpected, token_.span, std::move(sentence), std::move(suggestions));
 }
 
+namespace {
+
+/// How many values a text has, or more. Those of a small one are guessed, since growing costs little there.
+std::size_t likelyNodes(std::string_view text) {
+  constexpr std::size_t kSmall = std::size_t{1} << 20;
+  if (text.size() <= kSmall) return text.size() / 16 + 1;
+  return 1 + static_cast<std::size_t>(
+                 std::ranges::count_if(text, [](char byte) { return byte == ',' || byte == '[' || byte == '{'; }));
+}
+
+}  // namespace
+
 Tree parse(std::string_view text, Findings& findings) {
   Tree tree{.text = text};
   const std::size_t before = findings.size();
@@ -377,8 +389,7 @@ Tree parse(std::string_view text, Findings& findings) {
     refuse(Rule::kBrokenUtf8, {.offset = 0, .length = 2}, "the document is UTF-16: UTF-8 is expected");
     return tree;
   }
-  // Documents have a value in every ten to twenty bytes.
-  tree.nodes.reserve(text.size() / 16 + 1);
+  tree.nodes.reserve(likelyNodes(text));
   Parser{tree, findings}.run(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
   // Objects are looked at as a whole when they end.
   std::stable_sort(findings.begin() + static_cast<std::ptrdiff_t>(before), findings.end(),

@@ -22,12 +22,23 @@ constexpr auto kStringBytes = [] {
   return bytes;
 }();
 
+/// What a byte does outside of strings.
+enum class Byte : std::uint8_t { kWord, kBlank, kLineEnd, kPunctuation, kSlash, kMany };
+
+constexpr auto kBytes = [] {
+  std::array<Byte, 256> bytes{};
+  for (std::size_t i = 0x80; i < 0x100; ++i) bytes[i] = Byte::kMany;
+  for (const char blank : {' ', '\t'}) bytes[static_cast<std::size_t>(blank)] = Byte::kBlank;
+  for (const char lineEnd : {'\n', '\r'}) bytes[static_cast<std::size_t>(lineEnd)] = Byte::kLineEnd;
+  for (const char mark : {'{', '}', '[', ']', ',', ':', '"'})
+    bytes[static_cast<std::size_t>(mark)] = Byte::kPunctuation;
+  bytes['/'] = Byte::kSlash;
+  return bytes;
+}();
+
 constexpr std::size_t indexOf(char byte) { return static_cast<unsigned char>(byte); }
+constexpr Byte kindOf(char byte) { return kBytes[indexOf(byte)]; }
 constexpr bool isLineEnd(char byte) { return byte == '\n' || byte == '\r'; }
-constexpr bool isSpace(char byte) { return byte == ' ' || byte == '\t' || isLineEnd(byte); }
-constexpr bool endsWord(char byte) {
-  return isSpace(byte) || std::string_view{",:[]{}\""}.find(byte) != std::string_view::npos;
-}
 
 constexpr bool isHexDigit(char byte) {
   return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F');
@@ -54,10 +65,11 @@ std::string escapeOf(char control) {
 Token Scanner::next() {
   bool startsLine = at_ == 0;
   for (;;) {
-    startsLine |= skipSpace();
+    startsLine |= skipBlanks();
     if (isAtEnd()) break;
-    const bool isComment = skipComment();
-    if (!isComment && skipBroken() == 0) break;
+    const Byte byte = kindOf(text_[at_]);
+    const bool isSkipped = byte == Byte::kSlash ? skipComment() : byte == Byte::kMany && skipBroken() != 0;
+    if (!isSkipped) break;
   }
   Token token;
   if (isAtEnd()) {
@@ -96,10 +108,16 @@ Token Scanner::next() {
   return token;
 }
 
-/// True when a line ended in it.
-bool Scanner::skipSpace() {
+/// True when a line ended in them.
+bool Scanner::skipBlanks() {
   bool isNewLine = false;
-  while (at_ < text_.size() && isSpace(text_[at_])) isNewLine |= isLineEnd(text_[at_++]);
+  for (; at_ < text_.size(); ++at_) {
+    const Byte byte = kindOf(text_[at_]);
+    if (byte == Byte::kLineEnd)
+      isNewLine = true;
+    else if (byte != Byte::kBlank)
+      break;
+  }
   return isNewLine;
 }
 
@@ -117,22 +135,28 @@ bool Scanner::skipComment() {
 
 void Scanner::skipLineComment() {
   const std::size_t start = at_;
-  while (at_ < text_.size() && !isLineEnd(text_[at_]))
-    if (skipBroken() == 0) at_ += nextCharacter(text_.substr(at_))->bytes;
+  while (at_ < text_.size() && !isLineEnd(text_[at_])) skipCharacter();
   comments_.push_back({.span = since(start), .isBlock = false});
 }
 
 void Scanner::skipBlockComment() {
   const std::size_t start = at_;
   at_ += 2;
-  while (at_ < text_.size() && !isAt("*/"))
-    if (skipBroken() == 0) at_ += nextCharacter(text_.substr(at_))->bytes;
+  while (at_ < text_.size() && !(text_[at_] == '*' && isAt("*/"))) skipCharacter();
   if (isAtEnd()) {
     report(Rule::kCommentWithoutEnd, {.offset = start, .length = 2}, "the comment has no end: \"*/\" is expected");
   } else {
     at_ += 2;
   }
   comments_.push_back({.span = since(start), .isBlock = true});
+}
+
+/// One character of a comment, or bytes that are none.
+void Scanner::skipCharacter() {
+  if (kindOf(text_[at_]) != Byte::kMany)
+    ++at_;
+  else if (skipBroken() == 0)
+    at_ += nextCharacter(text_.substr(at_))->bytes;
 }
 
 /// Bytes that are no UTF-8, and a finding about them; how many there were.
@@ -224,10 +248,13 @@ Token Scanner::singleQuoted() {
 
 Token Scanner::word() {
   const std::size_t start = at_;
-  while (at_ < text_.size() && !endsWord(text_[at_]) && !isAt("//") && !isAt("/*")) {
-    const auto character = nextCharacter(text_.substr(at_));
+  for (; at_ < text_.size(); ++at_) {
+    const Byte byte = kindOf(text_[at_]);
+    if (byte == Byte::kWord) continue;
+    if (byte == Byte::kSlash && !isAt("//") && !isAt("/*")) continue;
+    const auto character = byte == Byte::kMany ? nextCharacter(text_.substr(at_)) : std::nullopt;
     if (!character) break;
-    at_ += character->bytes;
+    at_ += character->bytes - 1;
   }
   Token token{.kind = TokenKind::kWord, .span = since(start)};
   const std::string_view word = text_.substr(start, token.span.length);

@@ -51,10 +51,11 @@ class Scanner {
   void skip(std::size_t bytes) { at_ += bytes; }
 
  private:
-  bool skipSpace();
+  bool skipBlanks();
   bool skipComment();
   void skipLineComment();
   void skipBlockComment();
+  void skipCharacter();
   std::size_t skipBroken();
   Token single(TokenKind kind);
   Token string();

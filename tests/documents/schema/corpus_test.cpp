@@ -43,10 +43,7 @@ std::string textOf(const std::string& file) {
 
 std::string codesOf(const Findings& findings) {
   std::string codes;
-  for (const Finding& finding : findings) {
-    const std::string number = std::to_string(static_cast<int>(finding.rule));
-    codes += (codes.empty() ? "P" : " P") + std::string(4 - number.size(), '0') + number;
-  }
+  for (const Finding& finding : findings) codes += (codes.empty() ? "" : " ") + codeOf(finding.rule);
   return codes;
 }
 
