@@ -46,6 +46,7 @@ Suggestion rewriteName(Span span, std::string_view name, bool isCertain) {
 
 std::vector<Suggestion> rewrites(Span span, const std::vector<std::string_view>& names) {
   std::vector<Suggestion> suggestions;
+  suggestions.reserve(names.size());
   for (const std::string_view name : names) suggestions.push_back(rewriteName(span, name, false));
   return suggestions;
 }

@@ -2,6 +2,7 @@
 #include "documents/vocabulary/nearest.h"
 
 #include <algorithm>
+#include <compare>
 #include <iterator>
 
 #include "documents/vocabulary/distance.h"
@@ -40,7 +41,10 @@ std::size_t distanceTo(std::string_view name, std::string_view written) {
 
 struct Candidate {
   std::size_t distance;
-  std::string_view name;
+  /// in the list, which decides between those of one distance
+  std::size_t place;
+
+  auto operator<=>(const Candidate&) const = default;
 };
 
 }  // namespace
@@ -51,17 +55,17 @@ std::vector<std::string_view> nearestOf(std::span<const std::string_view> names,
   if (written.empty() || written.size() > kLongest) return {};
   const std::string wanted = comparable(written);
   std::vector<Candidate> candidates;
-  for (const std::string_view name : names) {
-    const std::size_t distance = distanceTo(name, wanted);
-    if (distance != kFar) candidates.push_back({distance, name});
+  for (std::size_t place = 0; place < names.size(); ++place) {
+    const std::size_t distance = distanceTo(names[place], wanted);
+    if (distance != kFar) candidates.push_back({distance, place});
   }
-  std::ranges::stable_sort(candidates, {}, &Candidate::distance);
+  std::ranges::sort(candidates);
   std::vector<std::string_view> nearest;
-  for (const auto& [distance, name] : candidates) {
+  for (const auto& [distance, place] : candidates) {
     // Who can have made one slip has hardly made two.
     const std::size_t least = candidates.front().distance;
     const bool isFurther = distance < kBeginning && distance > least + least / 2;
-    if (nearest.size() < kMostNames && !isFurther) nearest.push_back(name);
+    if (nearest.size() < kMostNames && !isFurther) nearest.push_back(names[place]);
   }
   return nearest;
 }

@@ -12,7 +12,10 @@ namespace documents {
 /// time grows with n log n.
 template <class KeyOf>
 std::vector<std::pair<std::size_t, std::size_t>> duplicates(std::vector<std::size_t> indexes, const KeyOf& keyOf) {
-  std::ranges::stable_sort(indexes, {}, keyOf);
+  std::ranges::sort(indexes, [&keyOf](std::size_t a, std::size_t b) {
+    if (keyOf(a) == keyOf(b)) return a < b;
+    return keyOf(a) < keyOf(b);
+  });
   std::vector<std::pair<std::size_t, std::size_t>> found;
   std::size_t first = 0;
   for (std::size_t i = 1; i < indexes.size(); ++i) {
