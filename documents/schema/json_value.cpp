@@ -59,16 +59,26 @@ JsonValue JsonValue::boolean(bool value) {
   return result;
 }
 
-JsonValue JsonValue::list(std::vector<JsonValue> elements) {
+JsonValue JsonValue::list() {
   JsonValue result;
   result.kind_ = Kind::kList;
+  return result;
+}
+
+JsonValue JsonValue::list(std::vector<JsonValue> elements) {
+  JsonValue result = list();
   for (JsonValue& element : elements) result.add(std::move(element));
   return result;
 }
 
-JsonValue JsonValue::object(std::vector<JsonMember> members) {
+JsonValue JsonValue::object() {
   JsonValue result;
   result.kind_ = Kind::kObject;
+  return result;
+}
+
+JsonValue JsonValue::object(std::vector<JsonMember> members) {
+  JsonValue result = object();
   result.members_ = std::move(members);
   return result;
 }
@@ -84,6 +94,8 @@ JsonValue& JsonValue::addAll(JsonValue other) {
   std::ranges::move(other.members_, std::back_inserter(members_));
   return *this;
 }
+
+bool JsonValue::isEmpty() const { return members_.empty(); }
 
 bool JsonValue::operator==(const JsonValue& other) const {
   return kind_ == other.kind_ && scalar_ == other.scalar_ && members_ == other.members_;

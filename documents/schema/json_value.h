@@ -17,8 +17,10 @@ class JsonValue {
   static JsonValue text(std::string_view characters);
   static JsonValue number(std::int64_t value);
   static JsonValue boolean(bool value);
-  static JsonValue list(std::vector<JsonValue> elements = {});
-  static JsonValue object(std::vector<JsonMember> members = {});
+  static JsonValue list();
+  static JsonValue list(std::vector<JsonValue> elements);
+  static JsonValue object();
+  static JsonValue object(std::vector<JsonMember> members);
 
   JsonValue& add(std::string_view name, JsonValue value);
   JsonValue& add(JsonValue element);
@@ -26,7 +28,7 @@ class JsonValue {
   JsonValue& addAll(JsonValue other);
 
   /// True of a list or an object of nothing.
-  [[nodiscard]] bool isEmpty() const { return members_.empty(); }
+  [[nodiscard]] bool isEmpty() const;
 
   /// A value stands in one line where it fits, and its members in a line each where it does not.
   [[nodiscard]] std::string laidOut() const;
