@@ -17,6 +17,7 @@ void measureGrowth(Report& report);
 void measureConversions(Report& report);
 void measureWriting(Report& report);
 void measureRegistryText(Report& report);
+void measureDocuments(Report& report);
 void measurePeers(Report& report);
 void measureTelemetry(Report& report);
 void measureStoreCalls(Report& report);

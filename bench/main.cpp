@@ -4,8 +4,8 @@
 int main() {
   constexpr void (*kFamilies[])(bench::Report&) = {
       bench::measureNoise, bench::measureReads, bench::measureSizeCalls, bench::measureFirstCall, bench::measureGrowth,
-      bench::measureConversions, bench::measureWriting, bench::measureRegistryText, bench::measurePeers,
-      bench::measureTelemetry, bench::measureStoreCalls, bench::measureCommands,
+      bench::measureConversions, bench::measureWriting, bench::measureRegistryText, bench::measureDocuments,
+      bench::measurePeers, bench::measureTelemetry, bench::measureStoreCalls, bench::measureCommands,
       // Once more at the end: a machine that was quiet at first may not have stayed so.
       bench::measureCommandRequests, bench::measureNoise};
   bench::Report report;

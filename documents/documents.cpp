@@ -1,20 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "documents/documents.h"
 
-#include <algorithm>
-
 #include "documents/bind/bind.h"
 #include "documents/schema/schema.h"
 #include "documents/syntax/tree.h"
 
 namespace documents {
-namespace {
-
-void sortByPlace(Findings& findings) {
-  std::ranges::stable_sort(findings, {}, [](const Finding& finding) { return finding.span.offset; });
-}
-
-}  // namespace
 
 ReadResult readDocument(std::string_view text, const ReadOptions& options) {
   ReadResult result;

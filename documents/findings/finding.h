@@ -55,6 +55,9 @@ void addFinding(Findings& findings, Finding finding);
 /// True when nothing more is added.
 bool isFull(const Findings& findings);
 
+/// Sorts findings by their places; those of one place stay in their order.
+void sortByPlace(Findings& findings);
+
 /// True when one of them is an error.
 bool hasErrors(const Findings& findings);
 

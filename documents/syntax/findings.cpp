@@ -31,6 +31,18 @@ void addFinding(Findings& findings, Finding finding) {
 
 bool isFull(const Findings& findings) { return findings.size() >= kMostFindings; }
 
+void sortByPlace(Findings& findings) {
+  // By the number of each as well, since Clang takes std::stable_sort of this standard library for deprecated.
+  std::vector<std::pair<std::size_t, std::size_t>> order;
+  order.reserve(findings.size());
+  for (const Finding& finding : findings) order.emplace_back(finding.span.offset, order.size());
+  std::ranges::sort(order);
+  Findings sorted;
+  sorted.reserve(findings.size());
+  for (const auto& [offset, number] : order) sorted.push_back(std::move(findings[number]));
+  findings = std::move(sorted);
+}
+
 bool hasErrors(const Findings& findings) {
   return std::ranges::any_of(findings, [](const Finding& finding) { return finding.severity == Severity::kError; });
 }

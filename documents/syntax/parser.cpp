@@ -66,7 +66,8 @@ void Parser::run(std::size_t skipped) {
   else
     return unexpected("a value is expected");
   while (!levels_.empty() && !isFull(findings_)) step();
-  if (isFull(findings_) || is(TokenKind::kEnd)) return;
+  while (!levels_.empty()) finish(lastEnd_);
+  if (is(TokenKind::kEnd)) return;
   report(Rule::kBehindTheEnd, token_.span,
          "the document ends before " + quote(textOf(token_)) + ": nothing is expected here");
 }
@@ -370,7 +371,6 @@ std::size_t likelyNodes(std::string_view text) {
 
 Tree parse(std::string_view text, Findings& findings) {
   Tree tree{.text = text};
-  const std::size_t before = findings.size();
   const auto refuse = [&](Rule rule, Span span, std::string sentence) {
     addFinding(findings, {.rule = rule,
                           .severity = Severity::kError,
@@ -392,8 +392,7 @@ Tree parse(std::string_view text, Findings& findings) {
   tree.nodes.reserve(likelyNodes(text));
   Parser{tree, findings}.run(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
   // Objects are looked at as a whole when they end.
-  std::stable_sort(findings.begin() + static_cast<std::ptrdiff_t>(before), findings.end(),
-                   [](const Finding& a, const Finding& b) { return a.span.offset < b.span.offset; });
+  sortByPlace(findings);
   return tree;
 }
 

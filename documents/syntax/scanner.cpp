@@ -22,21 +22,21 @@ constexpr auto kStringBytes = [] {
   return bytes;
 }();
 
+constexpr std::size_t indexOf(char byte) { return static_cast<unsigned char>(byte); }
+
 /// What a byte does outside of strings.
 enum class Byte : std::uint8_t { kWord, kBlank, kLineEnd, kPunctuation, kSlash, kMany };
 
 constexpr auto kBytes = [] {
   std::array<Byte, 256> bytes{};
   for (std::size_t i = 0x80; i < 0x100; ++i) bytes[i] = Byte::kMany;
-  for (const char blank : {' ', '\t'}) bytes[static_cast<std::size_t>(blank)] = Byte::kBlank;
-  for (const char lineEnd : {'\n', '\r'}) bytes[static_cast<std::size_t>(lineEnd)] = Byte::kLineEnd;
-  for (const char mark : {'{', '}', '[', ']', ',', ':', '"'})
-    bytes[static_cast<std::size_t>(mark)] = Byte::kPunctuation;
+  for (const char blank : {' ', '\t'}) bytes[indexOf(blank)] = Byte::kBlank;
+  for (const char lineEnd : {'\n', '\r'}) bytes[indexOf(lineEnd)] = Byte::kLineEnd;
+  for (const char mark : {'{', '}', '[', ']', ',', ':', '"'}) bytes[indexOf(mark)] = Byte::kPunctuation;
   bytes['/'] = Byte::kSlash;
   return bytes;
 }();
 
-constexpr std::size_t indexOf(char byte) { return static_cast<unsigned char>(byte); }
 constexpr Byte kindOf(char byte) { return kBytes[indexOf(byte)]; }
 constexpr bool isLineEnd(char byte) { return byte == '\n' || byte == '\r'; }
 
@@ -153,10 +153,13 @@ void Scanner::skipBlockComment() {
 
 /// One character of a comment, or bytes that are none.
 void Scanner::skipCharacter() {
-  if (kindOf(text_[at_]) != Byte::kMany)
+  if (kindOf(text_[at_]) != Byte::kMany) {
     ++at_;
-  else if (skipBroken() == 0)
-    at_ += nextCharacter(text_.substr(at_))->bytes;
+  } else if (const auto character = nextCharacter(text_.substr(at_))) {
+    at_ += character->bytes;
+  } else {
+    skipBroken();
+  }
 }
 
 /// Bytes that are no UTF-8, and a finding about them; how many there were.
@@ -189,10 +192,11 @@ Token Scanner::string() {
       escape(token);
     } else if (byte == StringByte::kControl) {
       control(token);
-    } else if (skipBroken() != 0) {
-      token.hasEscapes = token.isBroken = true;
+    } else if (const auto character = nextCharacter(text_.substr(at_))) {
+      at_ += character->bytes;
     } else {
-      at_ += nextCharacter(text_.substr(at_))->bytes;
+      skipBroken();
+      token.hasEscapes = token.isBroken = true;
     }
   }
   token.span = since(start);
