@@ -8,7 +8,8 @@
 /*
  * Policies in words, for any language that can call C: checks policy documents, makes policy binaries and registry text
  * of them, turns these back into documents, and compares them. Needs no driver, opens no file and keeps nothing between
- * two calls. Text is UTF-8. Every function may be called from any thread; one result may be used by one thread at a time.
+ * two calls. Text is UTF-8. Every function may be called from any thread; one result may be used by one thread at a
+ * time.
  *
  * Each operation returns a result that is never null and that its caller releases. A result has a status, an output and
  * findings, which belong to it and live as long as it does.
@@ -73,8 +74,8 @@ typedef struct VqsDocumentsOptions {
 typedef struct VqsDocumentsResult VqsDocumentsResult;
 
 /**
- * Checks a document, or a policy binary or registry text, which are told from documents by how they begin. The output is
- * empty. Null options stand for structure version 2 and nothing else.
+ * Checks a document, or a policy binary or registry text, which are told from documents by how they begin. The output
+ * is empty. Null options stand for structure version 2 and nothing else.
  */
 VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsCheck(const void* bytes, size_t size,
                                                         const VqsDocumentsOptions* options);
@@ -83,15 +84,16 @@ VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsCheck(const void* bytes, size_
 VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsCompile(const void* bytes, size_t size,
                                                           const VqsDocumentsOptions* options);
 
-/** Makes a document of a policy binary of any revision, or of registry text; a document comes out in its canonical form. */
+/** Makes a document of a policy binary of any revision, or of registry text; a document comes out in its canonical
+ * form. */
 VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsDecompile(const void* bytes, size_t size);
 
 /** A document in its canonical layout, with its comments. Whether it makes sense as policies is not looked at. */
 VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsFormat(const void* bytes, size_t size);
 
 /**
- * Compares two documents, policy binaries or registry texts. The output is a JSON object whose "same" tells whether they
- * say the same, and whose other members say what differs. The findings are those of the first that cannot be read.
+ * Compares two documents, policy binaries or registry texts. The output is a JSON object whose "same" tells whether
+ * they say the same, and whose other members say what differs. The findings are those of the first that cannot be read.
  */
 VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsDiff(const void* first, size_t firstSize, const void* second,
                                                        size_t secondSize);
@@ -107,8 +109,8 @@ VQS_DOCUMENTS_API const void* vqsDocumentsOutput(const VqsDocumentsResult* resul
 VQS_DOCUMENTS_API size_t vqsDocumentsOutputSize(const VqsDocumentsResult* result);
 
 /**
- * The findings, as a JSON array that ends in a zero: "code", "severity", "line", "column", "endLine", "endColumn" (from 1
- * on, columns in characters), "path", "message", and "suggestions" with "message", "certain" and "edits" of "offset",
+ * The findings, as a JSON array that ends in a zero: "code", "severity", "line", "column", "endLine", "endColumn" (from
+ * 1 on, columns in characters), "path", "message", and "suggestions" with "message", "certain" and "edits" of "offset",
  * "length" (in bytes) and "text". Never null; "[]" for a null result.
  */
 VQS_DOCUMENTS_API const char* vqsDocumentsFindings(const VqsDocumentsResult* result);
