@@ -1,36 +1,45 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/policies/defect_text.h"
+#include "documents/files/defect_text.h"
 
-#include <fmt/format.h>
+#include <initializer_list>
+#include <string_view>
 
-namespace tool {
+namespace documents {
 namespace {
 
 using vqs::Defect;
 using vqs::DefectKind;
 
+std::string joined(std::initializer_list<std::string_view> parts) {
+  std::string text;
+  for (const auto part : parts) text += part;
+  return text;
+}
+
 std::string ofHeader(const Defect& defect) {
+  const std::string value = std::to_string(defect.value);
+  const std::string most = std::to_string(defect.most);
   switch (defect.kind) {
     case DefectKind::kHeaderCut:
       return "the file ends inside its header";
     case DefectKind::kUnknownFormatVersion:
-      return fmt::format("the format version is {}, only 1 is known", defect.value);
+      return joined({"the format version is ", value, ", only 1 is known"});
     case DefectKind::kUnknownRevision:
-      return fmt::format("the revision is {}, only 3, 4 and 5 are known", defect.value);
+      return joined({"the revision is ", value, ", only 3, 4 and 5 are known"});
     case DefectKind::kNoMagic:
       return "the magic \"$QTF\" is missing";
     case DefectKind::kNoPolicies:
       return "the file announces no policies";
     case DefectKind::kNoRoom:
-      return fmt::format("the file announces {} policies but has room for at most {}", defect.value, defect.most);
+      return joined({"the file announces ", value, " policies but has room for at most ", most});
     case DefectKind::kTooManyPolicies:
-      return fmt::format("the file announces {} policies, at most {} are possible", defect.value, defect.most);
+      return joined({"the file announces ", value, " policies, at most ", most, " are possible"});
     default:
       return {};
   }
 }
 
-const char* fieldOf(DefectKind kind) {
+std::string_view fieldOf(DefectKind kind) {
   switch (kind) {
     case DefectKind::kNameLength:
       return "the length of its name";
@@ -50,24 +59,27 @@ const char* fieldOf(DefectKind kind) {
 }
 
 std::string ofPolicy(const Defect& defect) {
+  const std::string value = std::to_string(defect.value);
   switch (defect.kind) {
     case DefectKind::kPolicyCut:
       return "the file ends inside it";
     case DefectKind::kTextWithoutCharacters:
       return "the length of a text is 1, which no text has";
     case DefectKind::kUnknownTextFlag:
-      return fmt::format("a text's flag is {}, 0 and 1 are possible", defect.value);
+      return joined({"a text's flag is ", value, ", 0 and 1 are possible"});
     default:
-      return fmt::format("{} is {}, {} to {} are possible", fieldOf(defect.kind), defect.value, defect.least,
-                         defect.most);
+      return joined({fieldOf(defect.kind), " is ", value, ", ", std::to_string(defect.least), " to ",
+                     std::to_string(defect.most), " are possible"});
   }
 }
 
 }  // namespace
 
 std::string describe(const Defect& defect, std::uint32_t policyCount) {
-  if (const auto text = ofHeader(defect); !text.empty()) return fmt::format("offset {}: {}", defect.offset, text);
-  return fmt::format("offset {}: policy {} of {}: {}", defect.offset, defect.policy + 1, policyCount, ofPolicy(defect));
+  const std::string place = joined({"offset ", std::to_string(defect.offset), ": "});
+  if (const auto text = ofHeader(defect); !text.empty()) return place + text;
+  return joined({place, "policy ", std::to_string(defect.policy + 1), " of ", std::to_string(policyCount), ": ",
+                 ofPolicy(defect)});
 }
 
-}  // namespace tool
+}  // namespace documents
