@@ -7,8 +7,8 @@ packages_for() {
   case $1 in
     build) echo g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libgtest-dev ;;
     windows) echo "$(packages_for build)" clang-19 lld-19 llvm-19 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 ;;
-    test) echo "$(packages_for bench)" "$(packages_for windows)" "$(packages_for wasm)" wine64 clang-format-19 clang-tidy-19 nodejs \
-      pkgconf dpkg-dev file ;;
+    test) echo "$(packages_for bench)" "$(packages_for windows)" "$(packages_for wasm)" wine64 clang-format-19 \
+      clang-tidy-19 nodejs python3-jsonschema pkgconf dpkg-dev file ;;
     wasm) echo cmake ninja-build clang-19 lld-19 llvm-19 libc++-19-dev-wasm32 libc++abi-19-dev-wasm32 \
       libclang-rt-19-dev-wasm32 wasi-libc ;;
     fuzz) echo "$(packages_for build)" clang-19 libclang-rt-19-dev ;;

@@ -25,10 +25,21 @@ JsonValue operatorSchema(std::uint32_t operators) {
   return described(JsonValue::object({{"enum", std::move(numbers)}}), "The comparison.");
 }
 
-JsonValue field(Definitions& definitions) { return definitions.refer("field", numberSchema(0, kMostOfField)); }
+JsonValue field(Definitions& definitions) {
+  return definitions.refer("field", described(numberSchema(0, kMostOfField), "0 to 4294967295."));
+}
 
 JsonValue smallField(Definitions& definitions) {
-  return definitions.refer("small-field", numberSchema(0, kMostOfByte));
+  return definitions.refer("small-field", described(numberSchema(0, kMostOfByte), "0 to 255."));
+}
+
+JsonValue secondOperand(Definitions& definitions) {
+  return definitions.refer("second-operand", described(numberSchema(0, kMostOfField), "The second operand."));
+}
+
+/// What stands beside a reference does not count, so that it takes a list of one.
+JsonValue describedReference(std::string_view description, const JsonValue& reference) {
+  return JsonValue::object({{"description", JsonValue::text(description)}, {"allOf", JsonValue::list({reference})}});
 }
 
 JsonValue record(std::vector<JsonMember> fields) {
@@ -38,28 +49,48 @@ JsonValue record(std::vector<JsonMember> fields) {
 }
 
 JsonValue conditionRecord(std::uint32_t operators, JsonValue value, Definitions& definitions) {
-  return record({{"op", operatorSchema(operators)}, {"value", std::move(value)}, {"value2", field(definitions)}});
+  return record(
+      {{"op", operatorSchema(operators)}, {"value", std::move(value)}, {"value2", secondOperand(definitions)}});
+}
+
+/// What the records of all actions have alike. The value is left to others to describe and to suggest.
+JsonValue actionFields(Definitions& definitions) {
+  const JsonValue number = field(definitions);
+  const JsonValue option = smallField(definitions);
+  return definitions.refer("action-fields",
+                           record({{"value", JsonValue::object({{"doNotSuggest", JsonValue::boolean(true)}})},
+                                   {"value2", number},
+                                   {"value3", number},
+                                   {"value4", number},
+                                   {"option1", option},
+                                   {"option2", option},
+                                   {"option3", option}}));
 }
 
 JsonValue actionRecord(JsonValue value, Definitions& definitions) {
-  const JsonValue number = field(definitions);
-  const JsonValue option = smallField(definitions);
-  return record({{"value", std::move(value)},
-                 {"value2", number},
-                 {"value3", number},
-                 {"value4", number},
-                 {"option1", option},
-                 {"option2", option},
-                 {"option3", option}});
+  return JsonValue::object({{"allOf", JsonValue::list({actionFields(definitions)})},
+                            {"properties", JsonValue::object({{"value", std::move(value)}})}});
+}
+
+JsonValue valueInRecord(const Word& word, const JsonValue& value) {
+  JsonValue schema = describedReference("The value: " + describeValue(word) + '.', value);
+  return std::move(schema.add("type", typesOf(word)));
+}
+
+/// What editors begin such an object with.
+JsonValue conditionSnippets() {
+  const JsonValue body = JsonValue::object({{"op", JsonValue::text("^$1")}, {"value", JsonValue::text("^$2")}});
+  return JsonValue::list({JsonValue::object({{"label", JsonValue::text("op and value")}, {"body", body}})});
 }
 
 JsonValue conditionSchema(const Word& word, Definitions& definitions) {
   JsonValue value = valueSchema(word, definitions);
-  JsonValue object = conditionRecord(word.operators, value, definitions);
+  JsonValue object = conditionRecord(word.operators, valueInRecord(word, value), definitions);
   const auto only = word.onlyOperator();
-  std::string name = "condition-" + valueName(word);
+  std::string name = "condition-" + entryName(word);
   if (!only) {
     object.add("required", JsonValue::list({JsonValue::text("op")}));
+    object.add("defaultSnippets", conditionSnippets());
     return definitions.refer(name, std::move(object));
   }
   name += "-op-" + std::to_string(*only);
@@ -68,8 +99,14 @@ JsonValue conditionSchema(const Word& word, Definitions& definitions) {
 
 JsonValue actionSchema(const Word& word, Definitions& definitions) {
   JsonValue value = valueSchema(word, definitions);
-  JsonValue object = actionRecord(value, definitions);
-  return definitions.refer("action-" + valueName(word), alternatives({std::move(value), std::move(object)}));
+  JsonValue object = actionRecord(valueInRecord(word, value), definitions);
+  return definitions.refer("action-" + entryName(word), alternatives({std::move(value), std::move(object)}));
+}
+
+JsonValue typesOfEntry(const Word& word) {
+  const bool isObjectOnly = word.kind == WordKind::kCondition && !word.onlyOperator();
+  if (isObjectOnly) return JsonValue::text("object");
+  return std::move(typesOf(word).add(JsonValue::text("object")));
 }
 
 JsonValue wordSchema(const Word& word, Definitions& definitions) {
@@ -114,9 +151,9 @@ JsonValue entrySchema(WordKind kind, Definitions& definitions) {
   std::vector<NumbersOfSchema> numbered;
   for (const Word& word : words) {
     const JsonValue reference = wordSchema(word, definitions);
-    // What stands beside a reference does not count, so that it takes a list of one.
-    named.add(word.name, JsonValue::object({{"description", JsonValue::text(describe(word))},
-                                            {"allOf", JsonValue::list({reference})}}));
+    JsonValue schema = describedReference(describe(word), reference);
+    schema.add("type", typesOfEntry(word));
+    named.add(word.name, std::move(schema));
     addNumber(numbered, reference, std::to_string(word.id));
   }
   addNumber(numbered, unknownSchema(kind, definitions), numberPattern(words.size(), kMostOfField));

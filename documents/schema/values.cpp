@@ -43,15 +43,13 @@ char nameCharacter(char character) {
   return isKept ? character : '-';
 }
 
-std::string range(const Word& word) { return std::to_string(word.least) + " to " + std::to_string(word.most); }
-
-std::string describeValue(const Word& word) {
-  if (word.form == ValueForm::kOption) return "one of " + std::to_string(word.options.size()) + " options";
-  if (word.form == ValueForm::kBits) return "any of " + std::to_string(word.options.size()) + " options together";
-  if (word.least == word.most) return std::to_string(word.least);
-  if (word.units.empty()) return range(word);
-  return range(word) + ' ' + std::string(word.units);
+std::string nameOf(std::string_view text) {
+  std::string name(text);
+  std::ranges::transform(name, name.begin(), nameCharacter);
+  return name;
 }
+
+std::string range(const Word& word) { return std::to_string(word.least) + " to " + std::to_string(word.most); }
 
 std::string describeOperators(std::uint32_t operators) {
   std::string list;
@@ -62,6 +60,12 @@ std::string describeOperators(std::uint32_t operators) {
     list += std::to_string(op);
   }
   return "Comparison " + list + '.';
+}
+
+/// The range of a word without options, or the first of the words that have these options.
+std::string valueName(const Word& word) {
+  if (word.options.empty()) return std::to_string(word.least) + "-" + std::to_string(word.most);
+  return nameOf(word.name);
 }
 
 }  // namespace
@@ -80,11 +84,17 @@ JsonValue described(JsonValue schema, std::string_view description) {
   return std::move(schema.add("description", JsonValue::text(description)));
 }
 
-std::string valueName(const Word& word) {
-  if (word.options.empty()) return std::to_string(word.least) + "-" + std::to_string(word.most);
-  std::string name(word.name);
-  std::ranges::transform(name, name.begin(), nameCharacter);
-  return name;
+std::string entryName(const Word& word) {
+  if (word.options.empty() && !word.units.empty()) return valueName(word) + '-' + nameOf(word.units);
+  return valueName(word);
+}
+
+JsonValue typesOf(const Word& word) {
+  JsonValue types = JsonValue::list();
+  if (!word.options.empty()) types.add(JsonValue::text("string"));
+  types.add(JsonValue::text("integer"));
+  if (word.form == ValueForm::kBits) types.add(JsonValue::text("array"));
+  return types;
 }
 
 JsonValue valueSchema(const Word& word, Definitions& definitions) {
@@ -94,6 +104,14 @@ JsonValue valueSchema(const Word& word, Definitions& definitions) {
     return numberSchema(word.least, word.most);
   };
   return definitions.refer("value-" + valueName(word), schema());
+}
+
+std::string describeValue(const Word& word) {
+  if (word.form == ValueForm::kOption) return "one of " + std::to_string(word.options.size()) + " options";
+  if (word.form == ValueForm::kBits) return "any of " + std::to_string(word.options.size()) + " options together";
+  if (word.least == word.most) return std::to_string(word.least);
+  if (word.units.empty()) return range(word);
+  return range(word) + ' ' + std::string(word.units);
 }
 
 std::string describe(const Word& word) {
