@@ -109,9 +109,10 @@ VQS_DOCUMENTS_API const void* vqsDocumentsOutput(const VqsDocumentsResult* resul
 VQS_DOCUMENTS_API size_t vqsDocumentsOutputSize(const VqsDocumentsResult* result);
 
 /**
- * The findings, as a JSON array that ends in a zero: "code", "severity", "line", "column", "endLine", "endColumn" (from
- * 1 on, columns in characters), "path", "message", and "suggestions" with "message", "certain" and "edits" of "offset",
- * "length" (in bytes) and "text". Never null; "[]" for a null result.
+ * The findings, as a JSON array that ends in a zero. Each has "code", "title", "severity" ("error" or "warning"),
+ * "message", "path", its place, and "suggestions": "message", "certain" (nothing else can have been meant) and "edits",
+ * each with its place and "replacement". A place is "offset" and "length" in bytes, "line", "column", "endLine" and
+ * "endColumn" from 1 on, columns in characters. Never null; "[]" for a null result.
  */
 VQS_DOCUMENTS_API const char* vqsDocumentsFindings(const VqsDocumentsResult* result);
 

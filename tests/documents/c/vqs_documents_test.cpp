@@ -58,7 +58,7 @@ TEST(DocumentsInC, a_finding_has_its_place_its_path_and_what_mends_it) {
   EXPECT_EQ(finding["path"], "policies[0].when[0]");
   ASSERT_EQ(finding["suggestions"].size(), 1U);
   EXPECT_EQ(finding["suggestions"][0]["certain"], true);
-  EXPECT_EQ(finding["suggestions"][0]["edits"][0]["text"], "\"Power Source\"");
+  EXPECT_EQ(finding["suggestions"][0]["edits"][0]["replacement"], "\"Power Source\"");
 }
 
 TEST(DocumentsInC, compile_makes_a_policy_binary_that_decompiles_to_the_same_policies) {
@@ -138,7 +138,7 @@ TEST(DocumentsInC, diff_says_what_differs) {
   const auto difference = nlohmann::json::parse(outputOf(result));
   EXPECT_EQ(difference["same"], false);
   ASSERT_EQ(difference["policies"].size(), 1U);
-  EXPECT_EQ(difference["policies"][0]["kind"], "changed");
+  EXPECT_EQ(difference["policies"][0]["change"], "changed");
   EXPECT_EQ(difference["policies"][0]["id"], 1);
   ASSERT_EQ(difference["policies"][0]["fields"].size(), 1U);
 }
