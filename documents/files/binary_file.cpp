@@ -10,8 +10,6 @@
 namespace documents {
 namespace {
 
-constexpr auto kMagicBytes = std::as_bytes(std::span{vqs::kMagic});
-
 std::string pathOf(std::size_t policy) { return "policies[" + std::to_string(policy) + "]"; }
 
 /// A defect of the header, and one of the file as a whole, is in no policy.
@@ -71,8 +69,9 @@ bool isPolicyBinary(std::span<const std::byte> bytes) {
   constexpr std::byte kZero{0};
   if (bytes.size() < 2 || bytes[1] != kZero) return false;
   if (bytes[0] == std::byte{vqs::kFormatVersion}) return true;
-  return bytes.size() >= vqs::kMagicOffset + kMagicBytes.size() &&
-         std::ranges::equal(bytes.subspan(vqs::kMagicOffset, kMagicBytes.size()), kMagicBytes);
+  const auto magic = std::as_bytes(std::span{vqs::kMagic});
+  return bytes.size() >= vqs::kMagicOffset + magic.size() &&
+         std::ranges::equal(bytes.subspan(vqs::kMagicOffset, magic.size()), magic);
 }
 
 std::optional<PolicySet> readBinaryFile(std::span<const std::byte> file, Findings& findings) {

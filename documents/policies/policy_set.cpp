@@ -67,11 +67,10 @@ Record toFields(const Policy& policy) {
   putUnits(record.name, policy.name);
   const auto description = policy.description.substr(0, VQS_POLICY_DESCRIPTION_SIZE - 1);
   vqs::copyBytes(record.description, description.data(), description.size());
-  record.conditionCount =
-      static_cast<std::uint32_t>(std::min(policy.conditions.size(), std::size(record.conditions)));
+  record.conditionCount = static_cast<std::uint32_t>(std::min(policy.conditions.size(), std::size(record.conditions)));
   record.actionCount = static_cast<std::uint32_t>(std::min(policy.actions.size(), std::size(record.actions)));
   record.textCount = static_cast<std::uint32_t>(std::min(policy.texts.size(), std::size(record.texts)));
-  std::ranges::copy_n(policy.conditions.begin(), record.conditionCount, record.conditions);
+  std::ranges::copy(std::span{policy.conditions}.first(record.conditionCount), record.conditions);
   for (std::size_t i = 0; i < record.actionCount; ++i) vqs::copyAction(policy.actions[i], record.actions[i]);
   for (std::size_t i = 0; i < record.textCount; ++i) {
     putUnits(record.texts[i].text, policy.texts[i].text);
@@ -89,8 +88,8 @@ Record toFields(const Policy& policy) {
 }  // namespace
 
 bool operator==(const Policy& a, const Policy& b) {
-  return a.id == b.id && numbersOf(a) == numbersOf(b) && a.name == b.name && a.description == b.description && a.texts == b.texts &&
-         std::ranges::equal(a.conditions, b.conditions, isSameEntry) &&
+  return a.id == b.id && numbersOf(a) == numbersOf(b) && a.name == b.name && a.description == b.description &&
+         a.texts == b.texts && std::ranges::equal(a.conditions, b.conditions, isSameEntry) &&
          std::ranges::equal(a.actions, b.actions, isSameEntry);
 }
 

@@ -65,12 +65,16 @@ JsonValue JsonValue::null() {
   return result;
 }
 
+JsonValue JsonValue::list() { return list(std::vector<JsonValue>{}); }
+
 JsonValue JsonValue::list(std::vector<JsonValue> elements) {
   JsonValue result;
   result.kind_ = Kind::kList;
   for (JsonValue& element : elements) result.add(std::move(element));
   return result;
 }
+
+JsonValue JsonValue::object() { return object(std::vector<JsonMember>{}); }
 
 JsonValue JsonValue::object(std::vector<JsonMember> members) {
   JsonValue result;

@@ -18,8 +18,10 @@ class JsonValue {
   static JsonValue number(std::int64_t value);
   static JsonValue boolean(bool value);
   static JsonValue null();
-  static JsonValue list(std::vector<JsonValue> elements = {});
-  static JsonValue object(std::vector<JsonMember> members = {});
+  static JsonValue list();
+  static JsonValue list(std::vector<JsonValue> elements);
+  static JsonValue object();
+  static JsonValue object(std::vector<JsonMember> members);
 
   JsonValue& add(std::string_view name, JsonValue value);
   JsonValue& add(JsonValue element);
