@@ -10,6 +10,7 @@
 namespace documents {
 namespace {
 
+constexpr const char* kNameExpected = R"(a member's name in quotes or "}" is expected)";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 Suggestion insertion(std::size_t offset, std::string text, std::string sentence) {
@@ -18,21 +19,20 @@ Suggestion insertion(std::size_t offset, std::string text, std::string sentence)
           .isCertain = true};
 }
 
-Suggestion replacement(Span span, std::string text, bool isCertain) {
-  return {
-      .sentence = "write " + text, .edits = {{.span = span, .replacement = std::move(text)}}, .isCertain = isCertain};
+Suggestion replacement(Span span, std::string text) {
+  return {.sentence = "write " + text, .edits = {{.span = span, .replacement = std::move(text)}}, .isCertain = true};
 }
 
-/// A word in quotes, without those that it has.
-std::string inQuotes(std::string_view word) {
-  if (word.size() > 1 && word.starts_with('\'') && word.ends_with('\'')) word = word.substr(1, word.size() - 2);
-  return '"' + std::string{word} + '"';
-}
+bool isSingleQuoted(std::string_view word) { return word.size() > 1 && word.starts_with('\'') && word.ends_with('\''); }
 
-/// True where putting a word into quotes makes a string of just that text.
-bool isPlain(std::string_view word) {
-  return std::ranges::none_of(
-      word, [](char byte) { return byte == '"' || byte == '\\' || static_cast<unsigned char>(byte) < 0x20; });
+/// To write a word in quotes, where that makes a string of just its text.
+std::vector<Suggestion> inQuotes(Span span, std::string_view word) {
+  const auto isSpecial = [](char byte) {
+    return byte == '"' || byte == '\\' || static_cast<unsigned char>(byte) < 0x20;
+  };
+  if (std::ranges::any_of(word, isSpecial)) return {};
+  if (isSingleQuoted(word)) word = word.substr(1, word.size() - 2);
+  return {replacement(span, '"' + std::string{word} + '"')};
 }
 
 /// True for a word that somebody would use as a member's name without quotes.
@@ -42,8 +42,6 @@ bool isIdentifier(std::string_view word) {
            byte == '_' || byte == '$' || byte == '-';
   });
 }
-
-bool isSingleQuoted(std::string_view word) { return word.size() > 1 && word.starts_with('\'') && word.ends_with('\''); }
 
 constexpr char lower(char byte) { return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte; }
 
@@ -60,6 +58,8 @@ void Parser::run(std::size_t skipped) {
   scanner_.skip(skipped);
   lastEnd_ = skipped;
   advance();
+  // A comment without an end may have taken all of it: that was said.
+  if (is(TokenKind::kEnd) && hasErrors(findings_)) return;
   if (is(TokenKind::kEnd)) return unexpected("the document is empty: a value is expected");
   if (startsValue())
     value(nullptr);
@@ -87,7 +87,7 @@ void Parser::step() {
 void Parser::comma() {
   Level& level = levels_.back();
   if (!level.needsComma && !level.isLenient)
-    unexpected(level.isObject ? R"(a member's name or "}" is expected)" : R"(a value or "]" is expected)");
+    unexpected(level.isObject ? kNameExpected : R"(a value or "]" is expected)");
   level.needsComma = level.isLenient = false;
   advance();
 }
@@ -111,7 +111,7 @@ bool Parser::expectComma() {
   level.needsComma = false;
   if (level.isLenient) return true;
   const std::string sentence = "a comma or " + closingOf(level) + " is expected";
-  const bool isNext = level.isObject ? is(TokenKind::kString) : startsValue();
+  const bool isNext = is(TokenKind::kString) || (!level.isObject && startsValue() && !is(TokenKind::kWord));
   if (isNext) {
     unexpected(sentence, {insertion(lastEnd_, ",", "insert a comma")});
     return true;
@@ -123,19 +123,32 @@ bool Parser::expectComma() {
 
 void Parser::member() {
   const Token name = token_;
-  const std::string_view word = textOf(name);
-  const bool isWord = token_.kind > TokenKind::kString && (isIdentifier(word) || isSingleQuoted(word));
-  if (!is(TokenKind::kString) && !isWord) {
-    unexpected(R"(a member's name in quotes or "}" is expected)");
+  if (!is(TokenKind::kString) && !isNameWithoutQuotes(name)) {
+    unexpected(kNameExpected);
     return resynchronise();
   }
-  if (isWord && !token_.isBroken)
-    unexpected("a member's name stands in quotes", {replacement(name.span, inQuotes(word), isPlain(word))});
   lastEnd_ = name.span.end();
   advance();
   if (name.isWithoutEnd) return beLenient();
-  if (!takeColon(name)) return;
-  value(&name);
+  if (name.kind != TokenKind::kString && !nameWithoutQuotes(name)) return;
+  if (takeColon(name)) value(&name);
+}
+
+bool Parser::isNameWithoutQuotes(const Token& token) const {
+  return token.kind > TokenKind::kString && (isIdentifier(textOf(token)) || isSingleQuoted(textOf(token)));
+}
+
+/// Says that a word should be a name in quotes, if a colon makes a name of it; otherwise it is left out.
+bool Parser::nameWithoutQuotes(const Token& name) {
+  const std::string_view word = textOf(name);
+  if (!is(TokenKind::kColon)) {
+    report(Rule::kUnexpected, name.span, kNameExpected);
+    resynchronise();
+    return false;
+  }
+  if (!name.isBroken)
+    report(Rule::kUnexpected, name.span, "a member's name stands in quotes", inQuotes(name.span, word));
+  return true;
 }
 
 void Parser::element() {
@@ -152,7 +165,7 @@ bool Parser::takeColon(const Token& name) {
     return true;
   }
   if (is(TokenKind::kWord) && textOf(token_) == "=") {
-    unexpected("a colon is expected", {replacement(token_.span, ":", true)});
+    unexpected("a colon is expected", {replacement(token_.span, ":")});
     advance();
     return true;
   }
@@ -201,13 +214,13 @@ void Parser::value(const Token* name) {
 void Parser::wordValue(const Token* name) {
   const std::string_view word = textOf(token_);
   if (const auto literal = literalOf(word); !literal.empty()) {
-    unexpected("true, false and null are written in small letters",
-               {replacement(token_.span, std::string{literal}, true)});
+    unexpected("true, false and null are written in small letters", {replacement(token_.span, std::string{literal})});
   } else if (isSingleQuoted(word)) {
-    unexpected("a string stands in double quotes", {replacement(token_.span, inQuotes(word), isPlain(word))});
+    unexpected("a string stands in double quotes", inQuotes(token_.span, word));
   } else {
-    std::vector<Suggestion> suggestions;
-    if (isPlain(word)) suggestions.push_back(replacement(token_.span, inQuotes(word), false));
+    // It may have been meant as a string: nobody can be sure.
+    auto suggestions = isIdentifier(word) ? inQuotes(token_.span, word) : std::vector<Suggestion>{};
+    for (Suggestion& suggestion : suggestions) suggestion.isCertain = false;
     unexpected(quote(word) + " is no value: a string in quotes, a number, a list or an object is expected",
                std::move(suggestions));
   }

@@ -37,6 +37,8 @@ class Parser {
   void close();
   bool expectComma();
   void member();
+  [[nodiscard]] bool isNameWithoutQuotes(const Token& token) const;
+  bool nameWithoutQuotes(const Token& name);
   void element();
   bool takeColon(const Token& name);
   void value(const Token* name);
