@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "documents/vocabulary/nearest.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -36,41 +38,43 @@ std::size_t distanceTo(std::string_view name, std::string_view written) {
   return written.size() >= kLeastBeginning && known.starts_with(written) ? kBeginning : kFar;
 }
 
-/// The nearest of a list's names.
-template <class List, class Name>
-std::vector<std::string_view> nearestOf(const List& list, std::string_view written, const Name& nameOf) {
-  struct Candidate {
-    std::size_t distance;
-    std::string_view name;
-  };
+struct Candidate {
+  std::size_t distance;
+  std::string_view name;
+};
+
+}  // namespace
+
+std::vector<std::string_view> nearestOf(std::span<const std::string_view> names, std::string_view written) {
   // Longer than any name and the most changes to it: not to be looked at character by character.
   constexpr std::size_t kLongest = 2 * VQS_CATALOGUE_NAME_SIZE;
   if (written.empty() || written.size() > kLongest) return {};
   const std::string wanted = comparable(written);
   std::vector<Candidate> candidates;
-  for (const auto& entry : list) {
-    const std::string_view name = nameOf(entry);
+  for (const std::string_view name : names) {
     const std::size_t distance = distanceTo(name, wanted);
     if (distance != kFar) candidates.push_back({distance, name});
   }
   std::ranges::stable_sort(candidates, {}, &Candidate::distance);
-  std::vector<std::string_view> names;
+  std::vector<std::string_view> nearest;
   for (const auto& [distance, name] : candidates) {
     // Who made one slip has hardly made three.
     const bool isFurther = distance < kBeginning && distance > 2 * candidates.front().distance;
-    if (names.size() < kMostNames && !isFurther) names.push_back(name);
+    if (nearest.size() < kMostNames && !isFurther) nearest.push_back(name);
   }
-  return names;
+  return nearest;
 }
 
-}  // namespace
-
 std::vector<std::string_view> nearestWords(WordKind kind, std::string_view written) {
-  return nearestOf(wordsOf(kind), written, [](const Word& word) { return word.name; });
+  std::vector<std::string_view> names;
+  for (const Word& word : wordsOf(kind)) names.push_back(word.name);
+  return nearestOf(names, written);
 }
 
 std::vector<std::string_view> nearestOptions(const Word& word, std::string_view written) {
-  return nearestOf(word.options, written, textOf);
+  std::vector<std::string_view> texts;
+  for (const auto& option : word.options) texts.push_back(textOf(option));
+  return nearestOf(texts, written);
 }
 
 }  // namespace documents
