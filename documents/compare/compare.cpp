@@ -34,12 +34,12 @@ std::weak_ordering compareContents(const Policy& a, const Policy& b) {
   const auto order = [](const auto& x, const auto& y) { return orderOf(x, y); };
   if (const auto names = a.name <=> b.name; names != 0) return names;
   if (const auto descriptions = a.description <=> b.description; descriptions != 0) return descriptions;
-  if (const auto conditions = std::lexicographical_compare_three_way(
-          a.conditions.begin(), a.conditions.end(), b.conditions.begin(), b.conditions.end(), order);
+  if (const auto conditions = std::lexicographical_compare_three_way(a.conditions.begin(), a.conditions.end(),
+                                                                     b.conditions.begin(), b.conditions.end(), order);
       conditions != 0)
     return conditions;
-  if (const auto actions = std::lexicographical_compare_three_way(a.actions.begin(), a.actions.end(),
-                                                                  b.actions.begin(), b.actions.end(), order);
+  if (const auto actions = std::lexicographical_compare_three_way(a.actions.begin(), a.actions.end(), b.actions.begin(),
+                                                                  b.actions.end(), order);
       actions != 0)
     return actions;
   if (const auto texts = a.texts <=> b.texts; texts != 0) return texts;
@@ -88,10 +88,8 @@ class Comparison {
         continue;
       }
       const auto& policy = first_[pairedFirst[i]];
-      moved.push_back({.id = policy.id,
-                       .name = readable(policy.name),
-                       .firstIndex = pairedFirst[i],
-                       .secondIndex = partners[i]});
+      moved.push_back(
+          {.id = policy.id, .name = readable(policy.name), .firstIndex = pairedFirst[i], .secondIndex = partners[i]});
     }
     return moved;
   }

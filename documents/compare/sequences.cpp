@@ -10,7 +10,8 @@ std::vector<std::size_t> longestGrowing(const std::vector<std::size_t>& values) 
   std::vector<std::size_t> ends;
   std::vector<std::size_t> before(values.size());
   for (std::size_t place = 0; place < values.size(); ++place) {
-    const auto end = std::ranges::lower_bound(ends, values[place], {}, [&](std::size_t other) { return values[other]; });
+    const auto end =
+        std::ranges::lower_bound(ends, values[place], {}, [&](std::size_t other) { return values[other]; });
     if (end != ends.begin()) before[place] = *(end - 1);
     if (end == ends.end())
       ends.push_back(place);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "documents/files/binary_file.h"
 
+#include <algorithm>
+
 #include <vqs/policy_binary_records.h>
 #include "documents/documents.h"
 #include "documents/files/defect_text.h"

@@ -5,6 +5,7 @@
 
 #include "documents/documents.h"
 #include "documents/syntax/tree.h"
+#include "documents/text/quote.h"
 #include "documents/text/utf.h"
 #include "format/binary/registry_reader.h"
 #include "format/binary/registry_text.h"
@@ -49,8 +50,6 @@ void addDefect(Findings& findings, const vqs::RegistryDefect& defect) {
       std::string{row->sentence});
 }
 
-std::string quoted(std::string_view name) { return "\"" + std::string{name} + "\""; }
-
 Span spanOf(std::string_view text, const RegistryBinary& value) {
   const auto end = static_cast<std::size_t>(value.digits.data() + value.digits.size() - text.data());
   return {.offset = value.offset, .length = end - value.offset};
@@ -58,8 +57,8 @@ Span spanOf(std::string_view text, const RegistryBinary& value) {
 
 void addNoValue(Findings& findings, std::string_view text) {
   add(findings, Rule::kNoRegistryValue, Severity::kError, {.offset = text.size(), .length = 0},
-      "no policy binary is in the text: a value " + quoted(vqs::kAsmValueName) + " or " +
-          quoted(vqs::kBalanceProfileValueName) + " is expected under [" + std::string{vqs::kRegistryKey} + "]");
+      "no policy binary is in the text: a value " + quote(vqs::kAsmValueName) + " or " +
+          quote(vqs::kBalanceProfileValueName) + " is expected under [" + std::string{vqs::kRegistryKey} + "]");
 }
 
 /// The value that is read, and those that are not.
@@ -145,7 +144,7 @@ std::optional<RegistryFile> readRegistryText(std::string_view text, Findings& fi
   const auto& chosen = *values.chosen;
   for (const auto& value : values.others)
     add(findings, Rule::kRegistryLine, Severity::kWarning, spanOf(text, value),
-        quoted(value.name) + " is left out: only the policies of " + quoted(chosen.name) + " are read");
+        quote(value.name) + " is left out: only the policies of " + quote(chosen.name) + " are read");
   if (!chosen.hasLineEnd)
     add(findings, Rule::kRegistryTextCut, Severity::kWarning, {.offset = text.size(), .length = 0},
         "the text ends without the end of its last line: some of it may be missing");

@@ -87,9 +87,7 @@ void printPolicies(std::string& text, const std::vector<Policy>& policies) {
   lines.end(']');
 }
 
-}  // namespace
-
-std::string printDocument(const PolicySet& policies) {
+std::string printed(const PolicySet& policies) {
   std::string text = "{";
   Lines members{text, 1};
   if (policies.version1 != 0 || policies.version2 != 0)
@@ -98,6 +96,14 @@ std::string printDocument(const PolicySet& policies) {
   printPolicies(members.member("policies"), policies.policies);
   members.end('}');
   return text + '\n';
+}
+
+}  // namespace
+
+std::string printDocument(const PolicySet& policies) {
+  const std::string text = printed(policies);
+  // Where lines are broken is decided in one place. What is too large to be read stays as it is.
+  return formatDocument(text).text.value_or(text);
 }
 
 }  // namespace documents

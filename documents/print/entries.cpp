@@ -46,8 +46,8 @@ std::string entry(const std::string& name, const std::string& value) {
 }
 
 bool hasValueOnly(const VqsPolicyAction& action) {
-  return action.value2 == 0 && action.value3 == 0 && action.value4 == 0 && action.option1 == 0 &&
-         action.option2 == 0 && action.option3 == 0;
+  return action.value2 == 0 && action.value3 == 0 && action.value4 == 0 && action.option1 == 0 && action.option2 == 0 &&
+         action.option3 == 0;
 }
 
 }  // namespace

@@ -9,8 +9,8 @@
 
 namespace documents {
 
-/// A policy in words to read, in pieces. They are UTF-8 and may hold control characters: a terminal must not get them as
-/// they are.
+/// A policy in words to read, in pieces. They are UTF-8 and may hold control characters: a terminal must not get them
+/// as they are.
 struct ListedPolicy {
   std::uint32_t id = 0;
   std::string name;

@@ -115,8 +115,8 @@ PolicyFile readPolicyFile(const std::string& path) {
   const auto packed = parse(bytes, versions, defect);
   if (defect.kind == vqs::DefectKind::kNone)
     return {.version1 = versions.first, .version2 = versions.second, .policies = unpacked(packed)};
-  throw Failure{
-      fmt::format("{} is not a valid policy binary: {}", path, documents::describe(defect, vqs::announcedPolicyCount(bytes)))};
+  throw Failure{fmt::format("{} is not a valid policy binary: {}", path,
+                            documents::describe(defect, vqs::announcedPolicyCount(bytes)))};
 }
 
 std::string fileName(const std::string& path) { return fromPath(toPath(path).filename()); }

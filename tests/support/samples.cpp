@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/binary/samples.h"
+#include "tests/support/samples.h"
 
 #include <nlohmann/json.hpp>
 
