@@ -42,6 +42,22 @@ JsonValue describedReference(std::string_view description, const JsonValue& refe
   return JsonValue::object({{"description", JsonValue::text(description)}, {"allOf", JsonValue::list({reference})}});
 }
 
+/// The value where it is left out.
+bool admitsZero(const Word& word) {
+  if (word.form == ValueForm::kOption) return optionText(word, 0).has_value();
+  return word.least <= 0 && word.most >= 0;
+}
+
+bool needsOperator(const Word& word) { return word.kind == WordKind::kCondition && !word.onlyOperator(); }
+
+/// What a record of the word has to have.
+void addRequired(JsonValue& schema, const Word& word) {
+  JsonValue names = JsonValue::list();
+  if (needsOperator(word)) names.add(JsonValue::text("op"));
+  if (!admitsZero(word)) names.add(JsonValue::text("value"));
+  if (!names.isEmpty()) schema.add("required", std::move(names));
+}
+
 JsonValue record(std::vector<JsonMember> fields) {
   return JsonValue::object({{"type", JsonValue::text("object")},
                             {"additionalProperties", JsonValue::boolean(false)},
@@ -86,26 +102,25 @@ JsonValue conditionSnippets() {
 JsonValue conditionSchema(const Word& word, Definitions& definitions) {
   JsonValue value = valueSchema(word, definitions);
   JsonValue object = conditionRecord(word.operators, valueInRecord(word, value), definitions);
+  addRequired(object, word);
+  const std::string name = "condition-" + entryName(word);
   const auto only = word.onlyOperator();
-  std::string name = "condition-" + entryName(word);
-  if (!only) {
-    object.add("required", JsonValue::list({JsonValue::text("op")}));
-    object.add("defaultSnippets", conditionSnippets());
-    return definitions.refer(name, std::move(object));
-  }
-  name += "-op-" + std::to_string(*only);
-  return definitions.refer(name, alternatives({std::move(value), std::move(object)}));
+  if (only)
+    return definitions.refer(name + "-op-" + std::to_string(*only),
+                             alternatives({std::move(value), std::move(object)}));
+  object.add("defaultSnippets", conditionSnippets());
+  return definitions.refer(name, std::move(object));
 }
 
 JsonValue actionSchema(const Word& word, Definitions& definitions) {
   JsonValue value = valueSchema(word, definitions);
   JsonValue object = actionRecord(valueInRecord(word, value), definitions);
+  addRequired(object, word);
   return definitions.refer("action-" + entryName(word), alternatives({std::move(value), std::move(object)}));
 }
 
 JsonValue typesOfEntry(const Word& word) {
-  const bool isObjectOnly = word.kind == WordKind::kCondition && !word.onlyOperator();
-  if (isObjectOnly) return JsonValue::text("object");
+  if (needsOperator(word)) return JsonValue::text("object");
   return std::move(typesOf(word).add(JsonValue::text("object")));
 }
 

@@ -28,6 +28,9 @@ class JsonValue {
   /// Adds what another list or object has.
   JsonValue& addAll(JsonValue other);
 
+  /// True of a list or an object of nothing.
+  [[nodiscard]] bool isEmpty() const { return members_.empty(); }
+
   /// A value stands in one line where it fits, and its members in a line each where it does not.
   [[nodiscard]] std::string laidOut() const;
 

@@ -17,11 +17,13 @@ namespace {
 /// No text of a record holds its end.
 constexpr std::string_view kWithoutEnd = "^[^\\u0000]*$";
 
+JsonValue stringOfAnyLength() {
+  return JsonValue::object({{"type", JsonValue::text("string")}, {"pattern", JsonValue::text(kWithoutEnd)}});
+}
+
 /// A limit of UTF-16 units, as one of characters: what takes two units is let through.
 JsonValue stringOfAtMost(std::int64_t units) {
-  return JsonValue::object({{"type", JsonValue::text("string")},
-                            {"maxLength", JsonValue::number(units)},
-                            {"pattern", JsonValue::text(kWithoutEnd)}});
+  return std::move(stringOfAnyLength().add("maxLength", JsonValue::number(units)));
 }
 
 JsonValue listOf(JsonValue elements, std::int64_t least, std::int64_t most) {
@@ -30,19 +32,23 @@ JsonValue listOf(JsonValue elements, std::int64_t least, std::int64_t most) {
   return std::move(schema.add("maxItems", JsonValue::number(most)));
 }
 
+JsonValue texts(std::initializer_list<std::string_view> strings) {
+  JsonValue list = JsonValue::list();
+  for (const std::string_view string : strings) list.add(JsonValue::text(string));
+  return list;
+}
+
 JsonValue objectOf(std::initializer_list<std::string_view> required, std::vector<JsonMember> members) {
-  JsonValue names = JsonValue::list();
-  for (const std::string_view name : required) names.add(JsonValue::text(name));
-  return JsonValue::object({{"type", JsonValue::text("object")},
-                            {"required", std::move(names)},
-                            {"additionalProperties", JsonValue::boolean(false)},
-                            {"properties", JsonValue::object(std::move(members))}});
+  JsonValue schema = JsonValue::object({{"type", JsonValue::text("object")}});
+  if (required.size() != 0) schema.add("required", texts(required));
+  schema.add("additionalProperties", JsonValue::boolean(false));
+  return std::move(schema.add("properties", JsonValue::object(std::move(members))));
 }
 
 JsonValue textSchema() {
   const JsonValue text = stringOfAtMost(VQS_POLICY_TEXT_UNITS - 1);
   const JsonValue flag = numberSchema(0, VQS_POLICY_MAX_TEXT_FLAG);
-  return alternatives({text, objectOf({"text"}, {{"text", text}, {"flag", described(flag, "The text's flag.")}})});
+  return alternatives({text, objectOf({}, {{"text", text}, {"flag", described(flag, "The text's flag.")}})});
 }
 
 JsonValue fieldOf(std::int64_t most) { return described(numberSchema(0, most), "Kept and not interpreted."); }
@@ -57,8 +63,7 @@ JsonValue policySchema(Definitions& definitions) {
       {"id", "when"},
       {{"id", described(numberSchema(0, kMostOfField), "The policy's number: no other in the document has it.")},
        {"name", described(stringOfAtMost(VQS_POLICY_NAME_UNITS - 1), "Its name, of at most 63 units of UTF-16.")},
-       {"description", described(JsonValue::object({{"type", JsonValue::text("string")}}),
-                                 "A few words about it: 31 bytes of UTF-8, what is more is cut.")},
+       {"description", described(stringOfAnyLength(), "A few words about it: 31 bytes of UTF-8, what is more is cut.")},
        {"when", described(listOf(condition, 1, VQS_POLICY_MAX_CONDITIONS), "1 to 15 conditions.")},
        {"do", described(listOf(action, 0, VQS_POLICY_MAX_ACTIONS), "Up to 32 actions.")},
        {"texts",

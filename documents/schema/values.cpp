@@ -85,8 +85,8 @@ JsonValue described(JsonValue schema, std::string_view description) {
 }
 
 std::string entryName(const Word& word) {
-  if (word.options.empty() && !word.units.empty()) return valueName(word) + '-' + nameOf(word.units);
-  return valueName(word);
+  if (!word.options.empty() || word.units.empty()) return valueName(word);
+  return valueName(word) + '-' + (word.units == "%" ? "percent" : nameOf(word.units));
 }
 
 JsonValue typesOf(const Word& word) {
