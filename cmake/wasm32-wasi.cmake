@@ -21,7 +21,6 @@ set(CMAKE_RANLIB ${VQS_LLVM_RANLIB})
 set(CMAKE_CXX_FLAGS_INIT "-stdlib=libc++ -fno-exceptions -fno-rtti")
 # A module of functions, without a main function.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-mexec-model=reactor -fuse-ld=${VQS_WASM_LD}")
-set(CMAKE_EXECUTABLE_SUFFIX .wasm)
 
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

@@ -21,7 +21,7 @@ namespace {
 
 /// What there is to hand out when there is no memory for a result. It is never released.
 VqsDocumentsResult& outOfMemory() {
-  static VqsDocumentsResult result{.status = VQS_DOCUMENTS_OUT_OF_MEMORY};
+  static VqsDocumentsResult result{.status = VQS_DOCUMENTS_OUT_OF_MEMORY, .output = {}, .findings = "[]"};
   return result;
 }
 
@@ -164,7 +164,7 @@ VqsDocumentsResult* vqsDocumentsSchema() {
 }
 
 uint32_t vqsDocumentsStatus(const VqsDocumentsResult* result) {
-  return result != nullptr ? result->status : VQS_DOCUMENTS_INVALID_PARAMETER;
+  return result != nullptr ? result->status : std::uint32_t{VQS_DOCUMENTS_INVALID_PARAMETER};
 }
 
 const void* vqsDocumentsOutput(const VqsDocumentsResult* result) {
