@@ -19,7 +19,7 @@ elseif(MSVC)
   set(CMAKE_MSVC_DEBUG_INFORMATION_FORMAT ProgramDatabase)
   target_compile_options(vqs_hardened INTERFACE /guard:cf)
   target_link_options(vqs_hardened INTERFACE /guard:cf /CETCOMPAT)
-else()
+elseif(NOT VQS_WEB_ASSEMBLY) # a module's code and return addresses are out of its own reach
   include(CheckCXXCompilerFlag)
   foreach(flag -fcf-protection -mbranch-protection=standard -fstack-clash-protection)
     string(MAKE_C_IDENTIFIER VQS_HAS${flag} known)

@@ -70,7 +70,7 @@ Record toFields(const Policy& policy) {
   record.conditionCount = static_cast<std::uint32_t>(std::min(policy.conditions.size(), std::size(record.conditions)));
   record.actionCount = static_cast<std::uint32_t>(std::min(policy.actions.size(), std::size(record.actions)));
   record.textCount = static_cast<std::uint32_t>(std::min(policy.texts.size(), std::size(record.texts)));
-  std::ranges::copy_n(policy.conditions.begin(), record.conditionCount, record.conditions);
+  std::ranges::copy(std::span{policy.conditions}.first(record.conditionCount), record.conditions);
   for (std::size_t i = 0; i < record.actionCount; ++i) vqs::copyAction(policy.actions[i], record.actions[i]);
   for (std::size_t i = 0; i < record.textCount; ++i) {
     putUnits(record.texts[i].text, policy.texts[i].text);

@@ -59,6 +59,12 @@ JsonValue JsonValue::boolean(bool value) {
   return result;
 }
 
+JsonValue JsonValue::null() {
+  JsonValue result;
+  result.scalar_ = "null";
+  return result;
+}
+
 JsonValue JsonValue::list() {
   JsonValue result;
   result.kind_ = Kind::kList;

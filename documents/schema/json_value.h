@@ -17,6 +17,7 @@ class JsonValue {
   static JsonValue text(std::string_view characters);
   static JsonValue number(std::int64_t value);
   static JsonValue boolean(bool value);
+  static JsonValue null();
   static JsonValue list();
   static JsonValue list(std::vector<JsonValue> elements);
   static JsonValue object();

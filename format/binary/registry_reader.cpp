@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "format/binary/registry_text.h"
 
@@ -23,7 +24,7 @@ constexpr std::array<std::string_view, 2> kControlSets = {"CurrentControlSet", "
 
 constexpr std::array<std::string_view, 3> kValueNames = {kAsmValueName, kBalanceProfileValueName, ""};
 /// Both say that the value is binary.
-constexpr std::array<std::string_view, 2> kBinaryTypes = {"hex:", "hex(3):"};
+constexpr std::string_view kBinaryTypes[] = {"hex:", "hex(3):"};
 
 bool isBlank(char character) { return character == ' ' || character == '\t' || character == '\r'; }
 
@@ -177,7 +178,7 @@ bool RegistryReader::takeName(std::string_view& name) {
 bool RegistryReader::takeBinary(RegistryBinary& value) {
   const auto rest = text_.substr(position_, endOfLine() - position_);
   const auto* const type = std::ranges::find_if(kBinaryTypes, [&](auto start) { return beginsWith(rest, start); });
-  if (type == kBinaryTypes.end()) {
+  if (type == std::end(kBinaryTypes)) {
     const auto data = trimmedEnd(rest);
     if (position_ + rest.size() == text_.size() &&
         std::ranges::any_of(kBinaryTypes, [&](auto start) { return beginsWith(start, data); }))
