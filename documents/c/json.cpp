@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "documents/schema/json_value.h"
+#include "documents/text/json_value.h"
 
 namespace documents {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "documents/documents.h"
 #include "documents/policies/numbers.h"
-#include "documents/print/json_text.h"
 #include "documents/print/print.h"
+#include "documents/text/json_string.h"
 
 namespace documents {
 namespace {

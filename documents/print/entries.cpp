@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <optional>
 
-#include "documents/print/json_text.h"
 #include "documents/print/print.h"
 #include "documents/print/values.h"
+#include "documents/text/json_string.h"
 
 namespace documents {
 namespace {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "documents/schema/json_value.h"
+#include "documents/text/json_value.h"
 
 namespace documents {
 

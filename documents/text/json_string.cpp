@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "documents/print/json_text.h"
+#include "documents/text/json_string.h"
 
 #include <cstddef>
 #include <cstdint>

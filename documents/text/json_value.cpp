@@ -1,32 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "documents/schema/json_value.h"
+#include "documents/text/json_value.h"
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
+
+#include "documents/text/json_string.h"
 
 namespace documents {
 namespace {
 
 constexpr std::size_t kLineWidth = 120;
 constexpr std::size_t kIndent = 2;
-
-void appendQuoted(std::string& target, std::string_view characters) {
-  constexpr char kDigits[] = "0123456789abcdef";
-  target += '"';
-  for (const char character : characters) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < 0x20) {
-      target += "\\u00";
-      target += kDigits[byte >> 4];
-      target += kDigits[byte & 0xF];
-      continue;
-    }
-    if (character == '"' || character == '\\') target += '\\';
-    target += character;
-  }
-  target += '"';
-}
 
 std::string quoted(std::string_view characters) {
   std::string result;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
-#include "documents/schema/json_value.h"
+#include "documents/text/json_value.h"
 
 namespace documents {
 namespace {
@@ -21,7 +21,7 @@ TEST(JsonValueText, puts_in_one_line_what_fits) {
 }
 
 TEST(JsonValueText, escapes_what_no_string_of_json_holds) {
-  EXPECT_EQ(JsonValue::text("\"a\\b\n\x1f/").laidOut(), "\"\\\"a\\\\b\\u000a\\u001f/\"\n");
+  EXPECT_EQ(JsonValue::text("\"a\\b\n\x1f/").laidOut(), "\"\\\"a\\\\b\\n\\u001F/\"\n");
 }
 
 TEST(JsonValueText, puts_members_in_a_line_each_where_one_is_too_short) {
