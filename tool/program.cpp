@@ -123,6 +123,12 @@ std::string describeProblem(const CLI::App& program, const CLI::App& command, co
   return error.what();
 }
 
+std::string describeExitCodes() {
+  std::string text = "Exit codes:\n";
+  for (const auto& row : kExitCodes) text += fmt::format("  {}  {}\n", static_cast<int>(row.code), row.meaning);
+  return text;
+}
+
 void addDriverOptions(CLI::App& program, Context& context) {
   program.add_flag("--simulated", context.isDriverSimulated,
                    "Use the driver that is simulated in the tool's process; elsewhere than on Windows it always is");
@@ -138,18 +144,16 @@ void buildProgram(CLI::App& program, Context& context, const Selection& isWanted
   program.set_help_flag("-h,--help", "Print this help");
   program.set_version_flag(kVersionOption, kVersionText);
   addDriverOptions(program, context);
-  program.footer(
-      "STORE is pb (Policy Builder), asm or balance-profile.\n"
-      "Exit codes: 0 done, 1 the operation failed, 2 the command line is wrong.\n\n"
-      "Examples:\n"
-      "  vqs binary show laptop-r5.bin\n"
-      "  vqs store load asm laptop-r5.bin\n"
-      "  vqs store list asm\n"
-      "  vqs store save asm copy.bin\n"
-      "  vqs catalogue conditions battery\n"
-      "  vqs telemetry watch PowerSource BatteryChargeLevel\n"
-      "  vqs override PowerSource 1\n\n"
-      "\"vqs COMMAND --help\" tells more about a command.");
+  program.footer("STORE is pb (Policy Builder), asm or balance-profile.\n\n" + describeExitCodes() +
+                 "\nExamples:\n"
+                 "  vqs binary show laptop-r5.bin\n"
+                 "  vqs store load asm laptop-r5.bin\n"
+                 "  vqs store list asm\n"
+                 "  vqs store save asm copy.bin\n"
+                 "  vqs catalogue conditions battery\n"
+                 "  vqs telemetry watch PowerSource BatteryChargeLevel\n"
+                 "  vqs override PowerSource 1\n\n"
+                 "\"vqs COMMAND --help\" tells more about a command.");
   addGroups(program, context, isWanted);
   addCommands(program, context, kCommands, isWanted);
 }

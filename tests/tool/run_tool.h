@@ -22,10 +22,12 @@ struct ToolRun {
 
 std::ostream& operator<<(std::ostream& stream, const ToolRun& run);
 
-/// A run that succeeded, and one that failed with one line on standard error.
+/// A run that succeeded, and those that ended with one line on standard error: what was to be done could not be done,
+/// the command line was wrong, there was no driver.
 ToolRun done(std::string out);
 ToolRun failed(std::string err);
 ToolRun wrongUsage(std::string err);
+ToolRun withoutDriver(std::string err);
 
 /// The whole content of a file.
 std::string readTextFile(const std::string& path);

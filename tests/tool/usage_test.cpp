@@ -31,7 +31,13 @@ Subcommands:
   version                     Show the versions of this tool, the library and the driver.
 
 STORE is pb (Policy Builder), asm or balance-profile.
-Exit codes: 0 done, 1 the operation failed, 2 the command line is wrong.
+
+Exit codes:
+  0  done, the same, met
+  1  the answer is no: there are findings, or differences
+  2  the command line is wrong, or the command could not be carried out
+  3  there is no driver, or none that can be used
+  4  it took too long
 
 Examples:
   vqs binary show laptop-r5.bin

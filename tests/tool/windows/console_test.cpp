@@ -24,7 +24,7 @@ TEST(Console, is_left_as_it_was_found) {
 
 TEST(Console, is_left_as_it_was_found_by_a_failure) {
   const auto run = runInConsole(Tool{}, {"binary", "show", "missing.bin"});
-  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(run.exitCode, 2);
   EXPECT_EQ(run.screen, "vqs: missing.bin cannot be read: No such file or directory\n");
   expectLeftAlone(run);
 }
