@@ -41,13 +41,19 @@ struct Finding {
   Severity severity;
   Span span;
   /// where it is as a member: "policies[2].when[4].value"; empty for the document as a whole
-  std::string path;
+  std::string path{};
   /// what is wrong and what was expected: one sentence without a full stop
   std::string sentence;
-  std::vector<Suggestion> suggestions;
+  std::vector<Suggestion> suggestions{};
 };
 
 using Findings = std::vector<Finding>;
+
+/// Adds a finding. The last one that there is room for becomes kTooManyFindings, and what comes behind it is dropped.
+void addFinding(Findings& findings, Finding finding);
+
+/// True when nothing more is added.
+bool isFull(const Findings& findings);
 
 /// True when one of them is an error.
 bool hasErrors(const Findings& findings);
@@ -61,7 +67,8 @@ struct Position {
   std::size_t unit;
 };
 
-/// Where the lines of a text begin. It keeps a view of the text.
+/// Where the lines of a text begin. It keeps a view of the text. Lines end in LF, CR LF or CR; a byte order mark is no
+/// part of the first line, and a byte that is no UTF-8 counts as a character.
 class LineTable {
  public:
   explicit LineTable(std::string_view text);
@@ -75,8 +82,19 @@ class LineTable {
   [[nodiscard]] std::size_t count() const { return starts_.size(); }
 
  private:
+  /// Characters and units of UTF-16 before a byte.
+  struct Mark {
+    std::size_t offset = 0;
+    std::size_t characters = 0;
+    std::size_t units = 0;
+  };
+  [[nodiscard]] Mark markAt(std::size_t offset) const;
+  [[nodiscard]] std::size_t endOfLine(std::size_t index) const;
+
   std::string_view text_;
   std::vector<std::size_t> starts_;
+  /// some of the text's, so that a place in a line of megabytes is found without counting from its start
+  std::vector<Mark> marks_;
 };
 
 }  // namespace documents

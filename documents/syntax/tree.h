@@ -19,18 +19,21 @@ inline constexpr NodeId kNoNode = 0xFFFFFFFF;
 
 struct Node {
   NodeKind kind;
-  /// a string that is not its own characters: it has escapes
+  /// a string that is not its own characters: it has escapes, or bytes that are no UTF-8
   bool hasEscapes = false;
   /// the same of the name
   bool hasEscapesInName = false;
+  /// what stands there could not be read, and a finding says so: nothing more is to be said about its value
+  bool isBroken = false;
   /// elements or members
   std::uint32_t count = 0;
   NodeId firstChild = kNoNode;
   NodeId next = kNoNode;
   /// all of the value: with the quotes of a string, the brackets of a list
-  Span span;
-  /// with its quotes; of length 0 unless the value is a member of an object
-  Span name;
+  Span span{};
+  /// with its quotes; of length 0 unless the value is a member of an object. Where a finding says so, quotes are
+  /// missing.
+  Span name{};
 };
 
 /// A comment, with its slashes and stars.
@@ -43,8 +46,8 @@ struct Comment {
 struct Tree {
   std::string_view text;
   /// empty when there is no value at all
-  std::vector<Node> nodes;
-  std::vector<Comment> comments;
+  std::vector<Node> nodes{};
+  std::vector<Comment> comments{};
 
   [[nodiscard]] const Node& node(NodeId id) const { return nodes[id]; }
   [[nodiscard]] std::string_view slice(Span span) const { return text.substr(span.offset, span.length); }
