@@ -29,12 +29,14 @@ struct ReadOptions {
 /// What a document, a policy binary or registry text says.
 struct ReadResult {
   /// Nothing where no record can hold what was read. With errors against the catalogue there are policies all the same.
-  std::optional<PolicySet> policies;
-  Findings findings;
+  std::optional<PolicySet> policies = {};
+  Findings findings = {};
   /// What was recognised.
   enum class Form : std::uint8_t { kDocument, kBinary, kRegistryText } form = Form::kDocument;
   /// The revision of a policy binary, also of one in registry text; otherwise 0.
   std::uint16_t revision = 0;
+  /// Registry text in UTF-16 as UTF-8: the findings' places are in it. Of everything else they are in what was read.
+  std::optional<std::string> converted = {};
 };
 
 /// Reads a document and checks it: every finding in one run, in the order of their places.

@@ -8,7 +8,7 @@ packages_for() {
     build) echo g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libgtest-dev ;;
     windows) echo "$(packages_for build)" clang-19 lld-19 llvm-19 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 ;;
     test) echo "$(packages_for bench)" "$(packages_for windows)" wine64 clang-format-19 clang-tidy-19 libc++-19-dev-wasm32 \
-      wasi-libc pkgconf dpkg-dev file ;;
+      wasi-libc pkgconf dpkg-dev file python3-jsonschema ;;
     fuzz) echo "$(packages_for build)" clang-19 libclang-rt-19-dev ;;
     release) echo debootstrap git ;;
     bench) echo "$(packages_for build)" libflatbuffers-dev flatbuffers-compiler libprotobuf-dev protobuf-compiler ;;

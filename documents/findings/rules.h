@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace documents {
@@ -50,10 +52,11 @@ enum class Rule : std::uint16_t {
   kTextTooLong = 35,
   kNotIn8Bit = 36,
   kZeroCharacter = 37,
-  kEmptyText = 38,
   kUnknownComparison = 39,
   kUnknownTextFlag = 40,
   kTooManyFindings = 41,
+  kFieldNotInLayout = 42,
+  kOptionTwice = 43,
   // Registry text.
   kNoRegistryText = 60,
   kNoRegistryValue = 61,
@@ -81,14 +84,22 @@ struct RuleRow {
   std::string_view title;
   /// what it means, why it is said and what to do: a few sentences
   std::string_view explanation;
-  /// a document that it is said about, as short as possible, and the same document mended
-  std::string_view example;
-  std::string_view mended;
+  /// a document that it is said about, as short as possible, and the same document mended; empty where the explanation
+  /// has to do
+  std::string_view example = {};
+  std::string_view mended = {};
+  /// the layout that both are for
+  std::uint32_t structureVersion = 2;
 };
 
 /// All rules, by their numbers.
 std::span<const RuleRow> allRules();
 
 const RuleRow& rowOf(Rule rule);
+
+/// A rule as people see and write it: "P0012". The other way any case is taken, and nothing comes back for what is no
+/// rule's code.
+std::string codeOf(Rule rule);
+std::optional<Rule> ruleOf(std::string_view code);
 
 }  // namespace documents

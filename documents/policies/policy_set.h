@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -15,7 +16,7 @@ struct PolicyText {
   std::u16string text;
   std::uint8_t flag = 0;
 
-  bool operator==(const PolicyText&) const = default;
+  auto operator<=>(const PolicyText&) const = default;
 };
 
 /// A policy as a value: what a record of any layout says, without what lies behind its texts' ends and between its

@@ -56,6 +56,8 @@ const Word* wordOf(WordKind kind, std::uint32_t id);
 const Word* wordOf(WordKind kind, std::string_view name);
 const Word* foldedWord(WordKind kind, std::string_view name);
 
+/// The text of an option, which its record ends in NUL.
+std::string_view textOf(const QtfOptionInfo& option);
 /// The text of a value of a word: the first option that has it; nothing when none has.
 std::optional<std::string_view> optionText(const Word& word, std::uint32_t value);
 /// The value of an option's text; nothing when there is no such option. foldedOption takes any case.

@@ -345,6 +345,15 @@ bool readBinary(std::span<const std::byte> file, std::span<PackedPolicy> policie
   return true;
 }
 
+void readEach(std::span<const std::byte> file, const PolicySink& sink) {
+  FastReader reader{file};
+  for (std::uint32_t count = announcedPolicyCount(file); count != 0; --count) {
+    PackedPolicy policy{};
+    if (!reader.takePolicy(Kept{policy})) return;
+    sink.take(sink.target, policy);
+  }
+}
+
 void readBodies(std::span<const std::byte> file, std::uint32_t structureVersion, std::span<std::byte> bodies,
                 const TextConversion& text) {
   const std::size_t stride = policyBodySize(structureVersion).value_or(bodies.size() + 1);

@@ -23,6 +23,15 @@ bool checkBinary(std::span<const std::byte> file, BinaryVersions& versions, Defe
 bool readBinary(std::span<const std::byte> file, std::span<PackedPolicy> policies, BinaryVersions& versions,
                 Defect* defect = nullptr);
 
+/// Takes the next policy of a file.
+struct PolicySink {
+  void (*take)(void* target, const PackedPolicy& policy);
+  void* target;
+};
+
+/// Hands out the policies of a file that checkBinary has taken, one after the other.
+void readEach(std::span<const std::byte> file, const PolicySink& sink);
+
 /// Reads a file that checkBinary has taken into bodies of a structure version that exists, as many as there is room
 /// for. The first policy that does not fit the version ends the conversion: its body may be partly written, and what
 /// follows it is zero.

@@ -43,8 +43,10 @@ void writeHexLine(const TextSink& sink, std::span<const std::byte> bytes) {
 }  // namespace
 
 void writeRegistryText(const TextSink& sink, std::string_view valueName, std::span<const std::byte> binary) {
-  sink.put("Windows Registry Editor Version 5.00\n\n");
-  sink.put("[HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\vexoqtf\\Parameters]\n\"");
+  sink.put(kRegistryHeading);
+  sink.put("\n\n[");
+  sink.put(kRegistryKey);
+  sink.put("]\n\"");
   sink.put(valueName);
   sink.put("\"=hex:");
   writeHexLine(sink, binary);

@@ -7,6 +7,13 @@
 
 namespace vqs {
 
+/// What registry text begins with, and where the driver keeps its policies.
+inline constexpr std::string_view kRegistryHeading = "Windows Registry Editor Version 5.00";
+inline constexpr std::string_view kRegistryKey =
+    "HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\vexoqtf\\Parameters";
+inline constexpr std::string_view kAsmValueName = "AsmCurrentRegkeyPolicy";
+inline constexpr std::string_view kBalanceProfileValueName = "BalanceProfileCurrentRegkeyPolicy";
+
 /// Takes the next piece of a text.
 struct TextSink {
   void (*take)(void* target, std::string_view piece);

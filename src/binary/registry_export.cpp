@@ -10,9 +10,9 @@ namespace {
 std::string_view valueName(RegistryExportKind kind) {
   switch (kind) {
     case RegistryExportKind::kAsm:
-      return "AsmCurrentRegkeyPolicy";
+      return kAsmValueName;
     case RegistryExportKind::kBalanceProfile:
-      return "BalanceProfileCurrentRegkeyPolicy";
+      return kBalanceProfileValueName;
     default:
       return "";
   }

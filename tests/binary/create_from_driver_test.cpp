@@ -4,9 +4,9 @@
 #include <algorithm>
 
 #include <vqs/policy_binary.h>
-#include "tests/binary/samples.h"
 #include "tests/support/policy_file.h"
 #include "tests/support/results.h"
+#include "tests/support/samples.h"
 #include "tests/support/session_test.h"
 #include "tests/support/stub_store.h"
 #include "tests/support/temporary_folder.h"

@@ -5,10 +5,10 @@
 #include <cstring>
 
 #include <vqs/policy_binary.h>
-#include "tests/binary/samples.h"
 #include "tests/support/faults.h"
 #include "tests/support/policy_file.h"
 #include "tests/support/results.h"
+#include "tests/support/samples.h"
 #include "tests/support/session_test.h"
 #include "tests/support/temporary_folder.h"
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/binary/reading.h"
-#include "tests/binary/samples.h"
 #include "tests/support/results.h"
+#include "tests/support/samples.h"
 
 // The files of examples/policies against the descriptions beside them. Neither was made with this library.
 

@@ -7,8 +7,8 @@
 #include <optional>
 
 #include <vqs/policy_binary.h>
+#include "documents/files/registry_file.h"
 #include "tool/policies/policy_file.h"
-#include "tool/policies/registry_text.h"
 #include "tool/system/files.h"
 #include "tool/system/output_file.h"
 #include "tool/terminal/errors.h"
@@ -58,8 +58,11 @@ void writeWhole(const Session& session, const Store& store, vqs::BinaryVersions 
 std::optional<PolicyFileSummary> readBack(const OutputFile& file, bool asRegistryText) {
   const auto content = readBytes(file.path());
   if (!asRegistryText) return summarize(content);
-  const auto binary = bytesOfRegistryText(content);
-  return binary ? summarize(*binary) : std::nullopt;
+  documents::Findings findings;
+  const auto text =
+      documents::readRegistryText({reinterpret_cast<const char*>(content.data()), content.size()}, findings);
+  // A warning is too much, too: what was just written has one value and ends in a whole line.
+  return text && findings.empty() ? summarize(text->binary) : std::nullopt;
 }
 
 }  // namespace

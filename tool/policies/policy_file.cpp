@@ -7,9 +7,9 @@
 #include <cerrno>
 #include <limits>
 
+#include "documents/files/defect_text.h"
 #include "format/binary/reader.h"
 #include "format/policy/conversion.h"
-#include "tool/policies/defect_text.h"
 #include "tool/system/files.h"
 #include "tool/system/paths.h"
 #include "tool/terminal/errors.h"
@@ -115,8 +115,8 @@ PolicyFile readPolicyFile(const std::string& path) {
   const auto packed = parse(bytes, versions, defect);
   if (defect.kind == vqs::DefectKind::kNone)
     return {.version1 = versions.first, .version2 = versions.second, .policies = unpacked(packed)};
-  throw Failure{
-      fmt::format("{} is not a valid policy binary: {}", path, describe(defect, vqs::announcedPolicyCount(bytes)))};
+  throw Failure{fmt::format("{} is not a valid policy binary: {}", path,
+                            documents::describe(defect, vqs::announcedPolicyCount(bytes)))};
 }
 
 std::string fileName(const std::string& path) { return fromPath(toPath(path).filename()); }

@@ -20,11 +20,6 @@ void append(const Tree& tree, NodeId id, std::string& text) {
   text += isList ? ']' : '}';
 }
 
-std::string codeOf(Rule rule) {
-  std::string number = std::to_string(static_cast<unsigned>(rule));
-  return "P" + std::string(4 - number.size(), '0') + number;
-}
-
 }  // namespace
 
 std::string compact(const Tree& tree) {
