@@ -73,7 +73,7 @@ TEST(DocumentEntry, has_an_action_in_the_shortest_form_that_says_all_of_it) {
   EXPECT_EQ(documentEntry(action(2, 15000)), R"({ "SPL": 15000 })");
   EXPECT_EQ(documentEntry(action(0, 1)), R"({ "Fan Mode": "Manual" })");
   EXPECT_EQ(documentEntry(action(0, 2)), R"({ "Fan Mode": 2 })");
-  EXPECT_EQ(documentEntry(action(53, 5)), R"({ "Taskbar Icon Colour": "Purple" })");
+  EXPECT_EQ(documentEntry(action(53, 5)), R"({ "Taskbar Icon Colour": "Blue" })");
   EXPECT_EQ(documentEntry(action(99999, 2)), R"({ "#99999": 2 })");
   EXPECT_EQ(documentEntry(fullAction(2)),
             R"({ "SPL": { "value": 3, "value2": 4, "value3": 5, "value4": 4294967295, "option1": 1, )"
