@@ -70,6 +70,7 @@ ExitCode run(const Arguments& arguments) {
   try {
     return runCommand(arguments);
   } catch (const Failure& failure) {
+    writeRemarks(failure.details());
     writeError(failure.what());
     return failure.exitCode();
   } catch (const std::bad_alloc&) {

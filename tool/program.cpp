@@ -29,8 +29,21 @@ constexpr CommandRow kBinaryCommands[] = {
     {"show", "Show what a policy binary holds.", setUpBinaryShow},
 };
 
+constexpr CommandRow kPolicyCommands[] = {
+    {"new", "Begin a document, with comments that explain it.", setUpPolicyNew},
+    {"check", "Say everything that is wrong with documents.", setUpPolicyCheck},
+    {"fmt", "Lay documents out in the one way, comments kept.", setUpPolicyFmt},
+    {"compile", "Make a policy binary or registry text of a document.", setUpPolicyCompile},
+    {"decompile", "Make a document of a policy binary or registry text.", setUpPolicyDecompile},
+    {"show", "Show policies of any form in words.", setUpPolicyShow},
+    {"diff", "Say in what policies of any two forms differ.", setUpPolicyDiff},
+    {"schema", "Print the JSON Schema of documents, for editors.", setUpPolicySchema},
+    {"explain", "Explain a condition, an action, an option or a finding's code.", setUpPolicyExplain},
+};
+
 constexpr CommandRow kStoreCommands[] = {
     {"list", "List the policies of a store, in the store's order.", setUpStoreList},
+    {"show", "Show a policy of a store, or all of them, in words.", setUpStoreShow},
     {"load", "Add the policies of a policy binary to a store.", setUpStoreLoad},
     {"save", "Save the policies of a store in a policy binary.", setUpStoreSave},
     {"reset", "Remove every policy of a store.", setUpStoreReset},
@@ -48,6 +61,7 @@ constexpr CommandRow kTelemetryCommands[] = {
 };
 
 constexpr GroupRow kGroups[] = {
+    {"policy", "Write, check and compare policies in words; no driver is needed.", kPolicyCommands},
     {"binary", "Work with policy binary files.", kBinaryCommands},
     {"store", "Work with the driver's policy stores: pb, asm and balance-profile.", kStoreCommands},
     {"catalogue", "Look up what policies are made of.", kCatalogueCommands},
@@ -146,6 +160,8 @@ void buildProgram(CLI::App& program, Context& context, const Selection& isWanted
   addDriverOptions(program, context);
   program.footer("STORE is pb (Policy Builder), asm or balance-profile.\n\n" + describeExitCodes() +
                  "\nExamples:\n"
+                 "  vqs policy new -o quiet.json\n"
+                 "  vqs policy check quiet.json\n"
                  "  vqs binary show laptop-r5.bin\n"
                  "  vqs store load asm laptop-r5.bin\n"
                  "  vqs store list asm\n"

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include <vqs/status.h>
 #include "tool/exit_code.h"
@@ -12,13 +14,17 @@ namespace tool {
 /// The command could not be carried out; the message becomes the one line on standard error.
 class Failure : public std::runtime_error {
  public:
-  explicit Failure(const std::string& message, ExitCode code = ExitCode::kCouldNotRun)
-      : std::runtime_error{message}, code_{code} {}
+  /// The details are lines that are printed before the message.
+  explicit Failure(const std::string& message, ExitCode code = ExitCode::kCouldNotRun, std::string details = {})
+      : std::runtime_error{message}, code_{code}, details_{std::make_shared<const std::string>(std::move(details))} {}
 
   [[nodiscard]] ExitCode exitCode() const { return code_; }
+  [[nodiscard]] const std::string& details() const { return *details_; }
 
  private:
   ExitCode code_;
+  /// shared, because copying an exception must not throw
+  std::shared_ptr<const std::string> details_;
 };
 
 /// The command line is wrong.

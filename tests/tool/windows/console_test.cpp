@@ -42,7 +42,7 @@ TEST(Console, is_where_text_is_characters_while_pipes_and_files_get_utf_8) {
   tool.write("wide.bin", joined({header(1), plainEntry(7, u"Gerät Ωж")}));
   const std::vector<std::string> show = {"binary", "show", "wide.bin"};
   const auto intoFile = tool.run(show).out;
-  EXPECT_NE(intoFile.find("\nPolicy 7: \"Gerät Ωж\"\n"), std::string::npos) << intoFile;
+  EXPECT_NE(intoFile.find("\n7   Gerät Ωж  "), std::string::npos) << intoFile;
   EXPECT_EQ(pipedOutput(tool, show), intoFile);
   EXPECT_EQ(runInConsole(tool, show).screen, intoFile);
 }
