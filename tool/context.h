@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "tool/exit_code.h"
 #include "tool/terminal/output.h"
 
 namespace tool {
@@ -13,6 +14,8 @@ struct Context {
   /// where text goes, and what goes there once the command has succeeded
   Output output;
   std::string out;
+  /// the command's answer, when it has been carried out
+  ExitCode exitCode = ExitCode::kDone;
   /// --simulated
   bool isDriverSimulated = false;
   /// --driver-state

@@ -13,8 +13,6 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-enum ExitCode { kDone = 0, kFailed = 1, kWrongUsage = 2 };
-
 /// The help or the version that was asked for.
 void answer(const CLI::App& program, const CLI::Success& request) {
   std::ostringstream text;
@@ -29,54 +27,58 @@ struct Program {
 
   explicit Program(const Selection& isWanted) { buildProgram(app, context, isWanted); }
 
-  /// Parses the command line, which runs the command, and writes what the command leaves.
-  void run(Arguments arguments) {
+  /// Parses the command line, which runs the command, and writes what the command leaves. The command's own answer.
+  ExitCode run(Arguments arguments) {
     std::ranges::reverse(arguments);
     app.parse(std::move(arguments));
     context.output.write(context.out);
     context.output.finish();
+    return context.exitCode;
   }
 };
 
 /// Runs a command line that has shown to be a question for help, or to be wrong: both are answered with the names of
 /// all commands.
-void runWhole(const Arguments& arguments) {
+ExitCode runWhole(const Arguments& arguments) {
   Program program{[](std::string_view /*name*/) { return true; }};
   try {
-    program.run(arguments);
+    return program.run(arguments);
   } catch (const CLI::Success& request) {
     answer(program.app, request);
+    return ExitCode::kDone;
   } catch (const CLI::ParseError& error) {
     throw UsageError{describeUsage(program.app, error)};
   }
 }
 
 /// No command is meant but those whose names are among the words. To set up all others takes longer than many commands.
-void runCommand(const Arguments& arguments) {
-  if (arguments == Arguments{kVersionOption}) return Output{}.write(std::string{kVersionText} + '\n');
+ExitCode runCommand(const Arguments& arguments) {
+  if (arguments == Arguments{kVersionOption}) {
+    Output{}.write(std::string{kVersionText} + '\n');
+    return ExitCode::kDone;
+  }
   try {
-    Program{[&](std::string_view name) { return std::ranges::find(arguments, name) != arguments.end(); }}.run(
+    return Program{[&](std::string_view name) { return std::ranges::find(arguments, name) != arguments.end(); }}.run(
         arguments);
   } catch (const CLI::ParseError&) {
     // Thrown before any command was run.
-    runWhole(arguments);
+    return runWhole(arguments);
   }
 }
 
-int run(const Arguments& arguments) {
+ExitCode run(const Arguments& arguments) {
   try {
-    runCommand(arguments);
-    return kDone;
-  } catch (const UsageError& error) {
-    writeError(error.what());
-    return kWrongUsage;
+    return runCommand(arguments);
+  } catch (const Failure& failure) {
+    writeRemarks(failure.details());
+    writeError(failure.what());
+    return failure.exitCode();
   } catch (const std::bad_alloc&) {
     writeError("not enough memory");
-    return kFailed;
   } catch (const std::exception& error) {
     writeError(error.what());
-    return kFailed;
   }
+  return ExitCode::kCouldNotRun;
 }
 
 }  // namespace
@@ -84,5 +86,5 @@ int run(const Arguments& arguments) {
 
 int main(int argc, char** argv) {
   tool::platform::prepareStreams();
-  return tool::run(tool::platform::arguments(argc, argv));
+  return static_cast<int>(tool::run(tool::platform::arguments(argc, argv)));
 }

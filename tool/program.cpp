@@ -29,8 +29,21 @@ constexpr CommandRow kBinaryCommands[] = {
     {"show", "Show what a policy binary holds.", setUpBinaryShow},
 };
 
+constexpr CommandRow kPolicyCommands[] = {
+    {"new", "Begin a document, with comments that explain it.", setUpPolicyNew},
+    {"check", "Say everything that is wrong with documents.", setUpPolicyCheck},
+    {"fmt", "Lay documents out in the one way, comments kept.", setUpPolicyFmt},
+    {"compile", "Make a policy binary or registry text of a document.", setUpPolicyCompile},
+    {"decompile", "Make a document of a policy binary or registry text.", setUpPolicyDecompile},
+    {"show", "Show policies of any form in words.", setUpPolicyShow},
+    {"diff", "Say in what policies of any two forms differ.", setUpPolicyDiff},
+    {"schema", "Print the JSON Schema of documents, for editors.", setUpPolicySchema},
+    {"explain", "Explain a condition, an action, an option or a finding's code.", setUpPolicyExplain},
+};
+
 constexpr CommandRow kStoreCommands[] = {
     {"list", "List the policies of a store, in the store's order.", setUpStoreList},
+    {"show", "Show a policy of a store, or all of them, in words.", setUpStoreShow},
     {"load", "Add the policies of a policy binary to a store.", setUpStoreLoad},
     {"save", "Save the policies of a store in a policy binary.", setUpStoreSave},
     {"reset", "Remove every policy of a store.", setUpStoreReset},
@@ -48,6 +61,7 @@ constexpr CommandRow kTelemetryCommands[] = {
 };
 
 constexpr GroupRow kGroups[] = {
+    {"policy", "Write, check and compare policies in words; no driver is needed.", kPolicyCommands},
     {"binary", "Work with policy binary files.", kBinaryCommands},
     {"store", "Work with the driver's policy stores: pb, asm and balance-profile.", kStoreCommands},
     {"catalogue", "Look up what policies are made of.", kCatalogueCommands},
@@ -123,6 +137,12 @@ std::string describeProblem(const CLI::App& program, const CLI::App& command, co
   return error.what();
 }
 
+std::string describeExitCodes() {
+  std::string text = "Exit codes:\n";
+  for (const auto& row : kExitCodes) text += fmt::format("  {}  {}\n", static_cast<int>(row.code), row.meaning);
+  return text;
+}
+
 void addDriverOptions(CLI::App& program, Context& context) {
   program.add_flag("--simulated", context.isDriverSimulated,
                    "Use the driver that is simulated in the tool's process; elsewhere than on Windows it always is");
@@ -138,18 +158,18 @@ void buildProgram(CLI::App& program, Context& context, const Selection& isWanted
   program.set_help_flag("-h,--help", "Print this help");
   program.set_version_flag(kVersionOption, kVersionText);
   addDriverOptions(program, context);
-  program.footer(
-      "STORE is pb (Policy Builder), asm or balance-profile.\n"
-      "Exit codes: 0 done, 1 the operation failed, 2 the command line is wrong.\n\n"
-      "Examples:\n"
-      "  vqs binary show laptop-r5.bin\n"
-      "  vqs store load asm laptop-r5.bin\n"
-      "  vqs store list asm\n"
-      "  vqs store save asm copy.bin\n"
-      "  vqs catalogue conditions battery\n"
-      "  vqs telemetry watch PowerSource BatteryChargeLevel\n"
-      "  vqs override PowerSource 1\n\n"
-      "\"vqs COMMAND --help\" tells more about a command.");
+  program.footer("STORE is pb (Policy Builder), asm or balance-profile.\n\n" + describeExitCodes() +
+                 "\nExamples:\n"
+                 "  vqs policy new -o quiet.json\n"
+                 "  vqs policy check quiet.json\n"
+                 "  vqs binary show laptop-r5.bin\n"
+                 "  vqs store load asm laptop-r5.bin\n"
+                 "  vqs store list asm\n"
+                 "  vqs store save asm copy.bin\n"
+                 "  vqs catalogue conditions battery\n"
+                 "  vqs telemetry watch PowerSource BatteryChargeLevel\n"
+                 "  vqs override PowerSource 1\n\n"
+                 "\"vqs COMMAND --help\" tells more about a command.");
   addGroups(program, context, isWanted);
   addCommands(program, context, kCommands, isWanted);
 }

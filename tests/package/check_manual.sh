@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# The manual page knows every command and every option of the tool: check_manual.sh VQS PAGE
+# The manual page knows every command, every option and every exit code of the tool: check_manual.sh VQS PAGE
 set -euo pipefail
 vqs=$1
 page=$(gzip -dc "$2" | sed 's/\\-/-/g')
@@ -25,6 +25,7 @@ visit() { # the words of a command
 }
 
 visit
+while read -r code; do know "exit code $code" "^\.B $code\$"; done < <("$vqs" --help | sed -n '/^Exit codes:/,/^$/s/^  \([0-9]\)  .*/\1/p')
 [ $checked -gt 15 ] || { echo "only $checked commands and options were found"; failed=1; }
-echo "$checked commands and options"
+echo "$checked commands, options and exit codes"
 exit $failed

@@ -14,7 +14,7 @@ std::string complaint(const Bytes& content) {
   const Tool tool;
   tool.write("bad.bin", content);
   const auto run = tool.run({"binary", "show", "bad.bin"});
-  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(run.exitCode, 2);
   EXPECT_EQ(run.out, "");
   const std::string start = "vqs: bad.bin is not a valid policy binary: ";
   EXPECT_EQ(run.err.substr(0, start.size()), start);

@@ -7,18 +7,16 @@
 namespace test {
 namespace {
 
-TEST(BinaryShow, prints_every_field_as_text) {
+TEST(BinaryShow, prints_every_field_in_words) {
   const Tool tool;
   tool.write("small.bin", smallBinary());
   EXPECT_EQ(tool.run({"binary", "show", "small.bin"}), done(R"(small.bin: 1 policy, version 3.41
 
-Policy 7: "A\u001b\"é�"
-  description  "café\u009b"
-  settings     flag0 1, param0 2, flag1 3, flag2 4, param1 5, param2 6
-  condition    id 9, op 4, value 10, value2 11
-  text         "x\\y\n😀", flag 1
-  text         ""
-  action       id 12, value 13, value2 14, option1 1, option2 2, value3 15, option3 3, value4 16
+7   A\u001b"é�                                         caf��
+    when  Docking State op 4: 10 (value2 11)
+    do    Display Brightness 13 % (value2 14, value3 15, value4 16, option1 1, option2 2, option3 3)
+    text  "x\\y\n😀" (flag 1) · ""
+    with  flag0 1 · flag1 3 · flag2 4 · param0 2 · param1 5 · param2 6
 )"));
 }
 
@@ -81,13 +79,12 @@ TEST(BinaryShow, leaves_out_of_the_text_what_is_zero) {
              joined({header(2), plainEntry(1, u"one"), patched(plainEntry(2, u""), 6, "02 00 00 00 00 00 00")}));
   EXPECT_EQ(tool.run({"binary", "show", "two.bin"}), done(R"(two.bin: 2 policies, version 3.41
 
-Policy 1: "one"
-  description  "d"
-  settings     flag0 1
-  condition    id 1, op 2, value 3
+1   one                                                d
+    when  Power Mode is Best Performance
+    with  flag0 1
 
-Policy 2: ""
-  condition    id 1, op 2, value 3
+2   ""
+    when  Power Mode is Best Performance
 )"));
 }
 
@@ -104,7 +101,7 @@ TEST(BinaryShow, takes_a_name_that_fills_its_field) {
   tool.write("full.bin", joined({header(1), hex("80 00 00 00"), name, Bytes(entry.begin() + 6, entry.end())}));
   std::string expected;
   for (int i = 0; i < 64; ++i) expected += "乎";  // two bytes of 'N' are one unit, U+4E4E
-  EXPECT_NE(tool.run({"binary", "show", "full.bin"}).out.find("Policy 5: \"" + expected + "\"\n"), std::string::npos);
+  EXPECT_NE(tool.run({"binary", "show", "full.bin"}).out.find("\n5   " + expected + "  d\n"), std::string::npos);
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ Json parsed(const ToolRun& run) {
 
 std::string errorOf(const std::vector<std::string>& arguments) {
   const auto run = Tool{}.run(arguments);
-  EXPECT_EQ(run.exitCode, 1) << run;
+  EXPECT_EQ(run.exitCode, 2) << run;
   EXPECT_EQ(run.out, "");
   return run.err;
 }

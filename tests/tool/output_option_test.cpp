@@ -77,7 +77,7 @@ TEST_F(OutputOption, leaves_a_file_alone_when_the_command_fails) {
   tool.writeText("out.txt", "precious");
   EXPECT_EQ(run({"binary", "show", "missing.bin", "-o", "out.txt"}),
             failed("vqs: missing.bin cannot be read: No such file or directory\n"));
-  EXPECT_EQ(run({"catalogue", "actions", "weather", "-o", "out.txt"}).exitCode, 1);
+  EXPECT_EQ(run({"catalogue", "actions", "weather", "-o", "out.txt"}).exitCode, 2);
   EXPECT_EQ(tool.readText("out.txt"), "precious");
   EXPECT_EQ(tool.files(), (Words{"out.txt", "small.bin"}));
 }
@@ -93,7 +93,7 @@ TEST_F(OutputOption, place_where_no_file_can_be) {
   EXPECT_EQ(run({"binary", "show", "small.bin", "-o", ""}), wrongUsage("vqs: FILE: the file's name is empty\n"));
   EXPECT_EQ(run({"binary", "show", "small.bin", "-o"}),
             wrongUsage("vqs: --output needs a value (see \"vqs binary show --help\")\n"));
-  EXPECT_EQ(run({"binary", "show", "small.bin", "-o", "no/out.txt"}).exitCode, 1);
+  EXPECT_EQ(run({"binary", "show", "small.bin", "-o", "no/out.txt"}).exitCode, 2);
 }
 
 TEST_F(OutputOption, is_not_for_commands_that_change_something) {

@@ -13,8 +13,9 @@ std::ostream& operator<<(std::ostream& stream, const ToolRun& run) {
 }
 
 ToolRun done(std::string out) { return {.exitCode = 0, .out = std::move(out), .err = ""}; }
-ToolRun failed(std::string err) { return {.exitCode = 1, .out = "", .err = std::move(err)}; }
+ToolRun failed(std::string err) { return {.exitCode = 2, .out = "", .err = std::move(err)}; }
 ToolRun wrongUsage(std::string err) { return {.exitCode = 2, .out = "", .err = std::move(err)}; }
+ToolRun withoutDriver(std::string err) { return {.exitCode = 3, .out = "", .err = std::move(err)}; }
 
 std::string readTextFile(const std::string& path) {
   const Bytes bytes = readFile(path);

@@ -22,15 +22,17 @@ struct ToolRun {
 
 std::ostream& operator<<(std::ostream& stream, const ToolRun& run);
 
-/// A run that succeeded, and one that failed with one line on standard error.
+/// A run that succeeded, and those that ended with one line on standard error: what was to be done could not be done,
+/// the command line was wrong, there was no driver.
 ToolRun done(std::string out);
 ToolRun failed(std::string err);
 ToolRun wrongUsage(std::string err);
+ToolRun withoutDriver(std::string err);
 
 /// The whole content of a file.
 std::string readTextFile(const std::string& path);
 
-/// How a run differs from the usual. The file's length and the signal are for POSIX systems.
+/// How a run differs from the usual. The file's length, the signal and the input are for POSIX systems.
 struct RunOptions {
   /// added to the environment; an empty value removes the variable
   std::map<std::string, std::string> environment;
@@ -42,6 +44,8 @@ struct RunOptions {
   int signal = 0;
   /// on Windows, a copy of the tool to run instead
   std::string program = {};
+  /// what standard input holds
+  std::optional<std::string> input = {};
 };
 
 /// Options of a run during which the driver's clock stands at 0, unless the driver is one that serves all runs.

@@ -71,7 +71,7 @@ TEST_F(StoreLoadRefusal, name_without_an_end_is_refused_by_the_driver) {
   const Bytes endless = joined({hex("80 00 00 00"), Record{128, 'N'}, Bytes(entry.begin() + 6, entry.end())});
   tool.write("endless.bin", joined({header(2), plainEntry(4, u"four"), endless}));
   const auto run = tool.run({"store", "load", "asm", "endless.bin"});
-  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(run.exitCode, 2);
   EXPECT_EQ(run.out, "");
   EXPECT_TRUE(run.err.starts_with("vqs: policy \"乎乎")) << run.err;
   EXPECT_TRUE(

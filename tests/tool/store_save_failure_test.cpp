@@ -17,7 +17,7 @@ TEST_F(StoreSaveFailure, place_where_no_file_can_be) {
   EXPECT_EQ(tool.run({"store", "save", "asm", "."}), failed("vqs: . cannot be written: Is a directory\n"));
   for (const std::string target : {"no/file.bin", "keep.bin/file.bin"}) {
     const auto run = tool.run({"store", "save", "asm", target});
-    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.exitCode, 2);
     EXPECT_EQ(run.out, "");
     // The system's own words follow.
     EXPECT_TRUE(run.err.starts_with("vqs: " + target + " cannot be written: ")) << run.err;

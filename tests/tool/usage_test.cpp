@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "tests/tool/run_tool.h"
 
 namespace test {
@@ -19,6 +21,7 @@ Options:
   --driver-state FILE         The simulated driver's state file
 
 Subcommands:
+  policy                      Write, check and compare policies in words; no driver is needed.
   binary                      Work with policy binary files.
   store                       Work with the driver's policy stores: pb, asm and balance-profile.
   catalogue                   Look up what policies are made of.
@@ -31,9 +34,17 @@ Subcommands:
   version                     Show the versions of this tool, the library and the driver.
 
 STORE is pb (Policy Builder), asm or balance-profile.
-Exit codes: 0 done, 1 the operation failed, 2 the command line is wrong.
+
+Exit codes:
+  0  done, the same, met
+  1  the answer is no: there are findings, or differences
+  2  the command line is wrong, or the command could not be carried out
+  3  there is no driver, or none that can be used
+  4  it took too long
 
 Examples:
+  vqs policy new -o quiet.json
+  vqs policy check quiet.json
   vqs binary show laptop-r5.bin
   vqs store load asm laptop-r5.bin
   vqs store list asm
@@ -48,6 +59,9 @@ Examples:
   EXPECT_EQ(run({"-h"}), expected);
 }
 
+/// The commands that write for programs, but no JSON on demand.
+const std::set<std::string> kWriters = {"watch", "new", "check", "compile", "decompile", "schema"};
+
 struct HelpCase {
   std::vector<std::string> command;
   std::string usage;
@@ -56,9 +70,26 @@ struct HelpCase {
 
 TEST(Usage, help_of_every_command) {
   const std::vector<HelpCase> cases = {
+      {{"policy"},
+       "Usage: vqs policy [OPTIONS] SUBCOMMAND\n",
+       {"new ", "check ", "fmt ", "compile ", "decompile ", "show ", "diff ", "schema ", "explain "}},
+      {{"policy", "new"}, "Usage: vqs policy new [OPTIONS]\n", {"--force", "Examples:"}},
+      {{"policy", "check"},
+       "Usage: vqs policy check [OPTIONS] DOC...\n",
+       {"--format", "--fix", "--fail-on", "--structure-version", "--allow-unknown", "Examples:"}},
+      {{"policy", "fmt"}, "Usage: vqs policy fmt [OPTIONS] DOC...\n", {"--check", "Examples:"}},
+      {{"policy", "compile"},
+       "Usage: vqs policy compile [OPTIONS] DOC\n",
+       {"--registry", "--encoding", "--structure-version", "--allow-unknown", "Examples:"}},
+      {{"policy", "decompile"}, "Usage: vqs policy decompile [OPTIONS] FILE\n", {"Examples:"}},
+      {{"policy", "show"}, "Usage: vqs policy show [OPTIONS] FILE\n", {"--json", "store:asm", "Examples:"}},
+      {{"policy", "diff"}, "Usage: vqs policy diff [OPTIONS] A B\n", {"--json", "store:asm", "Examples:"}},
+      {{"policy", "schema"}, "Usage: vqs policy schema [OPTIONS]\n", {"Examples:"}},
+      {{"policy", "explain"}, "Usage: vqs policy explain [OPTIONS] WORD...\n", {"P0012", "Examples:"}},
       {{"binary"}, "Usage: vqs binary [OPTIONS] SUBCOMMAND\n", {"show "}},
       {{"binary", "show"}, "Usage: vqs binary show [OPTIONS] FILE\n", {"--json", "vqs binary show laptop-r5.bin"}},
-      {{"store"}, "Usage: vqs store [OPTIONS] SUBCOMMAND\n", {"list ", "load ", "save ", "reset "}},
+      {{"store"}, "Usage: vqs store [OPTIONS] SUBCOMMAND\n", {"list ", "show ", "load ", "save ", "reset "}},
+      {{"store", "show"}, "Usage: vqs store show [OPTIONS] STORE [ID]\n", {"--json", "Examples:"}},
       {{"store", "list"}, "Usage: vqs store list [OPTIONS] STORE\n", {"--json", "pb, asm or balance-profile"}},
       {{"store", "load"}, "Usage: vqs store load [OPTIONS] STORE FILE\n", {"--replace", "--reset", "Examples:"}},
       {{"store", "save"}, "Usage: vqs store save [OPTIONS] STORE FILE\n", {"--registry", "--version A.B", "Examples:"}},
@@ -87,7 +118,7 @@ TEST(Usage, help_of_every_command) {
     EXPECT_NE(shown.out.find(usage), std::string::npos) << shown.out;
     for (const auto& phrase : phrases) EXPECT_NE(shown.out.find(phrase), std::string::npos) << phrase << shown.out;
     // What programs can read, they can have in a file.
-    const bool isForPrograms = shown.out.find("--json") != std::string::npos || command.back() == "watch";
+    const bool isForPrograms = shown.out.find("--json") != std::string::npos || kWriters.contains(command.back());
     EXPECT_EQ(shown.out.find("-o,--output FILE") != std::string::npos, isForPrograms) << shown.out;
   }
 }
@@ -95,11 +126,12 @@ TEST(Usage, help_of_every_command) {
 TEST(Usage, version) { EXPECT_EQ(run({"--version"}), done("vqs " VQS_VERSION "\n")); }
 
 TEST(Usage, missing_command) {
-  EXPECT_EQ(run({}), wrongUsage("vqs: a command is missing, one of binary, store, catalogue, telemetry, features, "
-                                "sensors, battery, io, override, version (see \"vqs --help\")\n"));
+  EXPECT_EQ(run({}),
+            wrongUsage("vqs: a command is missing, one of policy, binary, store, catalogue, telemetry, features, "
+                       "sensors, battery, io, override, version (see \"vqs --help\")\n"));
   EXPECT_EQ(run({"binary"}), wrongUsage("vqs: a command is missing, one of show (see \"vqs binary --help\")\n"));
   EXPECT_EQ(run({"store"}),
-            wrongUsage("vqs: a command is missing, one of list, load, save, reset (see \"vqs store --help\")\n"));
+            wrongUsage("vqs: a command is missing, one of list, show, load, save, reset (see \"vqs store --help\")\n"));
 }
 
 TEST(Usage, unknown_command) {

@@ -19,7 +19,7 @@ Session open(const Context& context) {
   QtfSession* session = nullptr;
   vqsStatus status = VQS_SUCCESS;
   const auto messages = platform::driverMessagesDuring([&] { status = vqsInitialize(&session); });
-  if (status != VQS_SUCCESS) throw Failure{describeRefusal(status, messages)};
+  if (status != VQS_SUCCESS) throw NoDriver{describeRefusal(status, messages)};
   return Session{session};
 }
 
@@ -35,7 +35,7 @@ Session openIfThere(const Context& context) {
   const bool isNamed = context.isDriverSimulated || context.driverState;
   try {
     return open(context);
-  } catch (const Failure&) {
+  } catch (const NoDriver&) {
     if (isNamed) throw;
     return nullptr;
   }

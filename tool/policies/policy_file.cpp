@@ -3,14 +3,12 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <cerrno>
 #include <limits>
 
 #include "documents/files/defect_text.h"
 #include "format/binary/reader.h"
 #include "format/policy/conversion.h"
-#include "tool/system/files.h"
+#include "tool/system/input_file.h"
 #include "tool/system/paths.h"
 #include "tool/terminal/errors.h"
 
@@ -19,55 +17,13 @@ namespace {
 
 constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
 
-[[noreturn]] void failToRead(const std::string& path, int error) {
-  throw Failure{fmt::format("{} cannot be read: {}", path, systemMessage(error))};
-}
-
-/// Checks what can be checked without opening the file: opening a pipe would wait for its other end.
-void requireRegularFile(const std::string& path) {
-  const auto kind = platform::fileKind(path);
-  if (kind == platform::FileKind::kFolder) failToRead(path, EISDIR);
-  if (kind == platform::FileKind::kOther)
-    throw Failure{fmt::format("{} cannot be read: it is not a regular file", path)};
-}
-
-/// A file that is read from its start.
-class Source {
- public:
-  explicit Source(const std::string& path) : path_{path} {
-    if (path.empty()) throw UsageError{"FILE: the file's name is empty"};
-    requireRegularFile(path);
-    file_.reset(platform::openFile(path, "rb"));
-    if (!file_) failToRead(path, errno);
-  }
-
-  /// Adds what follows, until there are so many bytes or the file ends.
-  void readUpTo(std::uint64_t size, std::vector<std::byte>& bytes) {
-    constexpr std::uint64_t kPiece = 65536;
-    while (bytes.size() < size) {
-      const std::size_t had = bytes.size();
-      bytes.resize(had + static_cast<std::size_t>(std::min(size - had, std::max<std::uint64_t>(had, kPiece))));
-      errno = 0;
-      const std::size_t read = std::fread(bytes.data() + had, 1, bytes.size() - had, file_.get());
-      const bool isWhole = had + read == bytes.size();
-      bytes.resize(had + read);
-      if (std::ferror(file_.get()) != 0) failToRead(path_, errno != 0 ? errno : EIO);
-      if (!isWhole) return;
-    }
-  }
-
- private:
-  const std::string& path_;
-  File file_;
-};
-
 void requireContent(const std::vector<std::byte>& bytes, const std::string& path) {
   if (bytes.empty()) throw Failure{fmt::format("{} is empty, a policy binary is not", path)};
 }
 
 /// Reads as much of a policy binary as its head says that its policies can take.
 std::vector<std::byte> readBinaryBytes(const std::string& path) {
-  Source source{path};
+  InputFile source{path};
   std::vector<std::byte> bytes;
   source.readUpTo(vqs::kOldHeaderSize, bytes);
   requireContent(bytes, path);
@@ -95,7 +51,7 @@ std::vector<vqs::PackedPolicy> parse(const std::vector<std::byte>& bytes, vqs::B
 
 std::vector<std::byte> readBytes(const std::string& path) {
   std::vector<std::byte> bytes;
-  Source{path}.readUpTo(kAll, bytes);
+  InputFile{path}.readUpTo(kAll, bytes);
   requireContent(bytes, path);
   return bytes;
 }

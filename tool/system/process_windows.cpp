@@ -51,6 +51,7 @@ BOOL WINAPI onConsoleControl(DWORD control) {
 }  // namespace
 
 void prepareStreams() {
+  _setmode(_fileno(stdin), _O_BINARY);
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
 }

@@ -10,14 +10,14 @@
 namespace tool::platform {
 
 /// Makes the functions of the library ready to be called: on Windows those of the usual one, or of the one that has a
-/// simulated driver in it. Throws a Failure when it cannot be loaded.
+/// simulated driver in it. Throws a NoDriver when it cannot be loaded.
 void loadLibrary(bool withSimulatedDriver);
 
 /// True when the driver is part of the library that was loaded.
 bool isDriverSimulated();
 
 /// Chooses where the simulated driver keeps its state: the given file, or else one in the user's own directory. Throws
-/// a Failure when there is no such place, and a UsageError when a file is given and the driver is not simulated.
+/// a NoDriver when there is no such place, and a UsageError when a file is given and the driver is not simulated.
 void useDriverState(const std::optional<std::string>& file);
 
 /// What the simulated driver says on standard error while an action runs: one line, without its end. Empty when the

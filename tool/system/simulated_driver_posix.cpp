@@ -27,7 +27,7 @@ std::filesystem::path stateHome() {
   if (chosen.is_absolute()) return chosen;
   const std::filesystem::path home = environment("HOME");
   if (home.empty())
-    throw Failure{
+    throw NoDriver{
         "there is no place for the simulated driver's state, HOME is not set: name a file with --driver-state"};
   return home / ".local" / "state";
 }
@@ -37,7 +37,7 @@ std::string defaultStateFile() {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
   if (error)
-    throw Failure{
+    throw NoDriver{
         fmt::format("{}: {}: the simulated driver's state needs this directory, or name a file with "
                     "--driver-state",
                     directory.string(), error.message())};

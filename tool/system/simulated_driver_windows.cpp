@@ -28,7 +28,7 @@ void load(const std::wstring& path) {
   // What the library itself needs comes from where everything of this program comes from.
   constexpr DWORD kFolders = LOAD_LIBRARY_SEARCH_APPLICATION_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32;
   if (LoadLibraryExW(path.c_str(), nullptr, kFolders) == nullptr)
-    throw Failure{fmt::format("{} cannot be loaded: {}", narrow(path), systemError(GetLastError()))};
+    throw NoDriver{fmt::format("{} cannot be loaded: {}", narrow(path), systemError(GetLastError()))};
 }
 
 std::wstring environment(const wchar_t* name) {
@@ -40,12 +40,12 @@ std::wstring environment(const wchar_t* name) {
 std::wstring defaultStateFile() {
   const std::wstring home = environment(L"LOCALAPPDATA");
   if (home.empty())
-    throw Failure{
+    throw NoDriver{
         "there is no place for the simulated driver's state, LOCALAPPDATA is not set: name a file with "
         "--driver-state"};
   const std::wstring folder = home + L"\\vqs";
   if (!CreateDirectoryW(folder.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS)
-    throw Failure{
+    throw NoDriver{
         fmt::format("{}: {}: the simulated driver's state needs this directory, or name a file with --driver-state",
                     narrow(folder), systemError(GetLastError()))};
   return folder + L"\\simulator.state";

@@ -29,7 +29,10 @@ std::string describe(vqsStatus status) {
 }
 
 void require(vqsStatus status, const std::string& what) {
-  if (status != VQS_SUCCESS) throw Failure{what + ": " + describe(status)};
+  if (status == VQS_SUCCESS) return;
+  const std::string message = what + ": " + describe(status);
+  if (status == VQS_DRIVER_NOT_FOUND || status == VQS_VERSION_MISMATCH) throw NoDriver{message};
+  throw Failure{message};
 }
 
 std::string systemMessage(int error) { return std::generic_category().message(error); }

@@ -28,9 +28,11 @@ void Output::finish() {
   target_->commit();
 }
 
-void writeError(std::string_view message) {
+void writeRemarks(std::string_view lines) {
   // There is nowhere left to report a failure to.
-  static_cast<void>(platform::writeText(stderr, "vqs: " + printable(message) + '\n'));
+  static_cast<void>(platform::writeText(stderr, lines));
 }
+
+void writeError(std::string_view message) { writeRemarks("vqs: " + printable(message) + '\n'); }
 
 }  // namespace tool

@@ -16,6 +16,8 @@ class Output {
  public:
   /// A file instead of standard output; "-" is standard output.
   void useFile(const std::string& path);
+  /// The file's path, or "-".
+  [[nodiscard]] std::string path() const { return path_.value_or("-"); }
   [[nodiscard]] bool isFile() const { return path_.has_value(); }
 
   /// Throws a Failure when not all of the text gets there.
@@ -28,6 +30,9 @@ class Output {
   std::optional<OutputFile> target_;
   File file_;
 };
+
+/// Writes printable lines on standard error, beside what a command puts out.
+void writeRemarks(std::string_view lines);
 
 /// Writes the one line on standard error: "vqs: " and the message, whatever the message holds.
 void writeError(std::string_view message);

@@ -10,9 +10,6 @@
 
 namespace tool {
 
-/// Every field of a policy that says something, one to a line.
-std::string renderPolicy(const VqsPolicyV2& policy);
-
 /// One line a policy, in columns, under a heading.
 std::string renderTable(std::span<const VqsPolicyV2> policies);
 

@@ -87,7 +87,8 @@ Json toJson(std::span<const VqsPolicyV2> policies) {
 }
 
 std::string renderJson(const Json& document) {
-  const std::string dumped = document.dump(2);
+  // Names of files may be no UTF-8.
+  const std::string dumped = document.dump(2, ' ', false, Json::error_handler_t::replace);
   std::string text;
   text.reserve(dumped.size() + 1);
   for (auto rest = std::string_view{dumped}; !rest.empty();) {

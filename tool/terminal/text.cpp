@@ -168,6 +168,16 @@ std::string padded(std::string text, std::size_t width) {
   return text;
 }
 
+std::string indented(std::string_view lines, std::size_t indent) {
+  std::string text;
+  while (!lines.empty()) {
+    const auto end = std::min(lines.find('\n'), lines.size());
+    text += (end != 0 ? std::string(indent, ' ') : "") + printable(lines.substr(0, end)) + '\n';
+    lines.remove_prefix(std::min(end + 1, lines.size()));
+  }
+  return text;
+}
+
 std::string yesOrNo(bool answer) { return answer ? "yes" : "no"; }
 
 std::string countOfPolicies(std::size_t count) {

@@ -28,6 +28,9 @@ std::size_t displayWidth(std::string_view utf8);
 /// The text, followed by spaces up to a width.
 std::string padded(std::string text, std::size_t width);
 
+/// Printable lines, each behind so many spaces.
+std::string indented(std::string_view lines, std::size_t indent);
+
 /// "yes" or "no".
 std::string yesOrNo(bool answer);
 

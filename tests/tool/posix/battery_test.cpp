@@ -13,9 +13,10 @@ TEST(BatteryLog, that_lacks_the_battery) {
   EXPECT_EQ(tool.run({"battery"}, withDriverOptions("log=repeated-key")),
             failed("vqs: the driver's log cannot be read to its end: key DesignedBatteryCapacity (25) is in it more "
                    "than once\n"));
-  EXPECT_EQ(tool.run({"battery"}, withDriverOptions("log=version")),
-            failed("vqs: the driver's log cannot be started: the driver answers with a data version that this library "
-                   "does not know\n"));
+  EXPECT_EQ(
+      tool.run({"battery"}, withDriverOptions("log=version")),
+      withoutDriver("vqs: the driver's log cannot be started: the driver answers with a data version that this library "
+                    "does not know\n"));
 }
 
 }  // namespace

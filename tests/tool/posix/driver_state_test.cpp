@@ -51,22 +51,22 @@ TEST_F(DriverState, can_be_chosen_before_and_behind_the_command) {
 TEST_F(DriverState, has_no_place_without_a_home) {
   const auto options = with({{"VEXOQTF_SIMULATOR_STATE", ""}, {"XDG_STATE_HOME", ""}, {"HOME", ""}});
   EXPECT_EQ(tool.run({"store", "list", "asm"}, options),
-            failed("vqs: there is no place for the simulated driver's state, HOME is not set: name a file with "
-                   "--driver-state\n"));
+            withoutDriver("vqs: there is no place for the simulated driver's state, HOME is not set: name a file with "
+                          "--driver-state\n"));
 }
 
 TEST_F(DriverState, folder_that_cannot_be_made) {
   const std::string home = tool.path("small.bin");
   const auto options = with({{"VEXOQTF_SIMULATOR_STATE", ""}, {"XDG_STATE_HOME", home}});
   EXPECT_EQ(tool.run({"store", "list", "asm"}, options),
-            failed("vqs: " + home +
-                   "/vqs: Not a directory: the simulated driver's state needs this directory, or name "
-                   "a file with --driver-state\n"));
+            withoutDriver("vqs: " + home +
+                          "/vqs: Not a directory: the simulated driver's state needs this directory, or name "
+                          "a file with --driver-state\n"));
 }
 
 TEST_F(DriverState, file_of_another_kind_is_reported_on_one_line) {
   const auto run = tool.run({"store", "list", "asm", "--driver-state", "small.bin"});
-  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(run.exitCode, 3);
   EXPECT_EQ(run.out, "");
   EXPECT_TRUE(run.err.starts_with("vqs: the driver's device cannot be found or opened: ")) << run.err;
   EXPECT_NE(run.err.find("small.bin"), std::string::npos) << run.err;
@@ -78,7 +78,7 @@ TEST_F(DriverState, without_room_for_its_file_is_refused_before_anything_is_done
   RunOptions cramped;
   cramped.longestFile = 1000;
   const auto run = tool.run({"store", "load", "asm", samplePath("laptop-r5.bin")}, cramped);
-  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(run.exitCode, 3);
   EXPECT_EQ(run.out, "");
   EXPECT_TRUE(run.err.starts_with("vqs: the driver's device cannot be found or opened: ")) << run.err;
   EXPECT_NE(run.err.find("cannot be written: File too large"), std::string::npos) << run.err;

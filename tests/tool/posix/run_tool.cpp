@@ -49,7 +49,14 @@ void dropPrivileges() {
   prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH, 0, 0, 0);
 }
 
+void takeInput(const std::string& path) {
+  const int file = open(path.c_str(), O_RDONLY);
+  if (file == -1 || dup2(file, STDIN_FILENO) == -1) _exit(123);
+  close(file);
+}
+
 void redirectStreams(const std::string& captured, const RunOptions& options) {
+  if (options.input) takeInput(captured + ".in");
   redirect(STDERR_FILENO, captured + ".err");
   if (options.output == "-")
     close(STDOUT_FILENO);
@@ -128,6 +135,7 @@ Tool::Tool() = default;
 ToolRun Tool::run(const std::vector<std::string>& arguments, const RunOptions& options) const {
   const TemporaryFolder capture;
   const std::string captured = capture.path("standard");
+  if (options.input) capture.write("standard.in", Bytes(options.input->begin(), options.input->end()));
   const auto command = commandLine(arguments);
   const pid_t child = fork();
   if (child == 0) {

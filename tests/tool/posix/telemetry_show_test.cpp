@@ -66,25 +66,25 @@ TEST(TelemetryShow, damaged_log_is_shown_as_far_as_it_goes) {
                                           "ID  NAME         VALUE\n 1  DeviceState  0\n",
                                           "key DeviceState (1) is in it more than once\n"}};
   for (const auto& [fault, generation, out, err] : cases) {
-    const ToolRun expected{.exitCode = 1, .out = out, .err = unread + err};
+    const ToolRun expected{.exitCode = 2, .out = out, .err = unread + err};
     EXPECT_EQ(showTelemetry(Tool{}, "time=0,log=" + fault, generation), expected) << fault;
   }
 }
 
 TEST(TelemetryShow, log_without_an_end_is_shown_once) {
   const auto run = showTelemetry(Tool{}, "time=0,log=no-end");
-  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(run.exitCode, 2);
   EXPECT_EQ(run.err, "vqs: the driver's log cannot be read to its end: it does not end behind all of its " +
                          std::to_string(listedIn(kKeyListing)) + " keys\n");
   EXPECT_EQ(run.out, showTelemetry(Tool{}, "time=0").out);
   const auto exRun = showTelemetry(Tool{}, "time=0,log=no-end", {"--ex"});
-  EXPECT_EQ(exRun.exitCode, 1);
+  EXPECT_EQ(exRun.exitCode, 2);
   EXPECT_EQ(exRun.err, "vqs: the driver's log cannot be read to its end: it does not end behind all of its 50 keys\n");
   EXPECT_EQ(std::ranges::count(exRun.out, '\n'), 51);
 }
 
 TEST(TelemetryShow, damaged_log_as_json) {
-  const ToolRun expected{.exitCode = 1,
+  const ToolRun expected{.exitCode = 2,
                          .out = "{\n  \"values\": {\n    \"DesignedBatteryCapacity\": 60000\n  }\n}\n",
                          .err =
                              "vqs: the driver's log cannot be read to its end: key DesignedBatteryCapacity (25) is "
@@ -99,7 +99,7 @@ TEST(TelemetryShow, log_without_keys) {
 }
 
 TEST(TelemetryShow, log_of_another_version) {
-  const auto expected = failed(
+  const auto expected = withoutDriver(
       "vqs: the driver's log cannot be started: the driver answers with a data version that this library does not "
       "know\n");
   EXPECT_EQ(showTelemetry(Tool{}, "log=version"), expected);
@@ -108,8 +108,8 @@ TEST(TelemetryShow, log_of_another_version) {
 
 TEST(TelemetryShow, driver_option_that_does_not_exist) {
   EXPECT_EQ(showTelemetry(Tool{}, "x=1"),
-            failed("vqs: the driver's device cannot be found or opened: vexoqtf simulator: "
-                   "VEXOQTF_SIMULATOR_OPTIONS: \"x=1\" is not understood\n"));
+            withoutDriver("vqs: the driver's device cannot be found or opened: vexoqtf simulator: "
+                          "VEXOQTF_SIMULATOR_OPTIONS: \"x=1\" is not understood\n"));
 }
 
 TEST(TelemetryShow, reports_an_output_that_cannot_take_it) {

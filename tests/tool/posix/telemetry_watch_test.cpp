@@ -71,7 +71,7 @@ TEST(TelemetryWatch, writes_lines_to_a_terminal_without_escape_sequences) {
 }
 
 TEST(TelemetryWatch, damaged_log_ends_it) {
-  const ToolRun expected{.exitCode = 1,
+  const ToolRun expected{.exitCode = 2,
                          .out = "DesignedBatteryCapacity=60000 PowerSource=-\n",
                          .err =
                              "vqs: the driver's log cannot be read to its end: key DesignedBatteryCapacity (25) is "

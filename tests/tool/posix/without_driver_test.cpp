@@ -25,7 +25,7 @@ class WithoutDriver : public testing::Test {
 };
 
 TEST_F(WithoutDriver, files_are_shown) {
-  EXPECT_EQ(run({"store", "list", "asm"}).exitCode, 1);
+  EXPECT_EQ(run({"store", "list", "asm"}).exitCode, 3);
   EXPECT_EQ(run({"binary", "show", "small.bin"}), tool.run({"binary", "show", "small.bin"}));
   EXPECT_EQ(run({"binary", "show", "small.bin"}).exitCode, 0);
 }
@@ -47,7 +47,7 @@ TEST_F(WithoutDriver, the_catalogues_do_not_say_what_is_supported) {
 
 TEST_F(WithoutDriver, one_that_was_named_is_missed) {
   const auto refused = tool.run({"catalogue", "conditions", "4", "--driver-state", "small.bin"});
-  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_EQ(refused.exitCode, 3);
   EXPECT_TRUE(refused.err.starts_with("vqs: the driver's device cannot be found or opened: ")) << refused.err;
 }
 

@@ -66,11 +66,12 @@ TEST_F(SimulatedDriver, keeps_its_state_where_it_is_told) {
 TEST_F(SimulatedDriver, has_no_place_for_its_state) {
   atHome.environment["LOCALAPPDATA"] = "";
   EXPECT_EQ(run({"store", "list", "asm"}),
-            failed("vqs: there is no place for the simulated driver's state, LOCALAPPDATA is not set: name a file with "
-                   "--driver-state\n"));
+            withoutDriver(
+                "vqs: there is no place for the simulated driver's state, LOCALAPPDATA is not set: name a file with "
+                "--driver-state\n"));
   atHome.environment["LOCALAPPDATA"] = tool.path("small.bin");
   const auto refused = run({"store", "list", "asm"});
-  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_EQ(refused.exitCode, 3);
   EXPECT_TRUE(refused.err.starts_with("vqs: " + tool.path("small.bin") + "\\vqs: ")) << refused.err;
   EXPECT_TRUE(
       refused.err.ends_with("the simulated driver's state needs this directory, or name a file with "
@@ -80,8 +81,9 @@ TEST_F(SimulatedDriver, has_no_place_for_its_state) {
 
 TEST_F(SimulatedDriver, says_on_one_line_what_is_wrong_with_its_state) {
   const auto refused = run({"--driver-state", "small.bin", "store", "list", "asm"});
-  EXPECT_EQ(refused, failed("vqs: the driver's device cannot be found or opened: vexoqtf simulator: small.bin is not a "
-                            "state file of the simulator\n"));
+  EXPECT_EQ(refused,
+            withoutDriver("vqs: the driver's device cannot be found or opened: vexoqtf simulator: small.bin is not a "
+                          "state file of the simulator\n"));
   EXPECT_EQ(difference(readFile(tool.path("small.bin")), smallBinary()), "");
 }
 
@@ -108,10 +110,10 @@ ToolRun runAlone(const Tool& tool, const std::vector<std::string>& arguments) {
 TEST(Library, that_is_missing_is_named_with_its_place) {
   const Tool tool;
   const auto usual = runAlone(tool, {"version"});
-  EXPECT_EQ(usual.exitCode, 1);
+  EXPECT_EQ(usual.exitCode, 3);
   EXPECT_TRUE(usual.err.starts_with("vqs: " + tool.path("VexoQTFServices.dll") + " cannot be loaded: ")) << usual.err;
   const auto simulated = runAlone(tool, {"--simulated", "version"});
-  EXPECT_EQ(simulated.exitCode, 1);
+  EXPECT_EQ(simulated.exitCode, 3);
   EXPECT_TRUE(simulated.err.starts_with("vqs: " + tool.path("simulated\\VexoQTFServices.dll") + " cannot be loaded: "))
       << simulated.err;
 }
@@ -136,7 +138,7 @@ TEST(Library, comes_from_no_other_folder) {
   std::filesystem::copy_file(besideTheTests(L"vqs.exe"), tool.path("program/vqs.exe"));
   RunOptions options = with({{"PATH", tool.path(".")}});
   options.program = tool.path("program/vqs.exe");
-  EXPECT_EQ(tool.run({"version"}, options).exitCode, 1);
+  EXPECT_EQ(tool.run({"version"}, options).exitCode, 3);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "tool/commands/command.h"
 #include "tool/policies/policy_file.h"
+#include "tool/policies/policy_text.h"
 #include "tool/terminal/render.h"
 #include "tool/terminal/text.h"
 
@@ -23,7 +24,7 @@ std::string asJson(const PolicyFile& file) {
 std::string asText(const PolicyFile& file, const std::string& name) {
   std::string text = fmt::format("{}: {}, version {}.{}\n", printable(name), countOfPolicies(file.policies.size()),
                                  file.version1, file.version2);
-  for (const auto& policy : file.policies) text += '\n' + renderPolicy(policy);
+  for (const auto& policy : file.policies) text += '\n' + renderInWords(documents::fromRecord(policy));
   return text;
 }
 
@@ -37,10 +38,11 @@ void show(Context& context, const BinaryShowArguments& arguments) {
 void setUpBinaryShow(CLI::App& command, Context& context) {
   const auto arguments = std::make_shared<BinaryShowArguments>();
   command.add_option("FILE", arguments->file, "The policy binary, of revision 3, 4 or 5")->required()->type_name("");
-  command.add_flag("--json", arguments->json, "Print JSON with every field instead of text");
+  command.add_flag("--json", arguments->json, "Print JSON with every field instead of words");
   addOutputOption(command, context);
   command.footer(
-      "Fields that are zero are left out of the text, except ids and values.\n\n"
+      "Comparisons have numbers, \"op 3\"; where only one is possible it is said as \"is\". Fields that\n"
+      "are zero are left out.\n\n"
       "Examples:\n"
       "  vqs binary show laptop-r5.bin\n"
       "  vqs binary show laptop-r5.bin --json");

@@ -44,7 +44,7 @@ void setUpTelemetryShow(CLI::App& command, Context& context) {
   addOutputOption(command, context);
   command.footer(
       "Bytes are shown as text, or else in hexadecimal; 97*0 stands for 97 zeros in a row. A log\n"
-      "that cannot be read to its end is shown as far as it goes, and the exit code is 1.\n\n"
+      "that cannot be read to its end is shown as far as it goes, and the exit code is 2.\n\n"
       "Examples:\n"
       "  vqs telemetry show\n"
       "  vqs telemetry show --ex --json");

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/policies/checked_policies.h"
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+
+#include "tool/terminal/errors.h"
+#include "tool/terminal/output.h"
+#include "tool/terminal/text.h"
+
+namespace tool {
+namespace {
+
+using Form = documents::ReadResult::Form;
+
+/// A correction can lead to the next one: a name that is right now shows what is wrong with its value.
+constexpr int kMostPasses = 10;
+
+bool isCertain(const documents::Finding& finding) {
+  return std::ranges::any_of(finding.suggestions, &documents::Suggestion::isCertain);
+}
+
+/// The text with all corrections that are certain.
+std::string corrected(std::string text, documents::Findings findings, const documents::ReadOptions& options) {
+  for (int pass = 0; pass < kMostPasses && std::ranges::any_of(findings, isCertain); ++pass) {
+    auto next = documents::applyCertainFixes(text, findings);
+    if (next == text) break;
+    text = std::move(next);
+    findings = documents::readDocument(text, options).findings;
+  }
+  return text;
+}
+
+bool canBeCorrected(const AnyPolicies& any) {
+  return any.read.form == Form::kDocument && std::ranges::any_of(any.read.findings, isCertain);
+}
+
+}  // namespace
+
+AnyPolicies readChecked(Input input, const documents::ReadOptions& options) {
+  auto any = readAnyForm(std::move(input), options);
+  if (any.read.form == Form::kDocument || !any.read.policies) return any;
+  auto ofWords = documents::readDocument(documents::printDocument(*any.read.policies), options).findings;
+  // The document is nowhere: places in it would say nothing, nor would changes of it.
+  for (auto& finding : ofWords) {
+    finding.span = {};
+    finding.suggestions.clear();
+  }
+  std::ranges::move(ofWords, std::back_inserter(any.read.findings));
+  return any;
+}
+
+std::vector<std::string> correct(std::vector<AnyPolicies>& checked, const documents::ReadOptions& options) {
+  if (std::ranges::any_of(checked, [](const auto& any) { return any.input.isStandardInput(); }))
+    throw UsageError{"--fix: standard input cannot be corrected in place"};
+  std::vector<std::string> names;
+  for (auto& any : checked) {
+    if (!canBeCorrected(any)) continue;
+    const auto text = corrected(std::string{any.input.text()}, any.read.findings, options);
+    if (text == any.input.text()) continue;
+    writeTextFile(any.input.path, text);
+    names.push_back(any.name);
+    const auto bytes = std::as_bytes(std::span{text});
+    any.input.bytes.assign(bytes.begin(), bytes.end());
+    any = readChecked(std::move(any.input), options);
+  }
+  return names;
+}
+
+void writeTextFile(const std::string& path, std::string_view text) {
+  Output output;
+  output.useFile(path);
+  output.write(text);
+  output.finish();
+}
+
+std::string describeFindings(const AnyPolicies& checked) {
+  const auto policies = policyCountOf(checked);
+  return describe(countFindings(checked.read.findings)) + (policies ? " in " + countOfPolicies(*policies) : "");
+}
+
+}  // namespace tool
