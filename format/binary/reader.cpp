@@ -306,6 +306,29 @@ bool keepNext(FastReader& reader, VqsPolicyV2& body, const TextConversion& text)
   return convertNext(reader, VQS_STRUCTURE_VERSION_2, reinterpret_cast<std::byte*>(&body), text);
 }
 
+/// Takes the next policy into a zero-filled body.
+bool takeBody(FastReader& reader, std::uint32_t structureVersion, std::byte* body, const TextConversion& text) {
+  return structureVersion == VQS_STRUCTURE_VERSION_2 ? keepNext(reader, *reinterpret_cast<VqsPolicyV2*>(body), text)
+                                                     : convertNext(reader, structureVersion, body, text);
+}
+
+/// The same where a body's fields may not be written as what they are.
+bool takeUnalignedBody(FastReader& reader, std::uint32_t structureVersion, std::span<std::byte> body,
+                       const TextConversion& text) {
+  // Bodies of every version fit into it.
+  VqsPolicyV2 aligned{};
+  auto* const bytes = reinterpret_cast<std::byte*>(&aligned);
+  const bool isTaken = takeBody(reader, structureVersion, bytes, text);
+  copyBytes(body.data(), bytes, body.size());
+  return isTaken;
+}
+
+/// Every version's records need the same alignment, and their sizes are multiples of it.
+bool isAligned(std::span<const std::byte> bodies) {
+  return reinterpret_cast<std::uintptr_t>(bodies.data()) % alignof(VqsPolicyV2) == 0;
+}
+static_assert(alignof(VqsPolicyV0) == alignof(VqsPolicyV2) && alignof(VqsPolicyV1) == alignof(VqsPolicyV2));
+
 template <class Notes>
 bool checkPolicies(EntryReader<Notes>& reader, std::uint32_t count) {
   for (; count != 0; --count)
@@ -352,9 +375,8 @@ void readBodies(std::span<const std::byte> file, std::uint32_t structureVersion,
   for (bool isGoingOn = true; bodies.size() >= stride; bodies = bodies.subspan(stride)) {
     std::memset(bodies.data(), 0, stride);
     if (!isGoingOn) continue;
-    isGoingOn = structureVersion == VQS_STRUCTURE_VERSION_2
-                    ? keepNext(reader, *reinterpret_cast<VqsPolicyV2*>(bodies.data()), text)
-                    : convertNext(reader, structureVersion, bodies.data(), text);
+    isGoingOn = isAligned(bodies) ? takeBody(reader, structureVersion, bodies.data(), text)
+                                  : takeUnalignedBody(reader, structureVersion, bodies.first(stride), text);
   }
 }
 
