@@ -306,23 +306,6 @@ bool keepNext(FastReader& reader, VqsPolicyV2& body, const TextConversion& text)
   return convertNext(reader, VQS_STRUCTURE_VERSION_2, reinterpret_cast<std::byte*>(&body), text);
 }
 
-/// Takes the next policy into a zero-filled body.
-bool takeBody(FastReader& reader, std::uint32_t structureVersion, std::byte* body, const TextConversion& text) {
-  return structureVersion == VQS_STRUCTURE_VERSION_2 ? keepNext(reader, *reinterpret_cast<VqsPolicyV2*>(body), text)
-                                                     : convertNext(reader, structureVersion, body, text);
-}
-
-/// The same where a body's fields may not be written as what they are.
-bool takeUnalignedBody(FastReader& reader, std::uint32_t structureVersion, std::span<std::byte> body,
-                       const TextConversion& text) {
-  // Bodies of every version fit into it.
-  VqsPolicyV2 aligned{};
-  auto* const bytes = reinterpret_cast<std::byte*>(&aligned);
-  const bool isTaken = takeBody(reader, structureVersion, bytes, text);
-  copyBytes(body.data(), bytes, body.size());
-  return isTaken;
-}
-
 /// Every version's records need the same alignment, and their sizes are multiples of it.
 bool isAligned(std::span<const std::byte> bodies) {
   return reinterpret_cast<std::uintptr_t>(bodies.data()) % alignof(VqsPolicyV2) == 0;
@@ -372,11 +355,16 @@ void readBodies(std::span<const std::byte> file, std::uint32_t structureVersion,
                 const TextConversion& text) {
   const std::size_t stride = policyBodySize(structureVersion).value_or(bodies.size() + 1);
   FastReader reader{file};
+  // Where bodies may not be written as what they are. Those of every version fit into it.
+  VqsPolicyV2 aligned;
   for (bool isGoingOn = true; bodies.size() >= stride; bodies = bodies.subspan(stride)) {
-    std::memset(bodies.data(), 0, stride);
-    if (!isGoingOn) continue;
-    isGoingOn = isAligned(bodies) ? takeBody(reader, structureVersion, bodies.data(), text)
-                                  : takeUnalignedBody(reader, structureVersion, bodies.first(stride), text);
+    auto* const body = isAligned(bodies) ? bodies.data() : reinterpret_cast<std::byte*>(&aligned);
+    std::memset(body, 0, stride);
+    if (isGoingOn)
+      isGoingOn = structureVersion == VQS_STRUCTURE_VERSION_2
+                      ? keepNext(reader, *reinterpret_cast<VqsPolicyV2*>(body), text)
+                      : convertNext(reader, structureVersion, body, text);
+    if (body != bodies.data()) copyBytes(bodies.data(), body, stride);
   }
 }
 
