@@ -29,17 +29,22 @@ class CallText {
   std::size_t length_ = 0;
 };
 
-/// Shows "name(arguments...)" to the watcher, if there is one; false when it refuses the call.
+/// Shows "name(arguments...)" to a watcher; false when it refuses the call.
 template <class... Arguments>
-bool permit(std::string_view name, const Arguments&... arguments) {
-  const Watcher watcher = currentWatcher();
-  if (watcher == nullptr) return true;
+bool show(Watcher watcher, std::string_view name, const Arguments&... arguments) {
   CallText call;
   call.add(name);
   std::string_view separator = "(";
   ((call.add(std::exchange(separator, ", ")), call.add(arguments)), ...);
   call.add(separator == "(" ? std::string_view{"()"} : std::string_view{")"});
   return watcher(call.text());
+}
+
+/// The same, if there is a watcher.
+template <class... Arguments>
+bool permit(std::string_view name, const Arguments&... arguments) {
+  const Watcher watcher = currentWatcher();
+  return watcher == nullptr || show(watcher, name, arguments...);
 }
 
 }  // namespace host

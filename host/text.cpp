@@ -31,8 +31,8 @@ std::size_t illegalSequence() {
 /// Whether the locale is "C". There the Windows runtime turns each byte into the unit of the same number and back,
 /// while other runtimes convert.
 bool isPlainLocale() {
-  const std::string_view name = std::setlocale(LC_CTYPE, nullptr);
-  return name == "C" || name == "POSIX";
+  const char* const name = std::setlocale(LC_CTYPE, nullptr);
+  return std::strcmp(name, "C") == 0 || std::strcmp(name, "POSIX") == 0;
 }
 
 bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
@@ -40,11 +40,10 @@ bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
 /// Writes at most `limit` units; returns how many came before the terminator or the limit.
 std::size_t widenBytes(WCHAR* destination, const char* source, std::size_t limit) {
-  for (std::size_t i = 0; i < limit; ++i) {
-    destination[i] = static_cast<unsigned char>(source[i]);
-    if (source[i] == '\0') return i;
-  }
-  return limit;
+  const std::size_t length = strnlen(source, limit);
+  std::transform(source, source + length, destination, [](char byte) { return static_cast<unsigned char>(byte); });
+  if (length < limit) destination[length] = 0;
+  return length;
 }
 
 std::size_t widenCharacters(WCHAR* destination, const char* source, std::size_t limit) {

@@ -306,6 +306,12 @@ bool keepNext(FastReader& reader, VqsPolicyV2& body, const TextConversion& text)
   return convertNext(reader, VQS_STRUCTURE_VERSION_2, reinterpret_cast<std::byte*>(&body), text);
 }
 
+/// Every version's records need the same alignment, and their sizes are multiples of it.
+bool isAligned(std::span<const std::byte> bodies) {
+  return reinterpret_cast<std::uintptr_t>(bodies.data()) % alignof(VqsPolicyV2) == 0;
+}
+static_assert(alignof(VqsPolicyV0) == alignof(VqsPolicyV2) && alignof(VqsPolicyV1) == alignof(VqsPolicyV2));
+
 template <class Notes>
 bool checkPolicies(EntryReader<Notes>& reader, std::uint32_t count) {
   for (; count != 0; --count)
@@ -358,12 +364,16 @@ void readBodies(std::span<const std::byte> file, std::uint32_t structureVersion,
                 const TextConversion& text) {
   const std::size_t stride = policyBodySize(structureVersion).value_or(bodies.size() + 1);
   FastReader reader{file};
+  // Where bodies may not be written as what they are. Those of every version fit into it.
+  VqsPolicyV2 aligned;
   for (bool isGoingOn = true; bodies.size() >= stride; bodies = bodies.subspan(stride)) {
-    std::memset(bodies.data(), 0, stride);
-    if (!isGoingOn) continue;
-    isGoingOn = structureVersion == VQS_STRUCTURE_VERSION_2
-                    ? keepNext(reader, *reinterpret_cast<VqsPolicyV2*>(bodies.data()), text)
-                    : convertNext(reader, structureVersion, bodies.data(), text);
+    auto* const body = isAligned(bodies) ? bodies.data() : reinterpret_cast<std::byte*>(&aligned);
+    std::memset(body, 0, stride);
+    if (isGoingOn)
+      isGoingOn = structureVersion == VQS_STRUCTURE_VERSION_2
+                      ? keepNext(reader, *reinterpret_cast<VqsPolicyV2*>(body), text)
+                      : convertNext(reader, structureVersion, body, text);
+    if (body != bodies.data()) copyBytes(bodies.data(), body, stride);
   }
 }
 

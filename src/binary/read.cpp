@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <cstring>
+
 #include <vqs/policy_binary.h>
 #include "format/binary/reader.h"
 #include "format/policy/conversion.h"
@@ -42,12 +44,13 @@ vqsStatus readImage(const LoadedBinary& binary, VqsPolicyBinary* destination, st
   if (!stride || size < imageSize(binary.policyCount, *stride)) return VQS_REQUEST_FAILED;
   BinaryVersions versions{};
   if (!checkBinary(binary.file.bytes(), versions)) return VQS_REQUEST_FAILED;
-  // Nothing can fail from here on, so the caller's own memory is written.
-  *destination = headOf(versions, binary.policyCount, structureVersion);
+  // Nothing can fail from here on, so the caller's own memory is written. It may be at any address.
+  const VqsPolicyBinary head = headOf(versions, binary.policyCount, structureVersion);
+  auto* const image = reinterpret_cast<std::byte*>(destination);
+  std::memcpy(image, &head, sizeof(head));
   // A policy that does not fit the structure version ends the conversion; the call succeeds, with the rest of the
   // bodies zero (compatibility.md: unconverted-policies).
-  auto* const bodies = reinterpret_cast<std::byte*>(destination + 1);
-  readBodies(binary.file.bytes(), structureVersion, {bodies, binary.policyCount * *stride}, kRuntimeText);
+  readBodies(binary.file.bytes(), structureVersion, {image + sizeof(head), binary.policyCount * *stride}, kRuntimeText);
   return VQS_SUCCESS;
 }
 

@@ -36,9 +36,11 @@ std::uint32_t currentKey(const QtfLogKVIter& iterator) {
 template <std::size_t N>
 vqsStatus next(QtfLogKVIter* iterator, const std::array<std::int32_t, N>& valueSizes,
                const std::array<bool, N>& isOneWord) {
-  if (iterator == nullptr) return VQS_INVALID_PARAMETER;
+  if (iterator == nullptr) [[unlikely]]
+    return VQS_INVALID_PARAMETER;
   const std::uint32_t key = currentKey(*iterator);
-  if (key == 0 || key >= N) return VQS_REQUEST_FAILED;
+  if (key == 0 || key >= N) [[unlikely]]
+    return VQS_REQUEST_FAILED;
   // Most values are one word. A processor that guesses so is at the next record before it knows this one's key.
   if (isOneWord[key]) [[likely]] {
     iterator->cursor += kKeyIdSize + kWordSize;
@@ -49,17 +51,21 @@ vqsStatus next(QtfLogKVIter* iterator, const std::array<std::int32_t, N>& valueS
 }
 
 vqsStatus isDone(const QtfLogKVIter* iterator, std::uint8_t* done, std::uint32_t lastKey) {
-  if (iterator == nullptr || done == nullptr) return VQS_INVALID_PARAMETER;
+  if (iterator == nullptr || done == nullptr) [[unlikely]]
+    return VQS_INVALID_PARAMETER;
   const std::uint32_t key = currentKey(*iterator);
-  if (key > lastKey) return VQS_REQUEST_FAILED;
+  if (key > lastKey) [[unlikely]]
+    return VQS_REQUEST_FAILED;
   *done = key == 0 ? 1 : 0;
   return VQS_SUCCESS;
 }
 
 vqsStatus data(const QtfLogKVIter* iterator, std::uint32_t* key, std::uint64_t* address, std::uint32_t lastKey) {
-  if (iterator == nullptr || key == nullptr || address == nullptr) return VQS_INVALID_PARAMETER;
+  if (iterator == nullptr || key == nullptr || address == nullptr) [[unlikely]]
+    return VQS_INVALID_PARAMETER;
   const std::uint32_t current = currentKey(*iterator);
-  if (current == 0 || current > lastKey) return VQS_REQUEST_FAILED;
+  if (current == 0 || current > lastKey) [[unlikely]]
+    return VQS_REQUEST_FAILED;
   *key = current;
   *address = reinterpret_cast<std::uint64_t>(iterator->cursor + kKeyIdSize);
   return VQS_SUCCESS;

@@ -12,11 +12,11 @@ namespace {
 vqsStatus addPolicy(QtfSession* session, const VqsPolicyV0* policy, std::uint32_t* idOut, std::uint32_t* driverResult,
                     VqsPolicyStore store) {
   if (!isOpen(session) || policy == nullptr || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const HeapRecord<PolicyStoreRequest> request;
-  if (!request) return VQS_OUT_OF_MEMORY;
-  if (!packPolicyV0(policy, &request->policy, kRuntimeText)) return VQS_REQUEST_FAILED;
-  const std::uint32_t id = request->policy.id;
-  const vqsStatus result = addToStore(session->handle, store, *request, *driverResult);
+  if (!isThereMemoryFor<PolicyStoreRequest>()) return VQS_OUT_OF_MEMORY;
+  PolicyStoreRequest request{};
+  if (!packPolicyV0(policy, &request.policy, kRuntimeText)) return VQS_REQUEST_FAILED;
+  const std::uint32_t id = request.policy.id;
+  const vqsStatus result = addToStore(session->handle, store, request, *driverResult);
   // The id of the caller's own record, whatever the driver answers (compatibility.md: add-own-id).
   if (result == VQS_SUCCESS && idOut != nullptr) *idOut = id;
   return result;
@@ -45,8 +45,8 @@ vqsStatus VQS_CALL vqsBalanceProfileAddPolicy(QtfSession* session, const VqsPoli
 vqsStatus VQS_CALL vqsPbAddPolicyV2(QtfSession* session, const VqsVersionedPolicy* record, uint64_t size,
                                     uint32_t* driverResult, VqsPolicyStore store) {
   if (!isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const ProcessHeapRecord<PolicyStoreRequest> request;
-  if (!request) return VQS_OUT_OF_MEMORY;
-  if (!packVersionedPolicy(*record, size, request->policy, kRuntimeText)) return VQS_REQUEST_FAILED;
-  return addToStore(session->handle, store, *request, *driverResult);
+  if (!isThereMemoryFor<PolicyStoreRequest, UnclearedProcessHeapMemory>()) return VQS_OUT_OF_MEMORY;
+  PolicyStoreRequest request{};
+  if (!packVersionedPolicy(*record, size, request.policy, kRuntimeText)) return VQS_REQUEST_FAILED;
+  return addToStore(session->handle, store, request, *driverResult);
 }

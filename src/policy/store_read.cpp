@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <cstring>
+
 #include <vqs/policy.h>
 #include "format/policy/conversion.h"
 #include "src/channel/session_record.h"
@@ -8,6 +10,8 @@
 
 namespace vqs {
 namespace {
+
+// Read buffers are not cleared: they may be large, and a read writes the head and all policies that it announces.
 
 /// Bytes of a read buffer with room for `count` policies.
 constexpr std::size_t readBufferSize(std::size_t count) {
@@ -47,7 +51,7 @@ vqsStatus getPoliciesFromRuntime(QtfSession* session, VqsPolicyList* list, VqsPo
   const auto asked = askedFor(*list);
   const bool isEmpty = asked.countOnly != 0 || asked.count == 0;
   const std::size_t size = isEmpty ? readBufferSize(0) : saturatingProduct(asked.count, readBufferSize(asked.count));
-  return readPolicies(session->handle, *list, asked, RuntimeBuffer{size}, store);
+  return readPolicies(session->handle, *list, asked, UnclearedBuffer{size}, store);
 }
 
 }  // namespace
@@ -59,7 +63,7 @@ vqsStatus VQS_CALL vqsPbGetPolicies(QtfSession* session, VqsPolicyList* list) {
   if (!isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
   const auto asked = askedFor(*list);
   const std::size_t size = readBufferSize(asked.countOnly != 0 ? 0 : asked.count);
-  return readPolicies(session->handle, *list, asked, ProcessHeapBuffer{size}, VQS_POLICY_STORE_PB);
+  return readPolicies(session->handle, *list, asked, UnclearedProcessHeapBuffer{size}, VQS_POLICY_STORE_PB);
 }
 
 vqsStatus VQS_CALL vqsAsmGetPolicies(QtfSession* session, VqsPolicyList* list) {
@@ -73,11 +77,10 @@ vqsStatus VQS_CALL vqsBalanceProfileGetPolicies(QtfSession* session, VqsPolicyLi
 vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list, VqsPolicyStore store) {
   if (!isOpen(session) || list == nullptr) return VQS_INVALID_PARAMETER;
   const std::uint32_t capacity = list->count;
-  const ProcessHeapBuffer memory{readBufferSize(capacity)};
+  const UnclearedProcessHeapBuffer memory{readBufferSize(capacity)};
   if (!memory) return VQS_OUT_OF_MEMORY;
   auto& buffer = memory.as<PolicyReadBuffer>();
-  buffer.countOnly = capacity == 0 ? 1 : 0;
-  buffer.count = capacity;
+  buffer = {.countOnly = std::uint8_t{capacity == 0}, .reserved0 = {}, .count = capacity};
   const vqsStatus result = readStore(session->handle, store, buffer);
   if (result != VQS_SUCCESS) return result;
   if (buffer.countOnly != 0) {
@@ -87,6 +90,8 @@ vqsStatus VQS_CALL vqsPbGetPoliciesV2(QtfSession* session, VqsPolicyListV2* list
   // As many bodies as the caller has room for: those beyond the store's policies come out empty (compatibility.md:
   // empty-policies). Size and structure version are checked only here (compatibility.md: late-size-check).
   const auto packed = memory.arrayAt<PackedPolicy>(sizeof(PolicyReadBuffer), capacity);
+  const auto unread = packed.subspan(buffer.count);
+  std::memset(unread.data(), 0, unread.size_bytes());
   return unpackPolicyArray(list + 1, list->size, list->structureVersion, packed.data(), capacity, kRuntimeText)
              ? VQS_SUCCESS
              : VQS_REQUEST_FAILED;

@@ -19,14 +19,14 @@ vqsStatus deleteFromSession(QtfSession* session, std::uint32_t id, std::uint32_t
 /// do not check: without a result nothing is added, without a policy the add fails.
 vqsStatus replacePolicy(HANDLE handle, std::uint32_t id, VqsPolicyV0* policy, std::uint32_t* driverResult,
                         VqsPolicyStore store) {
-  const HeapRecord<PolicyStoreRequest> request;
-  if (!request) return VQS_OUT_OF_MEMORY;
-  const vqsStatus deleted = deleteFromStore(handle, store, id, driverResult, *request);
+  if (!isThereMemoryFor<PolicyStoreRequest>()) return VQS_OUT_OF_MEMORY;
+  PolicyStoreRequest request{};
+  const vqsStatus deleted = deleteFromStore(handle, store, id, driverResult, request);
   // Written into the caller's record even if the delete failed (compatibility.md: replace-id-written).
   if (policy != nullptr) policy->id = id;
   if (deleted != VQS_SUCCESS || driverResult == nullptr || *driverResult != 0) return deleted;
-  if (!packPolicyV0(policy, &request->policy, kRuntimeText)) return VQS_REQUEST_FAILED;
-  return addToStore(handle, store, *request, *driverResult);
+  if (!packPolicyV0(policy, &request.policy, kRuntimeText)) return VQS_REQUEST_FAILED;
+  return addToStore(handle, store, request, *driverResult);
 }
 
 vqsStatus replaceSessionChecked(QtfSession* session, std::uint32_t id, VqsPolicyV0* policy, std::uint32_t* driverResult,
@@ -70,11 +70,11 @@ vqsStatus VQS_CALL vqsBalanceProfileReplacePolicy(QtfSession* session, uint32_t 
 vqsStatus VQS_CALL vqsPbReplacePolicyV2(QtfSession* session, uint32_t id, const VqsVersionedPolicy* record,
                                         uint64_t size, uint32_t* driverResult, VqsPolicyStore store) {
   if (!isOpen(session) || record == nullptr || size == 0 || driverResult == nullptr) return VQS_INVALID_PARAMETER;
-  const ProcessHeapRecord<PolicyStoreRequest> request;
-  if (!request) return VQS_OUT_OF_MEMORY;
+  if (!isThereMemoryFor<PolicyStoreRequest, UnclearedProcessHeapMemory>()) return VQS_OUT_OF_MEMORY;
+  PolicyStoreRequest request{};
   // The policy is added under the record's own id, not under the argument (compatibility.md: replace-v2-id).
-  if (!packVersionedPolicy(*record, size, request->policy, kRuntimeText)) return VQS_REQUEST_FAILED;
+  if (!packVersionedPolicy(*record, size, request.policy, kRuntimeText)) return VQS_REQUEST_FAILED;
   const vqsStatus deleted = deleteFromStore(session->handle, store, id, driverResult);
   if (deleted != VQS_SUCCESS || *driverResult != 0) return deleted;
-  return addToStore(session->handle, store, *request, *driverResult);
+  return addToStore(session->handle, store, request, *driverResult);
 }

@@ -17,10 +17,6 @@ std::span<PackedPolicy> policiesOf(PolicyReadBuffer& buffer) {
   return {reinterpret_cast<PackedPolicy*>(&buffer + 1), buffer.count};
 }
 
-/// Whether there would be memory for a request that its caller has memory for, or that is not sent: without it the call
-/// fails like one that needs it (compatibility.md: request-memory).
-bool isThereMemory() { return static_cast<bool>(UnclearedBuffer{sizeof(PolicyStoreRequest)}); }
-
 /// Sends a request whose answer holds the driver's own result. When the request fails, `driverResult` receives
 /// VQS_DRIVER_RESULT_REQUEST_FAILED.
 vqsStatus sendForVerdict(HANDLE handle, std::uint32_t code, PolicyStoreRequest& request, std::uint32_t& driverResult) {
@@ -77,7 +73,7 @@ std::optional<PolicyStoreCodes> policyStoreCodes(VqsPolicyStore store) {
 }
 
 vqsStatus readStore(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffer) {
-  if (!isThereMemory()) return VQS_REQUEST_FAILED;
+  if (!isThereMemoryFor<PolicyStoreRequest>()) return VQS_REQUEST_FAILED;
   const HeapRecord<PolicyFetchRequest> request;
   if (!request) return VQS_REQUEST_FAILED;
   const auto codes = policyStoreCodes(store);
@@ -92,7 +88,7 @@ vqsStatus readStore(HANDLE handle, VqsPolicyStore store, PolicyReadBuffer& buffe
 }
 
 vqsStatus addToStore(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& request, std::uint32_t& driverResult) {
-  if (!isThereMemory()) return VQS_REQUEST_FAILED;
+  if (!isThereMemoryFor<PolicyStoreRequest>()) return VQS_REQUEST_FAILED;
   const auto codes = policyStoreCodes(store);
   if (!codes) return VQS_INVALID_PARAMETER;
   request.operation = kStoreAdd;
@@ -100,14 +96,13 @@ vqsStatus addToStore(HANDLE handle, VqsPolicyStore store, PolicyStoreRequest& re
 }
 
 vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult) {
-  const HeapRecord<PolicyStoreRequest> request;
-  if (!request) return VQS_REQUEST_FAILED;
-  return sendDelete(handle, store, id, driverResult, *request);
+  PolicyStoreRequest request{};
+  return deleteFromStore(handle, store, id, driverResult, request);
 }
 
 vqsStatus deleteFromStore(HANDLE handle, VqsPolicyStore store, std::uint32_t id, std::uint32_t* driverResult,
                           PolicyStoreRequest& request) {
-  if (!isThereMemory()) return VQS_REQUEST_FAILED;
+  if (!isThereMemoryFor<PolicyStoreRequest>()) return VQS_REQUEST_FAILED;
   const vqsStatus result = sendDelete(handle, store, id, driverResult, request);
   request.operation = 0;
   request.policy.id = 0;

@@ -104,6 +104,35 @@ TEST_F(ReadBinaryV2, gives_the_layout_that_is_asked_for) {
   }
 }
 
+// Callers may carve the memory out of something larger.
+TEST_F(ReadBinaryV2, writes_to_any_address) {
+  auto policy = richPolicy();
+  policy.actions = {{1, 2}, {3, 4}};
+  const auto path = file(writtenFile({policy, smallPolicy()}, 1, 2));
+  for (std::uint32_t version = 0; version < 3; ++version) {
+    std::uint64_t room = 200 + 2 * kStrides[version];
+    const Bytes image =
+        joined({headOf(1, 2, 2, version), policyBody(version, policy), policyBody(version, smallPolicy())});
+    for (const std::size_t offset : {1U, 2U, 3U}) {
+      Bytes buffer(offset + room + 64, kPoison);
+      auto* const binary = reinterpret_cast<VqsPolicyBinary*>(buffer.data() + offset);
+      EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), binary, &room, version), kDone);
+      EXPECT_EQ(difference(buffer, joined({Bytes(offset, kPoison), image, Bytes(64, kPoison)})), "") << offset;
+    }
+  }
+}
+
+TEST_F(ReadBinaryV2, writes_what_fits_of_a_policy_that_does_not_to_any_address) {
+  auto policy = smallPolicy();
+  policy.name = u"\u0394";
+  const auto path = file(writtenFile({policy}, 1, 2));
+  std::uint64_t room = 200 + 804;
+  Bytes buffer(3 + room, kPoison);
+  auto* const binary = reinterpret_cast<VqsPolicyBinary*>(buffer.data() + 3);
+  EXPECT_EQ(vqsPbReadBinaryV2(session, path.c_str(), binary, &room, 0), kDone);
+  EXPECT_EQ(difference(buffer, joined({Bytes(3, kPoison), headOf(1, 2, 1, 0), Bytes(804, 0)})), "");
+}
+
 TEST_F(ReadBinaryV2, needs_the_whole_size_and_leaves_the_size_word_alone) {
   const auto path = twoPolicies();
   for (std::uint32_t version = 0; version < 3; ++version) {

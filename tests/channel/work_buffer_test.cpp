@@ -73,6 +73,18 @@ TEST(WorkBuffer, of_the_process_heap_goes_back_to_it) {
   EXPECT_EQ(faults.outstanding(), 0);
 }
 
+TEST(WorkBuffer, of_the_process_heap_that_is_not_cleared_goes_back_to_it) {
+  const Faults faults;
+  WindowsCalls calls;
+  {
+    const vqs::UnclearedProcessHeapBuffer buffer{11924};
+    ASSERT_TRUE(static_cast<bool>(buffer));
+  }
+  const std::vector<std::string> expected = {"HeapAlloc(0, 11924)", "HeapFree(0)"};
+  EXPECT_EQ(calls.all(), expected);
+  EXPECT_EQ(faults.outstanding(), 0);
+}
+
 TEST(WorkBuffer, is_false_when_the_process_heap_refuses) {
   WindowsCalls calls;
   calls.refuse("HeapAlloc");
@@ -87,6 +99,16 @@ struct Pair {
   std::uint32_t first;
   std::uint64_t second;
 };
+
+TEST(MemoryForARecord, is_asked_for_and_given_back) {
+  Faults faults;
+  EXPECT_TRUE(vqs::isThereMemoryFor<Pair>());
+  EXPECT_EQ(faults.calls(Fault::kAllocation), 1);
+  EXPECT_EQ(faults.peakBytes(), 16U);
+  EXPECT_EQ(faults.outstanding(), 0);
+  faults.fail(Fault::kAllocation, 1);
+  EXPECT_FALSE(vqs::isThereMemoryFor<Pair>());
+}
 
 TEST(HeapRecord, is_zero_and_released_with_its_scope) {
   const Faults faults;

@@ -185,7 +185,7 @@ TEST_P(AddPolicyV2, checks_its_arguments_before_anything_else) {
   EXPECT_EQ(faults.calls(Fault::kAllocation), 0);
 }
 
-TEST_P(AddPolicyV2, packs_into_the_process_heap) {
+TEST_P(AddPolicyV2, asks_the_process_heap_for_the_policy) {
   driver.expectSame(store().modifyCode).anyRequest(4000);
   WindowsCalls calls;
   EXPECT_EQ(add(valid), kDone);

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <new>
 #include <utility>
@@ -29,6 +30,9 @@ std::size_t __real_fwrite(const void*, std::size_t, std::size_t, std::FILE*);
 }
 
 namespace {
+
+/// In every byte of memory that nobody has written.
+constexpr int kUnwritten = 0xA5;
 
 struct Watch {
   int calls = 0;
@@ -101,7 +105,10 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 
 void* __wrap_malloc(std::size_t size) {
   if (strikes(test::Fault::kAllocation)) return nullptr;
-  return remember(__real_malloc(size), size);
+  void* const memory = remember(__real_malloc(size), size);
+  // Not what was there before, which often is zero.
+  if (isWatched && memory != nullptr) std::memset(memory, kUnwritten, size);
+  return memory;
 }
 
 void* __wrap_realloc(void* memory, std::size_t size) {
