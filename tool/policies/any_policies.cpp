@@ -85,11 +85,11 @@ AnyPolicies readAnyPolicies(const Context& context, const std::string& path) {
 }
 
 std::optional<std::size_t> policyCountOf(const AnyPolicies& any) {
-  return any.read.policies ? std::optional{any.read.policies->policies.size()} : std::nullopt;
+  return any.read.policies ? std::optional{any.policies().policies.size()} : std::nullopt;
 }
 
 std::string renderHeadline(const AnyPolicies& any) {
-  const auto& policies = *any.read.policies;
+  const auto& policies = any.policies();
   return fmt::format("{}: {}, {}{}\n", printable(any.name), any.form(),
                      any.hasVersion ? fmt::format("version {}, ", versionOf(policies)) : "",
                      countOfPolicies(policies.policies.size()));

@@ -25,6 +25,10 @@ struct AnyPolicies {
   /// False for the stores that the driver keeps no version of, and for an empty one.
   bool hasVersion = true;
 
+  /// Those of what readAnyPolicies has returned, which has some.
+  [[nodiscard]] const documents::PolicySet& policies() const {
+    return *read.policies;  // NOLINT(bugprone-unchecked-optional-access)
+  }
   /// For the findings' places.
   [[nodiscard]] FindingSource source() const;
   /// "document", "policy binary, revision 5", "registry text, revision 5", "store"

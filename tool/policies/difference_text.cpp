@@ -15,7 +15,6 @@ namespace {
 
 using documents::Difference;
 using documents::FieldDifference;
-using documents::MovedPolicy;
 using documents::PolicyDifference;
 
 /// The sides as the lines call them.
@@ -100,7 +99,7 @@ std::string renderPolicyDifference(const PolicyDifference& policy, const Sides& 
   std::string text;
   std::string start = fmt::format("  {} {}", signOf(policy.kind), padded(called(policy.id, policy.name), width));
   for (const auto& line : describeFields(policy, sides)) {
-    text += start + "  " + line + '\n';
+    text.append(start).append("  ").append(line) += '\n';
     start.assign(displayWidth(start), ' ');
   }
   return text;
@@ -119,8 +118,8 @@ std::string renderPolicyDifferences(const Difference& difference, const Sides& s
 }
 
 std::string renderVersions(const AnyPolicies& first, const AnyPolicies& second, const Sides& sides) {
-  return fmt::format("  ~ version {} in {}, {} in {}\n", versionOf(*first.read.policies), sides.first,
-                     versionOf(*second.read.policies), sides.second);
+  return fmt::format("  ~ version {} in {}, {} in {}\n", versionOf(first.policies()), sides.first,
+                     versionOf(second.policies()), sides.second);
 }
 
 std::string placeOf(std::size_t index, std::size_t count) {
@@ -134,8 +133,8 @@ std::string renderMoved(const AnyPolicies& first, const AnyPolicies& second, con
   const char* separator = " ";
   for (const auto& policy : difference.moved) {
     text += fmt::format("{}{} is {} in {}, {} in {}", separator, called(policy.id, policy.name),
-                        placeOf(policy.secondIndex, second.read.policies->policies.size()), sides.second,
-                        placeOf(policy.firstIndex, first.read.policies->policies.size()), sides.first);
+                        placeOf(policy.secondIndex, second.policies().policies.size()), sides.second,
+                        placeOf(policy.firstIndex, first.policies().policies.size()), sides.first);
     separator = "; ";
   }
   return text + ".\n";
@@ -144,7 +143,7 @@ std::string renderMoved(const AnyPolicies& first, const AnyPolicies& second, con
 std::size_t unionCount(const AnyPolicies& first, const Difference& difference) {
   const auto onlyInSecond =
       std::ranges::count(difference.policies, PolicyDifference::Kind::kOnlyInSecond, &PolicyDifference::kind);
-  return first.read.policies->policies.size() + static_cast<std::size_t>(onlyInSecond);
+  return first.policies().policies.size() + static_cast<std::size_t>(onlyInSecond);
 }
 
 std::string capitalized(std::string text) {
@@ -162,7 +161,7 @@ std::string headlineOf(const AnyPolicies& first, const AnyPolicies& second, cons
     where = difference.versionDiffers ? "in its version" : "in the order of its policies";
   if (isSame(difference, scope))
     return fmt::format("{} and {} say the same, {}.\n", capitalized(printable(second.name)), printable(first.name),
-                       countOfPolicies(first.read.policies->policies.size()));
+                       countOfPolicies(first.policies().policies.size()));
   return fmt::format("{} differs from {} {}.\n", capitalized(printable(second.name)), printable(first.name), where);
 }
 
@@ -171,8 +170,8 @@ using Json = nlohmann::ordered_json;
 Json sideAsJson(const AnyPolicies& side) {
   return {{"name", side.name},
           {"form", side.form()},
-          {"version", side.hasVersion ? Json(versionOf(*side.read.policies)) : Json(nullptr)},
-          {"policies", side.read.policies->policies.size()}};
+          {"version", side.hasVersion ? Json(versionOf(side.policies())) : Json(nullptr)},
+          {"policies", side.policies().policies.size()}};
 }
 
 const char* changeOf(FieldDifference::Kind kind) {
@@ -221,7 +220,7 @@ Json policyDifferenceAsJson(const PolicyDifference& policy) {
 }  // namespace
 
 Difference compare(const AnyPolicies& first, const AnyPolicies& second) {
-  auto difference = documents::compare(*first.read.policies, *second.read.policies);
+  auto difference = documents::compare(first.policies(), second.policies());
   if (!first.hasVersion || !second.hasVersion) difference.versionDiffers = false;
   return difference;
 }

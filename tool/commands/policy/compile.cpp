@@ -44,7 +44,7 @@ std::string contentOf(const documents::PolicySet& policies, const PolicyCompileA
 }
 
 std::string compiledLine(const AnyPolicies& checked, const PolicyCompileArguments& arguments) {
-  const auto& policies = *checked.read.policies;
+  const auto& policies = checked.policies();
   const std::size_t count = policies.policies.size();
   return fmt::format("{} from {} {} in {} now ({}revision 5, version {}).\n", countOfPolicies(count),
                      printable(checked.name), count == 1 ? "is" : "are", printable(arguments.output),
@@ -61,7 +61,7 @@ void runCompile(Context& context, const PolicyCompileArguments& arguments) {
   if (!checked.read.policies || documents::hasErrors(checked.read.findings))
     throw Failure{fmt::format("{} was not compiled: {}", checked.name, describeFindings(checked)), ExitCode::kNo,
                   findings};
-  const auto content = contentOf(*checked.read.policies, arguments);
+  const auto content = contentOf(checked.policies(), arguments);
   writeRemarks(findings);
   if (arguments.output == "-") {
     context.out = content;

@@ -9,7 +9,7 @@ void decompile(Context& context, const std::string& file) {
   const auto any = readAnyPolicies(context, file);
   requireAnotherFile(any.input, context.output.path());
   writeRemarks(renderFindings(any.source(), any.read.findings));
-  context.out = documents::printDocument(*any.read.policies);
+  context.out = documents::printDocument(any.policies());
 }
 
 }  // namespace

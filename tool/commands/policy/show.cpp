@@ -17,7 +17,7 @@ struct PolicyShowArguments {
 };
 
 std::string shownAsJson(const AnyPolicies& any) {
-  const auto& policies = *any.read.policies;
+  const auto& policies = any.policies();
   return renderJson(
       {{"schema", kJsonSchema},
        {"name", any.name},
@@ -28,7 +28,7 @@ std::string shownAsJson(const AnyPolicies& any) {
 
 void showPolicies(Context& context, const PolicyShowArguments& arguments) {
   const auto any = readAnyPolicies(context, arguments.file);
-  context.out = arguments.json ? shownAsJson(any) : renderHeadline(any) + renderInWords(*any.read.policies);
+  context.out = arguments.json ? shownAsJson(any) : renderHeadline(any) + renderInWords(any.policies());
 }
 
 }  // namespace
