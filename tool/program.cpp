@@ -47,6 +47,8 @@ constexpr CommandRow kStoreCommands[] = {
     {"load", "Add the policies of a policy binary to a store.", setUpStoreLoad},
     {"save", "Save the policies of a store in a policy binary.", setUpStoreSave},
     {"reset", "Remove every policy of a store.", setUpStoreReset},
+    {"verify", "Tell whether a store holds what a file says.", setUpStoreVerify},
+    {"apply", "Bring a store to what a file says, with the fewest requests.", setUpStoreApply},
 };
 
 constexpr CommandRow kCatalogueCommands[] = {

@@ -52,6 +52,27 @@ TEST_F(CommandRequests, store_load) {
   EXPECT_EQ(of({"store", "load", "asm", "fleet-r5.bin"}), "404\n");
 }
 
+TEST_F(CommandRequests, store_verify) {
+  loadFleet("pb");
+  EXPECT_EQ(of({"store", "verify", "pb", "fleet-r5.bin"}), "83\n");
+}
+
+TEST_F(CommandRequests, store_verify_of_the_store_with_a_version) {
+  loadFleet("asm");
+  // The version is in what the library writes, which reads the policies once more.
+  EXPECT_EQ(of({"store", "verify", "asm", "fleet-r5.bin"}), "165\n");
+}
+
+TEST_F(CommandRequests, store_apply_of_what_is_there_already) {
+  loadFleet("pb");
+  EXPECT_EQ(of({"store", "apply", "pb", "fleet-r5.bin", "--yes"}), "83\n");
+}
+
+TEST_F(CommandRequests, store_apply_to_an_empty_store) {
+  loadFleet("pb");
+  EXPECT_EQ(of({"store", "apply", "balance-profile", "fleet-r5.bin", "--yes"}), "484\n");
+}
+
 TEST_F(CommandRequests, override_of_one_key) { EXPECT_EQ(of({"override", "PowerSource", "1"}), "4\n"); }
 
 TEST_F(CommandRequests, override_list) { EXPECT_EQ(of({"override"}), "60\n"); }

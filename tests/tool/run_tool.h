@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <map>
 #include <optional>
@@ -54,13 +55,15 @@ RunOptions withSteadyDriver();
 /// Options of a run whose simulated driver has options of its own, on POSIX systems.
 RunOptions withDriverOptions(const std::string& driverOptions);
 
-/// A terminal to run on, on POSIX systems: the keys are typed when the text has come up so often.
+/// A terminal to run on, on POSIX systems: the keys are typed when the text has come up so often, and something has
+/// happened meanwhile.
 struct Terminal {
   std::size_t lines;
   std::size_t columns;
   std::string awaited;
   std::size_t times;
   std::string keys;
+  std::function<void()> meanwhile = {};
 };
 
 /// The driver's own file in the tool's folder, where the driver is simulated in the tool's process.

@@ -88,12 +88,18 @@ TEST(Usage, help_of_every_command) {
       {{"policy", "explain"}, "Usage: vqs policy explain [OPTIONS] WORD...\n", {"P0012", "Examples:"}},
       {{"binary"}, "Usage: vqs binary [OPTIONS] SUBCOMMAND\n", {"show "}},
       {{"binary", "show"}, "Usage: vqs binary show [OPTIONS] FILE\n", {"--json", "vqs binary show laptop-r5.bin"}},
-      {{"store"}, "Usage: vqs store [OPTIONS] SUBCOMMAND\n", {"list ", "show ", "load ", "save ", "reset "}},
+      {{"store"},
+       "Usage: vqs store [OPTIONS] SUBCOMMAND\n",
+       {"list ", "show ", "load ", "save ", "reset ", "verify ", "apply "}},
       {{"store", "show"}, "Usage: vqs store show [OPTIONS] STORE [ID]\n", {"--json", "Examples:"}},
       {{"store", "list"}, "Usage: vqs store list [OPTIONS] STORE\n", {"--json", "pb, asm or balance-profile"}},
       {{"store", "load"}, "Usage: vqs store load [OPTIONS] STORE FILE\n", {"--replace", "--reset", "Examples:"}},
       {{"store", "save"}, "Usage: vqs store save [OPTIONS] STORE FILE\n", {"--registry", "--version A.B", "Examples:"}},
       {{"store", "reset"}, "Usage: vqs store reset [OPTIONS] STORE\n", {"Remove every policy", "Examples:"}},
+      {{"store", "verify"}, "Usage: vqs store verify [OPTIONS] STORE FILE\n", {"--order", "--json", "Examples:"}},
+      {{"store", "apply"},
+       "Usage: vqs store apply [OPTIONS] STORE FILE\n",
+       {"--dry-run", "--yes", "--order", "--allow-unknown", "--json", "Examples:"}},
       {{"catalogue"}, "Usage: vqs catalogue [OPTIONS] SUBCOMMAND\n", {"conditions ", "actions "}},
       {{"catalogue", "conditions"}, "Usage: vqs catalogue conditions [OPTIONS] [FILTER]\n", {"--json", "Examples:"}},
       {{"catalogue", "actions"}, "Usage: vqs catalogue actions [OPTIONS] [FILTER]\n", {"--json", "Examples:"}},
@@ -130,8 +136,8 @@ TEST(Usage, missing_command) {
             wrongUsage("vqs: a command is missing, one of policy, binary, store, catalogue, telemetry, features, "
                        "sensors, battery, io, override, version (see \"vqs --help\")\n"));
   EXPECT_EQ(run({"binary"}), wrongUsage("vqs: a command is missing, one of show (see \"vqs binary --help\")\n"));
-  EXPECT_EQ(run({"store"}),
-            wrongUsage("vqs: a command is missing, one of list, show, load, save, reset (see \"vqs store --help\")\n"));
+  EXPECT_EQ(run({"store"}), wrongUsage("vqs: a command is missing, one of list, show, load, save, reset, verify, apply "
+                                       "(see \"vqs store --help\")\n"));
 }
 
 TEST(Usage, unknown_command) {
@@ -162,6 +168,8 @@ TEST(Usage, missing_argument) {
   EXPECT_EQ(run({"store", "load", "asm"}), wrongUsage("vqs: FILE is required (see \"vqs store load --help\")\n"));
   EXPECT_EQ(run({"store", "save", "asm"}), wrongUsage("vqs: FILE is required (see \"vqs store save --help\")\n"));
   EXPECT_EQ(run({"store", "reset"}), wrongUsage("vqs: STORE is required (see \"vqs store reset --help\")\n"));
+  EXPECT_EQ(run({"store", "verify", "asm"}), wrongUsage("vqs: FILE is required (see \"vqs store verify --help\")\n"));
+  EXPECT_EQ(run({"store", "apply", "asm"}), wrongUsage("vqs: FILE is required (see \"vqs store apply --help\")\n"));
   EXPECT_EQ(run({"version", "--driver-state"}),
             wrongUsage("vqs: --driver-state needs a value (see \"vqs version --help\")\n"));
 }

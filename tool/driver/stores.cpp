@@ -17,12 +17,17 @@ namespace {
 
 // Not constexpr: on Windows the address of an imported function is known at run time.
 const std::array<Store, 3> kStores = {
-    Store{.name = "pb", .title = "Policy Builder", .id = VQS_POLICY_STORE_PB, .reset = vqsPbReset},
-    {.name = "asm", .title = "Asm", .id = VQS_POLICY_STORE_ASM, .reset = vqsAsmReset},
+    Store{.name = "pb",
+          .title = "Policy Builder",
+          .id = VQS_POLICY_STORE_PB,
+          .reset = vqsPbReset,
+          .remove = vqsPbDeletePolicy},
+    {.name = "asm", .title = "Asm", .id = VQS_POLICY_STORE_ASM, .reset = vqsAsmReset, .remove = vqsAsmDeletePolicy},
     {.name = "balance-profile",
      .title = "BalanceProfile",
      .id = VQS_POLICY_STORE_BALANCE_PROFILE,
-     .reset = vqsBalanceProfileReset}};
+     .reset = vqsBalanceProfileReset,
+     .remove = vqsBalanceProfileDeletePolicy}};
 
 void requireRead(vqsStatus status, const Store& store) {
   require(status, fmt::format("the {} store cannot be read", store.title));

@@ -19,6 +19,7 @@ struct Store {
   const char* title;
   VqsPolicyStore id;
   vqsStatus(VQS_CALL* reset)(QtfSession* session);
+  vqsStatus(VQS_CALL* remove)(QtfSession* session, std::uint32_t id, std::uint32_t* driverResult);
 };
 
 /// Policies where the library has put them, behind the head of their list. What they do not use of their entries holds

@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "tool/driver/store_version.h"
-#include "tool/driver/stores.h"
 #include "tool/terminal/errors.h"
 #include "tool/terminal/text.h"
 
@@ -30,18 +29,6 @@ documents::PolicySet policiesOf(const Session& session, const Store& store, bool
     set.version2 = versions->second;
   }
   return set;
-}
-
-AnyPolicies readStore(const Context& context, const std::string& path) {
-  const auto& store = storeNamed(path.substr(kStorePrefix.size()));
-  AnyPolicies any{.name = fmt::format("the {} store", store.title),
-                  .shortName = "the store",
-                  .input = {},
-                  .read = {},
-                  .isStore = true,
-                  .hasVersion = true};
-  withDriver(context, [&](const Session& session) { any.read.policies = policiesOf(session, store, any.hasVersion); });
-  return any;
 }
 
 }  // namespace
@@ -77,11 +64,27 @@ AnyPolicies readAnyForm(Input input, const documents::ReadOptions& options) {
 bool isStoreName(std::string_view path) { return path.starts_with(kStorePrefix); }
 
 AnyPolicies readAnyPolicies(const Context& context, const std::string& path) {
-  if (isStoreName(path)) return readStore(context, path);
+  if (isStoreName(path)) {
+    const auto& store = storeNamed(path.substr(kStorePrefix.size()));
+    AnyPolicies any;
+    withDriver(context, [&](const Session& session) { any = readStorePolicies(session, store); });
+    return any;
+  }
   auto any = readAnyForm(readInput(path), {.structureVersion = 2, .allowUnknown = true});
   if (any.read.policies) return any;
   throw Failure{fmt::format("{} cannot be read: {}", any.name, describe(countFindings(any.read.findings))),
                 ExitCode::kCouldNotRun, renderFindings(any.source(), any.read.findings)};
+}
+
+AnyPolicies readStorePolicies(const Session& session, const Store& store) {
+  AnyPolicies any{.name = fmt::format("the {} store", store.title),
+                  .shortName = "the store",
+                  .input = {},
+                  .read = {},
+                  .isStore = true,
+                  .hasVersion = true};
+  any.read.policies = policiesOf(session, store, any.hasVersion);
+  return any;
 }
 
 std::optional<std::size_t> policyCountOf(const AnyPolicies& any) {

@@ -7,6 +7,8 @@
 
 #include "documents/documents.h"
 #include "tool/context.h"
+#include "tool/driver/driver_session.h"
+#include "tool/driver/stores.h"
 #include "tool/policies/finding_text.h"
 #include "tool/policies/input.h"
 
@@ -44,6 +46,9 @@ bool isStoreName(std::string_view path);
 /// The policies of any form in a file, of standard input ("-") or a store ("store:asm"), whatever the catalogues say
 /// about them. Throws a Failure that shows the findings when what was read says no policies.
 AnyPolicies readAnyPolicies(const Context& context, const std::string& path);
+
+/// The policies of a store, with the version where the driver keeps one of it. Throws a Failure when it cannot be read.
+AnyPolicies readStorePolicies(const Session& session, const Store& store);
 
 /// Nothing where no policies could be made of what was read.
 std::optional<std::size_t> policyCountOf(const AnyPolicies& any);

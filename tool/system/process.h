@@ -21,6 +21,9 @@ void prepareStreams();
 /// there.
 bool writeText(std::FILE* stream, std::string_view text);
 
+/// True when standard input and standard output are both a terminal, at which somebody can be asked.
+bool isConversation();
+
 /// The command line without the program's name.
 std::vector<std::string> arguments(int argc, char** argv);
 

@@ -45,6 +45,8 @@ bool writeText(std::FILE* stream, std::string_view text) {
   return std::fwrite(text.data(), 1, text.size(), stream) == text.size() && std::fflush(stream) == 0;
 }
 
+bool isConversation() { return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0; }
+
 Terminal::Terminal() = default;
 Terminal::~Terminal() = default;
 

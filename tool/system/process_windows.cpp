@@ -72,6 +72,8 @@ std::vector<std::string> arguments(int /*argc*/, char** /*argv*/) {
   return result;
 }
 
+bool isConversation() { return isConsole(handleOf(stdin)) && isConsole(handleOf(stdout)); }
+
 Terminal::Terminal() {
   const HANDLE console = handleOf(stdout);
   DWORD mode = 0;

@@ -115,6 +115,7 @@ std::string converse(int terminal, const Terminal& script) {
   for (ssize_t length = 0; (length = read(terminal, buffer.data(), buffer.size())) > 0;) {
     all.append(buffer.data(), static_cast<std::size_t>(length));
     if (typed || occurrences(all, script.awaited) < script.times) continue;
+    if (script.meanwhile) script.meanwhile();
     typed = write(terminal, script.keys.data(), script.keys.size()) == static_cast<ssize_t>(script.keys.size());
   }
   return all;
