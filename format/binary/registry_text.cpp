@@ -43,10 +43,8 @@ void writeHexLine(const TextSink& sink, std::span<const std::byte> bytes) {
 }  // namespace
 
 void writeRegistryText(const TextSink& sink, std::string_view valueName, std::span<const std::byte> binary) {
-  sink.put(kRegistryHeading);
-  sink.put("\n\n[");
-  sink.put(kRegistryKey);
-  sink.put("]\n\"");
+  sink.put(kRegistryHead);
+  sink.put(kRegistryKeyHead);
   sink.put(valueName);
   sink.put("\"=hex:");
   writeHexLine(sink, binary);

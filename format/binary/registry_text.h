@@ -7,10 +7,13 @@
 
 namespace vqs {
 
-/// What registry text begins with, and where the driver keeps its policies.
-inline constexpr std::string_view kRegistryHeading = "Windows Registry Editor Version 5.00";
-inline constexpr std::string_view kRegistryKey =
-    "HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\vexoqtf\\Parameters";
+/// What registry text begins with, up to the value's name: written in two pieces, as each costs a call.
+inline constexpr std::string_view kRegistryHead = "Windows Registry Editor Version 5.00\n\n";
+inline constexpr std::string_view kRegistryKeyHead =
+    "[HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services\\vexoqtf\\Parameters]\n\"";
+/// Of these the heading by itself, and where the driver keeps its policies.
+inline constexpr std::string_view kRegistryHeading = kRegistryHead.substr(0, kRegistryHead.size() - 2);
+inline constexpr std::string_view kRegistryKey = kRegistryKeyHead.substr(1, kRegistryKeyHead.size() - 4);
 inline constexpr std::string_view kAsmValueName = "AsmCurrentRegkeyPolicy";
 inline constexpr std::string_view kBalanceProfileValueName = "BalanceProfileCurrentRegkeyPolicy";
 

@@ -22,8 +22,8 @@ for setting in autocrlf crlf; do
   diff -rq "$work/kept" "$work/$setting" || fail "a checkout with $setting changes these files" "name them in .gitattributes"
 done
 
-# "i/crlf" and "i/mixed" are text with other line ends in the repository itself.
-if git ls-files --eol | grep -E '^i/(crlf|mixed)'; then fail "these are text with CR" "git add --renormalize ."; fi
+# "i/crlf" and "i/mixed" are text with other line ends in the repository itself. Some test data has them on purpose.
+if git ls-files --eol | grep -E '^i/(crlf|mixed)' | grep -v 'attr/-text'; then fail "these are text with CR" "git add --renormalize ."; fi
 
 # What is compared byte for byte is never converted, even if it should look like text.
 checked=0

@@ -238,9 +238,10 @@ TEST(BinaryDefect, of_a_cut_file_is_at_its_end) {
 TEST(ReadEach, hands_out_the_policies_in_order) {
   const auto file = fileOf({{.id = 7}, {.id = 5}, {.id = 6}});
   std::vector<std::uint32_t> ids;
-  vqs::readEach(span(file), {.take = [](void* target, const vqs::PackedPolicy& policy) {
-                               static_cast<std::vector<std::uint32_t>*>(target)->push_back(policy.id);
-                             },
+  vqs::readEach(span(file), {.take =
+                                 [](void* target, const vqs::PackedPolicy& policy) {
+                                   static_cast<std::vector<std::uint32_t>*>(target)->push_back(policy.id);
+                                 },
                              .target = &ids});
   EXPECT_EQ(ids, (std::vector<std::uint32_t>{7, 5, 6}));
 }
