@@ -55,7 +55,7 @@ may_include tests/memory '(tests/support|tests/memory|tests/simulator/embedded|h
 may_include tests/package 'tests/package/'
 may_include tests/performance '(tests/(support|performance|journey|memory|tool)|format|src/channel|host)/'
 may_include tests/simulator '(tests/support|tests/simulator|simulator|host)/'
-may_include tests/tool '(tests/support|tests/tool|tool|documents|format)/'
+may_include tests/tool '(tests/support|tests/tool|tool|documents|format|simulator/embedded)/'
 may_include tests/windows '(tests/support|tests/windows|tests/simulator/embedded|simulator/(device|installer))/'
 
 # Sources in no room of the above.
