@@ -5,6 +5,7 @@
 #include <iterator>
 #include <span>
 
+#include "tool/policies/correction.h"
 #include "tool/terminal/errors.h"
 #include "tool/terminal/output.h"
 #include "tool/terminal/text.h"
@@ -14,26 +15,8 @@ namespace {
 
 using Form = documents::ReadResult::Form;
 
-/// A correction can lead to the next one: a name that is right now shows what is wrong with its value.
-constexpr int kMostPasses = 10;
-
-bool isCertain(const documents::Finding& finding) {
-  return std::ranges::any_of(finding.suggestions, &documents::Suggestion::isCertain);
-}
-
-/// The text with all corrections that are certain.
-std::string corrected(std::string text, documents::Findings findings, const documents::ReadOptions& options) {
-  for (int pass = 0; pass < kMostPasses && std::ranges::any_of(findings, isCertain); ++pass) {
-    auto next = documents::applyCertainFixes(text, findings);
-    if (next == text) break;
-    text = std::move(next);
-    findings = documents::readDocument(text, options).findings;
-  }
-  return text;
-}
-
 bool canBeCorrected(const AnyPolicies& any) {
-  return any.read.form == Form::kDocument && std::ranges::any_of(any.read.findings, isCertain);
+  return any.read.form == Form::kDocument && hasCertainCorrection(any.read.findings);
 }
 
 }  // namespace
@@ -57,7 +40,7 @@ std::vector<std::string> correct(std::vector<AnyPolicies>& checked, const docume
   std::vector<std::string> names;
   for (auto& any : checked) {
     if (!canBeCorrected(any)) continue;
-    const auto text = corrected(std::string{any.input.text()}, any.read.findings, options);
+    const auto text = correctedText(std::string{any.input.text()}, any.read.findings, options);
     if (text == any.input.text()) continue;
     writeTextFile(any.input.path, text);
     names.push_back(any.name);
