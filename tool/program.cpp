@@ -39,6 +39,7 @@ constexpr CommandRow kPolicyCommands[] = {
     {"diff", "Say in what policies of any two forms differ.", setUpPolicyDiff},
     {"schema", "Print the JSON Schema of documents, for editors.", setUpPolicySchema},
     {"explain", "Explain a condition, an action, an option or a finding's code.", setUpPolicyExplain},
+    {"lsp", "Serve an editor that documents are written in.", setUpPolicyLsp},
 };
 
 constexpr CommandRow kStoreCommands[] = {

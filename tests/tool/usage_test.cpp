@@ -72,7 +72,7 @@ TEST(Usage, help_of_every_command) {
   const std::vector<HelpCase> cases = {
       {{"policy"},
        "Usage: vqs policy [OPTIONS] SUBCOMMAND\n",
-       {"new ", "check ", "fmt ", "compile ", "decompile ", "show ", "diff ", "schema ", "explain "}},
+       {"new ", "check ", "fmt ", "compile ", "decompile ", "show ", "diff ", "schema ", "explain ", "lsp "}},
       {{"policy", "new"}, "Usage: vqs policy new [OPTIONS]\n", {"--force", "Examples:"}},
       {{"policy", "check"},
        "Usage: vqs policy check [OPTIONS] DOC...\n",
@@ -86,6 +86,7 @@ TEST(Usage, help_of_every_command) {
       {{"policy", "diff"}, "Usage: vqs policy diff [OPTIONS] A B\n", {"--json", "store:asm", "Examples:"}},
       {{"policy", "schema"}, "Usage: vqs policy schema [OPTIONS]\n", {"Examples:"}},
       {{"policy", "explain"}, "Usage: vqs policy explain [OPTIONS] WORD...\n", {"P0012", "Examples:"}},
+      {{"policy", "lsp"}, "Usage: vqs policy lsp [OPTIONS]\n", {"--stdio", "--allow-unknown", "Examples:"}},
       {{"binary"}, "Usage: vqs binary [OPTIONS] SUBCOMMAND\n", {"show "}},
       {{"binary", "show"}, "Usage: vqs binary show [OPTIONS] FILE\n", {"--json", "vqs binary show laptop-r5.bin"}},
       {{"store"},

@@ -40,6 +40,7 @@ void setUpPolicyDecompile(CLI::App& command, Context& context);
 void setUpPolicyDiff(CLI::App& command, Context& context);
 void setUpPolicyExplain(CLI::App& command, Context& context);
 void setUpPolicyFmt(CLI::App& command, Context& context);
+void setUpPolicyLsp(CLI::App& command, Context& context);
 void setUpPolicyNew(CLI::App& command, Context& context);
 void setUpPolicySchema(CLI::App& command, Context& context);
 void setUpPolicyShow(CLI::App& command, Context& context);
