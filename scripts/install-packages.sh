@@ -8,7 +8,7 @@ packages_for() {
     build) echo g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libgtest-dev ;;
     windows) echo "$(packages_for build)" clang-19 lld-19 llvm-19 g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 ;;
     test) echo "$(packages_for bench)" "$(packages_for windows)" "$(packages_for wasm)" wine64 clang-format-19 \
-      clang-tidy-19 nodejs python3-jsonschema pkgconf dpkg-dev file ;;
+      clang-tidy-19 nodejs npm python3-jsonschema pkgconf dpkg-dev file ;;
     wasm) echo cmake ninja-build clang-19 lld-19 llvm-19 libc++-19-dev-wasm32 libc++abi-19-dev-wasm32 \
       libclang-rt-19-dev-wasm32 wasi-libc ;;
     fuzz) echo "$(packages_for build)" clang-19 libclang-rt-19-dev ;;
@@ -18,7 +18,11 @@ packages_for() {
   esac
 }
 
-installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+# Packages of Node.js from elsewhere than Debian have npm in them.
+installed() {
+  [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ] ||
+    { [ "$1" = npm ] && command -v npm >/dev/null; }
+}
 
 wanted=$(for purpose in "${@:-build}"; do packages_for "$purpose"; done)
 missing=()
