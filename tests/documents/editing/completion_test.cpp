@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "documents/documents.h"
 #include "documents/editing/completion.h"
 #include "tests/documents/editing/marked_text.h"
 #include "tests/support/listings.h"
@@ -119,6 +120,26 @@ TEST(CompletionAt, writes_a_condition_whole) {
   EXPECT_EQ(taken(inWhen("{ | }"), "Power Source"), inWhen(R"({ "Power Source": "AC Power" })"));
   EXPECT_EQ(taken(inWhen("{ | }"), "Skin Temperature"), inWhen(R"({ "Skin Temperature": { "op": 0, "value": 0 } })"));
   EXPECT_EQ(taken(inWhen("|"), "App State"), inWhen(R"({ "App State": { "op": 2, "value": ["Foreground"] } })"));
+}
+
+/// The document that a list of conditions or actions with one proposal makes, with whatever else a policy needs.
+std::string documentOf(const Proposal& proposal) {
+  const std::string entries = "[ { " + proposal.text + " } ]";
+  const std::string rest = proposal.kind == Proposal::Kind::kAction
+                               ? R"("when": [ { "Power Source": "AC Power" } ], "do": )" + entries
+                               : R"("when": )" + entries;
+  return R"({ "policies": [ { "id": 1, )" + rest + " } ] }";
+}
+
+TEST(CompletionAt, writes_nothing_that_the_check_refuses) {
+  for (const std::string& marked : {inWhen("{ | }"), inDo("{ | }")}) {
+    for (const auto& proposal : completionIn(marked).proposals) {
+      const auto findings = documents::readDocument(documentOf(proposal)).findings;
+      EXPECT_FALSE(documents::hasErrors(findings)) << documentOf(proposal) << findings.front().sentence;
+      // What is not enabled is all that there is to be said.
+      EXPECT_EQ(findings.size(), proposal.isRare ? 1U : 0U) << proposal.label;
+    }
+  }
 }
 
 TEST(CompletionAt, has_stops_for_the_cursor) {
