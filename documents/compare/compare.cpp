@@ -3,6 +3,7 @@
 #include <compare>
 #include <numeric>
 #include <optional>
+#include <utility>
 
 #include "documents/compare/fields.h"
 #include "documents/compare/sequences.h"
@@ -99,7 +100,7 @@ class Comparison {
     const auto sorted = [](const std::vector<Policy>& policies) {
       Places places(policies.size());
       std::iota(places.begin(), places.end(), std::size_t{0});
-      std::ranges::stable_sort(places, {}, [&](std::size_t place) { return policies[place].id; });
+      std::ranges::sort(places, {}, [&](std::size_t place) { return std::pair{policies[place].id, place}; });
       return places;
     };
     pairSorted(sorted(first_), sorted(second_),
@@ -112,8 +113,10 @@ class Comparison {
       Places places;
       for (std::size_t i = 0; i < policies.size(); ++i)
         if (!partners[i]) places.push_back(i);
-      std::ranges::stable_sort(
-          places, [&](std::size_t a, std::size_t b) { return compareContents(policies[a], policies[b]) < 0; });
+      std::ranges::sort(places, [&](std::size_t a, std::size_t b) {
+        const auto order = compareContents(policies[a], policies[b]);
+        return order != 0 ? order < 0 : a < b;
+      });
       return places;
     };
     pairSorted(sorted(first_, pairing_.partnerOfFirst), sorted(second_, pairing_.partnerOfSecond),

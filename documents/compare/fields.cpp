@@ -79,7 +79,7 @@ class ListDifference {
     takePairs(Kind::kChanged, List::areClose);
     takePairs(Kind::kChanged, List::areAlike);
     for (const std::size_t place : leftInFirst_) add(Kind::kRemoved, {.first = place, .second = 0});
-    std::ranges::stable_sort(found_, {}, &FieldDifference::firstIndex);
+    std::ranges::sort(found_, {}, &FieldDifference::firstIndex);
     for (const std::size_t place : leftInSecond_) add(Kind::kAdded, {.first = 0, .second = place});
     for (auto& difference : found_) differences.push_back(std::move(difference));
   }
