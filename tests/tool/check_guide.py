@@ -56,7 +56,7 @@ def check(guide, folder, environment):
 
 
 def main():
-    guide, tools = sys.argv[1:]
+    guide, tools = (os.path.abspath(path) for path in sys.argv[1:])
     with tempfile.TemporaryDirectory() as folder:
         state = os.path.join(folder, ".state")
         environment = {**os.environ, "PATH": tools + os.pathsep + os.environ["PATH"], "HOME": state,
