@@ -76,9 +76,10 @@ class Comparison {
     Places pairedFirst;
     Places partners;
     for (std::size_t i = 0; i < first_.size(); ++i) {
-      if (!pairing_.partnerOfFirst[i]) continue;
+      const auto partner = pairing_.partnerOfFirst[i];
+      if (!partner) continue;
       pairedFirst.push_back(i);
-      partners.push_back(*pairing_.partnerOfFirst[i]);
+      partners.push_back(*partner);
     }
     const auto kept = longestGrowing(partners);
     std::vector<MovedPolicy> moved;

@@ -36,6 +36,11 @@ bool isSame(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, [](char x, char y) { return folded(x) == folded(y); });
 }
 
+/// The name of a value that has policies.
+bool isOurs(std::string_view name) {
+  return std::ranges::any_of(kValueNames, [&](auto ours) { return isSame(ours, name); });
+}
+
 bool beginsWith(std::string_view text, std::string_view start) { return isSame(text.substr(0, start.size()), start); }
 
 std::string_view trimmedEnd(std::string_view line) {
@@ -89,12 +94,10 @@ bool RegistryReader::next(RegistryBinary& value) {
       position_ = endOfLine();
     } else if (isAt('[')) {
       if (!takeKey()) return false;
-    } else if (!takeName(value.name)) {
-      return false;
-    } else if (isOurKey_ && std::ranges::any_of(kValueNames, [&](auto name) { return isSame(name, value.name); })) {
-      return takeBinary(value);
-    } else if (!skipData()) {
-      return false;
+    } else {
+      if (!takeName(value.name)) return false;
+      if (isOurKey_ && isOurs(value.name)) return takeBinary(value);
+      if (!skipData()) return false;
     }
     if (!skip('\n') && !isAtEnd()) return failInLine();
   }
