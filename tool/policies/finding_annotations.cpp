@@ -40,7 +40,7 @@ std::string renderAnnotations(const FindingSource& source, const documents::Find
   const auto lines = source.hasLines ? std::optional<documents::LineTable>{source.text} : std::nullopt;
   std::string text;
   for (const auto& finding : findings) {
-    const bool isPlaced = hasPlace(source, finding);
+    const bool isPlaced = lines && hasPlace(source, finding);
     const std::string path = isPlaced || finding.path.empty() ? "" : finding.path + ": ";
     text += fmt::format("::{} file={}{},title={}::{}\n", severityOf(finding), asProperty(source.name),
                         isPlaced ? placeAsProperties(*lines, finding.span) : "", codeOf(finding.rule),

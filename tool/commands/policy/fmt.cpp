@@ -17,9 +17,9 @@ struct PolicyFmtArguments {
 /// A document and what becomes of it.
 struct Formatted {
   Input input;
-  documents::FormatResult result;
+  std::string text;
 
-  [[nodiscard]] bool hasChanged() const { return *result.text != input.text(); }
+  [[nodiscard]] bool hasChanged() const { return text != input.text(); }
 };
 
 /// Nothing is written unless everything can be.
@@ -29,11 +29,12 @@ std::vector<Formatted> formatAll(const std::vector<std::string>& files) {
   std::string unreadable;
   for (auto& input : readInputs(files)) {
     auto result = documents::formatDocument(input.text());
-    if (!result.text) {
+    if (result.text) {
+      all.push_back({.input = std::move(input), .text = std::move(*result.text)});
+    } else {
       details += renderFindings({.name = input.name, .text = input.text()}, result.findings);
       unreadable += (unreadable.empty() ? "" : ", ") + input.name;
     }
-    all.push_back({.input = std::move(input), .result = std::move(result)});
   }
   if (unreadable.empty()) return all;
   throw Failure{fmt::format("{} cannot be formatted, nothing was changed", unreadable), ExitCode::kCouldNotRun,
@@ -43,12 +44,12 @@ std::vector<Formatted> formatAll(const std::vector<std::string>& files) {
 void runFmt(Context& context, const PolicyFmtArguments& arguments) {
   for (const auto& document : formatAll(arguments.files)) {
     const bool isShown = document.input.isStandardInput() && !arguments.check;
-    if (isShown) context.out += *document.result.text;
+    if (isShown) context.out += document.text;
     if (isShown || !document.hasChanged()) continue;
     if (arguments.check)
       context.exitCode = ExitCode::kNo;
     else
-      writeTextFile(document.input.path, *document.result.text);
+      writeTextFile(document.input.path, document.text);
     context.out += printable(document.input.name) + '\n';
   }
 }

@@ -119,7 +119,7 @@ void send(const Session& session, Work& work) {
 /// How to go on after a failure, as the end of a sentence.
 std::string describeRest(const Work& work) {
   if (!work.found) return fmt::format("what the {} store holds now cannot be read", work.store.title);
-  const auto state = describeState(work.wanted, *work.found, compare(work.wanted, *work.found), work.scope);
+  auto state = describeState(work.wanted, *work.found, compare(work.wanted, *work.found), work.scope);
   const std::size_t rest = chooseRequests(work, *work.found, work.scope.withOrder).size();
   if (rest == 0) return state;
   return fmt::format("{}; the same command sends the rest, {}", state, countOfRequests(rest));
@@ -132,7 +132,7 @@ std::string describeFailure(const Work& work) {
 }
 
 std::string describeSuccess(const Work& work) {
-  if (work.requests.empty()) return {};
+  if (work.requests.empty() || !work.found) return {};
   const auto& wanted = work.wanted.policies();
   return fmt::format("The {} store holds what {} says now ({}{}).\n", work.store.title, printable(work.wanted.name),
                      countOfPolicies(wanted.policies.size()),
