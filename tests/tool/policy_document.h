@@ -6,7 +6,7 @@
 namespace test {
 
 /// A document in which nothing is wrong, in its canonical layout, and with one comment.
-inline const std::string kQuietDocument = R"({
+inline constexpr char kQuietDocument[] = R"({
   "version": "3.41",
   "policies": [
     {
