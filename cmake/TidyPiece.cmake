@@ -1,6 +1,6 @@
 # Looks at the sources of one test program as one piece: GoogleTest's own headers take clang-tidy longer than a test does.
 # Names that sources have for themselves stay apart, because clang-tidy reads each with a name for its unnamed namespace.
-#   cmake -D TIDY=... -D DATABASE=... -D PIECE=... -P TidyPiece.cmake
+#   cmake -D TIDY=... -D DATABASE=... -D PIECE=... [-D CHECKS=--checks=...] -P TidyPiece.cmake
 
 file(STRINGS ${PIECE} includes REGEX "^#include ")
 cmake_path(REMOVE_EXTENSION PIECE OUTPUT_VARIABLE folder)
@@ -19,5 +19,5 @@ foreach(include IN LISTS includes)
 endforeach()
 list(JOIN entries ", " entries)
 file(WRITE ${folder}/overlay.json "{\"version\": 0, \"use-external-names\": false, \"roots\": [${entries}]}")
-execute_process(COMMAND ${TIDY} --quiet -p ${DATABASE} --vfsoverlay=${folder}/overlay.json ${PIECE}
+execute_process(COMMAND ${TIDY} --quiet ${CHECKS} -p ${DATABASE} --vfsoverlay=${folder}/overlay.json ${PIECE}
   COMMAND_ERROR_IS_FATAL ANY)

@@ -77,7 +77,7 @@ TEST_F(StoreApply, tells_that_more_than_one_policy_will_be_elsewhere) {
   const std::string policy = R"(, "when": [{ "Power Source": 0 }] })";
   const auto document = [&](const std::vector<std::string>& ids) {
     std::string text = R"({ "policies": [)";
-    for (const auto& id : ids) text += R"({ "id": )" + id + policy + ", ";
+    for (const auto& id : ids) text.append(R"({ "id": )").append(id).append(policy).append(", ");
     return text + "] }";
   };
   tool.writeText("some.json", document({"1", "2", "3", "4", "5", "6"}));

@@ -45,6 +45,7 @@ VqsPolicyAction action(std::uint32_t id, std::uint32_t value) {
 
 std::vector<Said> saidOf(const PolicyDifference& difference) {
   std::vector<Said> said;
+  said.reserve(difference.fields.size());
   for (const auto& field : difference.fields) said.push_back({field.kind, field.field, field.first, field.second});
   return said;
 }

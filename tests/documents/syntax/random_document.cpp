@@ -9,26 +9,26 @@ namespace {
 
 using Tokens = std::vector<std::string>;
 
-constexpr std::array<std::string_view, 20> kPieces = {"a",
-                                                      "Power Source",
-                                                      "\\\"",
-                                                      "\\\\",
-                                                      "\\/",
-                                                      "\\b\\f\\n\\r\\t",
-                                                      "\\u0041",
-                                                      "\\u00e4",
-                                                      "\\ud83d\\ude00",
-                                                      "\\u20AC",
-                                                      "\xC3\xA4",
-                                                      "\xE2\x82\xAC",
-                                                      "/*",
-                                                      "\xF0\x9F\x98\x80",
-                                                      "// ] } ,",
-                                                      "]",
-                                                      "\x7F",
-                                                      " ",
-                                                      "'",
-                                                      ":"};
+constexpr std::array<std::string_view, 20> kTextPieces = {"a",
+                                                          "Power Source",
+                                                          "\\\"",
+                                                          "\\\\",
+                                                          "\\/",
+                                                          "\\b\\f\\n\\r\\t",
+                                                          "\\u0041",
+                                                          "\\u00e4",
+                                                          "\\ud83d\\ude00",
+                                                          "\\u20AC",
+                                                          "\xC3\xA4",
+                                                          "\xE2\x82\xAC",
+                                                          "/*",
+                                                          "\xF0\x9F\x98\x80",
+                                                          "// ] } ,",
+                                                          "]",
+                                                          "\x7F",
+                                                          " ",
+                                                          "'",
+                                                          ":"};
 constexpr std::array<std::string_view, 14> kNumbers = {
     "0",   "-0",   "1",       "10",     "-7",     "0.5",   "4294967295",
     "1e3", "2E-2", "3.25e+1", "-0.0e0", "1e-400", "15000", "9007199254740993"};
@@ -83,7 +83,7 @@ void RandomDocument::appendObject(Tokens& tokens, int depth) {
 
 std::string RandomDocument::string() {
   std::string text = "\"";
-  for (std::size_t count = below(4); count > 0; --count) text += kPieces[below(kPieces.size())];
+  for (std::size_t count = below(4); count > 0; --count) text += kTextPieces[below(kTextPieces.size())];
   return text + '"';
 }
 

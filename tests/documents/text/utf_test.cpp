@@ -48,7 +48,7 @@ TEST(ValidUtf8, ends_before_the_first_broken_byte) {
 
 TEST(AppendUtf8, writes_characters_and_surrogates) {
   std::string text;
-  for (const char32_t character : {0x41, 0xE4, 0x20AC, 0x1F600, 0xD800, 0xDFFF}) appendUtf8(text, character);
+  for (const char32_t character : {0x41U, 0xE4U, 0x20ACU, 0x1F600U, 0xD800U, 0xDFFFU}) appendUtf8(text, character);
   EXPECT_EQ(text, "A\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80\xED\xA0\x80\xED\xBF\xBF");
 }
 

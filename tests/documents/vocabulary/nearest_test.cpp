@@ -36,7 +36,9 @@ TEST(NearestWords, are_those_that_begin_so) {
 TEST(NearestWords, are_none_where_none_is_near) {
   EXPECT_EQ(nearestWords(WordKind::kCondition, ""), Names{});
   EXPECT_EQ(nearestWords(WordKind::kCondition, "Weather"), Names{});
-  EXPECT_EQ(nearestWords(WordKind::kCondition, std::string(10'000'000, 'P')), Names{});
+  std::string longest;
+  longest.resize(10'000'000, 'P');
+  EXPECT_EQ(nearestWords(WordKind::kCondition, longest), Names{});
 }
 
 TEST(NearestOptions, are_those_of_the_word) {

@@ -15,7 +15,7 @@ using Kind = tool::lsp::Incoming::Kind;
 tool::File streamOf(const std::string& bytes) {
   tool::File file{std::tmpfile()};
   EXPECT_EQ(std::fwrite(bytes.data(), 1, bytes.size(), file.get()), bytes.size());
-  std::rewind(file.get());
+  EXPECT_EQ(std::fseek(file.get(), 0, SEEK_SET), 0);
   return file;
 }
 

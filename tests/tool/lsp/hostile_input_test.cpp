@@ -21,7 +21,7 @@ struct Conversation {
 Conversation converse(const std::string& bytes) {
   const tool::File file{std::tmpfile()};
   EXPECT_EQ(std::fwrite(bytes.data(), 1, bytes.size(), file.get()), bytes.size());
-  std::rewind(file.get());
+  EXPECT_EQ(std::fseek(file.get(), 0, SEEK_SET), 0);
   Conversation conversation;
   MessageReader reader{file.get()};
   Server server{{}, [&](const Json& message) { conversation.sent.push_back(message); }};
