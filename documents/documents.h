@@ -14,8 +14,8 @@
 #include "documents/findings/finding.h"
 #include "documents/policies/policy_set.h"
 
-/// Policies in words. Bytes and text in, values, text and findings out: nothing here opens a file, needs a driver or
-/// throws.
+/// Policies in words. Bytes and text in, values, text and findings out: nothing here opens a file or needs a driver,
+/// and nothing is thrown but std::bad_alloc.
 namespace documents {
 
 /// What a document is checked against beside the catalogues.
@@ -37,6 +37,12 @@ struct ReadResult {
   std::uint16_t revision = 0;
   /// Registry text in UTF-16 as UTF-8: the findings' places are in it. Of everything else they are in what was read.
   std::optional<std::string> converted = {};
+
+  /// The text that the findings' places are in, of the bytes that were read.
+  [[nodiscard]] std::string_view textOf(std::span<const std::byte> bytes) const {
+    if (converted) return *converted;
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+  }
 };
 
 /// Reads a document and checks it: every finding in one run, in the order of their places.
@@ -45,6 +51,11 @@ ReadResult readDocument(std::string_view text, const ReadOptions& options = {});
 /// Reads any of the forms: a policy binary begins with its header, registry text with its first line, with or without a
 /// byte order mark, in UTF-8 or UTF-16; everything else is taken for a document.
 ReadResult readPolicies(std::span<const std::byte> bytes, const ReadOptions& options = {});
+
+/// The same, with all that the catalogues have to say: policies that are not written in words are looked at as the
+/// document that they would be. Such findings have a path, and a place and suggestions only where they are of the bytes
+/// themselves.
+ReadResult checkPolicies(std::span<const std::byte> bytes, const ReadOptions& options = {});
 
 /// The document that says what the policies are, in its canonical form.
 std::string printDocument(const PolicySet& policies);

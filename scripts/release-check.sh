@@ -4,7 +4,8 @@
 # package. Needs root and half an hour for each.
 #   scripts/release-check.sh [RELEASE...]    bookworm and trixie unless it is told others
 # build/release/RELEASE.txt has the tools' versions and the counts, build/release/RELEASE.log everything that was said.
-# DEBIAN_MIRROR names another mirror than debootstrap's own.
+# DEBIAN_MIRROR names another mirror than debootstrap's own; proxies, and npm_config_registry for the packages from npm,
+# are taken from the environment.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -30,7 +31,8 @@ in_root() { # folder, command
     mount -t tmpfs -o mode=1777 tmp "$1/tmp"
     mount --rbind /dev "$1/dev"
     exec chroot "$1" env -i HOME=/root LANG=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin \
-      ${http_proxy:+http_proxy=$http_proxy} bash -c "cd /source; $2"' - "$1" "$2"
+      ${http_proxy:+http_proxy=$http_proxy} ${https_proxy:+https_proxy=$https_proxy} \
+      ${npm_config_registry:+npm_config_registry=$npm_config_registry} bash -c "cd /source; $2"' - "$1" "$2"
 }
 
 versions() {

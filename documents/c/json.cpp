@@ -37,41 +37,14 @@ JsonValue toValue(const Suggestion& suggestion, const LineTable& lines) {
 JsonValue toValue(const Finding& finding, const LineTable& lines) {
   auto suggestions = JsonValue::list();
   for (const auto& suggestion : finding.suggestions) suggestions.add(toValue(suggestion, lines));
-  auto object =
-      JsonValue::object({{"code", JsonValue::text(codeOf(finding.rule))},
-                         {"title", JsonValue::text(rowOf(finding.rule).title)},
-                         {"severity", JsonValue::text(finding.severity == Severity::kError ? "error" : "warning")},
-                         {"message", JsonValue::text(finding.sentence)},
-                         {"path", JsonValue::text(finding.path)}});
+  auto object = JsonValue::object({{"code", JsonValue::text(codeOf(finding.rule))},
+                                   {"title", JsonValue::text(rowOf(finding.rule).title)},
+                                   {"severity", JsonValue::text(nameOf(finding.severity))},
+                                   {"message", JsonValue::text(finding.sentence)},
+                                   {"path", JsonValue::text(finding.path)}});
   addPlace(object, lines, finding.span);
   object.add("suggestions", std::move(suggestions));
   return object;
-}
-
-std::string_view changeOf(FieldDifference::Kind kind) {
-  switch (kind) {
-    case FieldDifference::Kind::kAdded:
-      return "added";
-    case FieldDifference::Kind::kRemoved:
-      return "removed";
-    case FieldDifference::Kind::kMoved:
-      return "moved";
-    default:
-      return "changed";
-  }
-}
-
-std::string_view changeOf(PolicyDifference::Kind kind) {
-  switch (kind) {
-    case PolicyDifference::Kind::kOnlyInFirst:
-      return "onlyInFirst";
-    case PolicyDifference::Kind::kOnlyInSecond:
-      return "onlyInSecond";
-    case PolicyDifference::Kind::kRenamed:
-      return "renamed";
-    default:
-      return "changed";
-  }
 }
 
 JsonValue toValue(const FieldDifference& field) {

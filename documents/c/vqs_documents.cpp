@@ -75,6 +75,10 @@ void conclude(VqsDocumentsResult& result, const Findings& findings, std::string_
   result.status = isDone ? VQS_DOCUMENTS_DONE : VQS_DOCUMENTS_ERRORS;
 }
 
+void conclude(VqsDocumentsResult& result, const ReadResult& read, const Input& input, bool isDone) {
+  conclude(result, read.findings, read.textOf(input.span()), isDone);
+}
+
 std::string asString(std::span<const std::byte> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
@@ -88,21 +92,21 @@ std::string compiled(const PolicySet& policies, const VqsDocumentsOptions& optio
 }
 
 void check(VqsDocumentsResult& result, const Input& input, const VqsDocumentsOptions& options) {
-  const auto read = readPolicies(input.span(), readOptions(options));
-  conclude(result, read.findings, input.text(), read.policies && !hasErrors(read.findings));
+  const auto read = checkPolicies(input.span(), readOptions(options));
+  conclude(result, read, input, read.policies && !hasErrors(read.findings));
 }
 
 void compile(VqsDocumentsResult& result, const Input& input, const VqsDocumentsOptions& options) {
-  const auto read = readPolicies(input.span(), readOptions(options));
+  const auto read = checkPolicies(input.span(), readOptions(options));
   const bool isDone = read.policies && !hasErrors(read.findings);
   if (isDone) result.output = compiled(*read.policies, options);
-  conclude(result, read.findings, input.text(), isDone);
+  conclude(result, read, input, isDone);
 }
 
 void decompile(VqsDocumentsResult& result, const Input& input) {
   const auto read = readPolicies(input.span(), {.allowUnknown = true});
   if (read.policies) result.output = printDocument(*read.policies);
-  conclude(result, read.findings, input.text(), read.policies.has_value());
+  conclude(result, read, input, read.policies.has_value());
 }
 
 void format(VqsDocumentsResult& result, const Input& input) {
@@ -113,9 +117,9 @@ void format(VqsDocumentsResult& result, const Input& input) {
 
 void diff(VqsDocumentsResult& result, const Input& first, const Input& second) {
   const auto one = readPolicies(first.span(), {.allowUnknown = true});
-  if (!one.policies) return conclude(result, one.findings, first.text(), false);
+  if (!one.policies) return conclude(result, one, first, false);
   const auto other = readPolicies(second.span(), {.allowUnknown = true});
-  if (!other.policies) return conclude(result, other.findings, second.text(), false);
+  if (!other.policies) return conclude(result, other, second, false);
   result.output = toJson(compare(*one.policies, *other.policies));
 }
 

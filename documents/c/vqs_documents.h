@@ -31,9 +31,9 @@ extern "C" {
 
 /** What became of an operation. */
 enum {
-  /** There is an output. There may be findings: warnings, or for a check also errors against the catalogue. */
+  /** It is done, and what has an output has it. There may be findings, all of them warnings when it was a check. */
   VQS_DOCUMENTS_DONE = 0,
-  /** The input has errors, and there is no output. */
+  /** The input has errors, which the findings say, and there is no output. */
   VQS_DOCUMENTS_ERRORS = 1,
   /** An argument was refused: a null pointer with a size, or an option's value that does not exist. */
   VQS_DOCUMENTS_INVALID_PARAMETER = 2,
@@ -60,7 +60,7 @@ enum {
 
 /** How documents are read. All zero but structureVersion, which is usually 2. */
 typedef struct VqsDocumentsOptions {
-  /** the layout that the policies are for, 0 to 2; 0 and 1 hold 8-bit text of 31 and names of 63 bytes */
+  /** the layout that the policies are for, 0 to 2; 0 and 1 hold 8-bit text: names of 63 bytes, texts of 32 */
   uint32_t structureVersion;
   /** not 0: what the catalogues do not know is a warning and no error */
   uint32_t allowUnknown;
@@ -80,12 +80,17 @@ typedef struct VqsDocumentsResult VqsDocumentsResult;
 VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsCheck(const void* bytes, size_t size,
                                                         const VqsDocumentsOptions* options);
 
-/** Makes a policy binary or registry text of a document. Errors of any kind end it without output. */
+/**
+ * Makes a policy binary or registry text of a document, or of what else vqsDocumentsCheck takes. Errors of any kind end
+ * it without output.
+ */
 VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsCompile(const void* bytes, size_t size,
                                                           const VqsDocumentsOptions* options);
 
-/** Makes a document of a policy binary of any revision, or of registry text; a document comes out in its canonical
- * form. */
+/**
+ * Makes a document of a policy binary of any revision, or of registry text; a document comes out in its canonical form.
+ * What the catalogues have to say does not stop it.
+ */
 VQS_DOCUMENTS_API VqsDocumentsResult* vqsDocumentsDecompile(const void* bytes, size_t size);
 
 /** A document in its canonical layout, with its comments. Whether it makes sense as policies is not looked at. */
@@ -112,7 +117,8 @@ VQS_DOCUMENTS_API size_t vqsDocumentsOutputSize(const VqsDocumentsResult* result
  * The findings, as a JSON array that ends in a zero. Each has "code", "title", "severity" ("error" or "warning"),
  * "message", "path", its place, and "suggestions": "message", "certain" (nothing else can have been meant) and "edits",
  * each with its place and "replacement". A place is "offset" and "length" in bytes, "line", "column", "endLine" and
- * "endColumn" from 1 on, columns in characters. Never null; "[]" for a null result.
+ * "endColumn" from 1 on, columns in characters; it is the beginning where a finding about a policy binary has a path
+ * alone. Of registry text in UTF-16 places are those of the same text in UTF-8. Never null; "[]" for a null result.
  */
 VQS_DOCUMENTS_API const char* vqsDocumentsFindings(const VqsDocumentsResult* result);
 

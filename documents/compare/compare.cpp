@@ -177,4 +177,30 @@ Difference compare(const PolicySet& first, const PolicySet& second) {
           .moved = comparison.moved()};
 }
 
+std::string_view changeOf(FieldDifference::Kind kind) {
+  switch (kind) {
+    case FieldDifference::Kind::kAdded:
+      return "added";
+    case FieldDifference::Kind::kRemoved:
+      return "removed";
+    case FieldDifference::Kind::kMoved:
+      return "moved";
+    default:
+      return "changed";
+  }
+}
+
+std::string_view changeOf(PolicyDifference::Kind kind) {
+  switch (kind) {
+    case PolicyDifference::Kind::kOnlyInFirst:
+      return "onlyInFirst";
+    case PolicyDifference::Kind::kOnlyInSecond:
+      return "onlyInSecond";
+    case PolicyDifference::Kind::kRenamed:
+      return "renamed";
+    default:
+      return "changed";
+  }
+}
+
 }  // namespace documents

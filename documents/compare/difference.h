@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "documents/policies/policy_set.h"
@@ -54,5 +55,10 @@ struct Difference {
 };
 
 Difference compare(const PolicySet& first, const PolicySet& second);
+
+/// What happened, as programs read it: "changed", "added", "removed", "moved"; "onlyInFirst", "onlyInSecond",
+/// "renamed".
+std::string_view changeOf(FieldDifference::Kind kind);
+std::string_view changeOf(PolicyDifference::Kind kind);
 
 }  // namespace documents

@@ -47,13 +47,14 @@ class EndlessTexts {
   void cut(Text& text, std::size_t room, Rule rule, const std::string& field, const char* unit) {
     if (text.size() < room) return;
     text.resize(room - 1);
-    findings_.push_back({.rule = rule,
-                         .severity = Severity::kWarning,
-                         .span = {},
-                         .path = pathOf(policy_) + "." + field,
-                         .sentence = "fills all " + std::to_string(room) + " " + unit + " of its field and is cut to " +
-                                     std::to_string(room - 1) + ", so that it has an end",
-                         .suggestions = {}});
+    addFinding(findings_,
+               {.rule = rule,
+                .severity = Severity::kWarning,
+                .span = {},
+                .path = pathOf(policy_) + "." + field,
+                .sentence = "fills all " + std::to_string(room) + " " + unit + " of its field and is cut to " +
+                            std::to_string(room - 1) + ", so that it has an end",
+                .suggestions = {}});
   }
 
   PolicySet& policies_;
@@ -81,7 +82,7 @@ std::optional<PolicySet> readBinaryFile(std::span<const std::byte> file, Finding
   vqs::Defect defect{};
   static_cast<void>(vqs::checkBinary(file, versions, &defect));
   if (defect.kind != vqs::DefectKind::kNone) {
-    findings.push_back(findingOf(defect, file));
+    addFinding(findings, findingOf(defect, file));
     return std::nullopt;
   }
   PolicySet read{.version1 = versions.first, .version2 = versions.second, .policies = {}};

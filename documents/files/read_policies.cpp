@@ -24,7 +24,7 @@ ReadResult readRegistryForm(std::string_view text) {
   // A place in the binary says nothing in the text.
   for (auto& finding : ofBinary) {
     finding.span = file->span;
-    result.findings.push_back(std::move(finding));
+    addFinding(result.findings, std::move(finding));
   }
   return result;
 }
@@ -41,6 +41,18 @@ ReadResult readPolicies(std::span<const std::byte> bytes, const ReadOptions& opt
     return result;
   }
   return readDocument(text, options);
+}
+
+ReadResult checkPolicies(std::span<const std::byte> bytes, const ReadOptions& options) {
+  auto result = readPolicies(bytes, options);
+  if (result.form == ReadResult::Form::kDocument || !result.policies) return result;
+  // The document is nowhere: places in it would say nothing, nor would changes of it.
+  for (auto& finding : readDocument(printDocument(*result.policies), options).findings) {
+    finding.span = {};
+    finding.suggestions.clear();
+    addFinding(result.findings, std::move(finding));
+  }
+  return result;
 }
 
 }  // namespace documents

@@ -36,12 +36,12 @@ constexpr DefectRow kDefectRows[] = {
 };
 
 void add(Findings& findings, Rule rule, Severity severity, Span span, std::string sentence) {
-  findings.push_back({.rule = rule,
-                      .severity = severity,
-                      .span = span,
-                      .path = {},
-                      .sentence = std::move(sentence),
-                      .suggestions = {}});
+  addFinding(findings, {.rule = rule,
+                        .severity = severity,
+                        .span = span,
+                        .path = {},
+                        .sentence = std::move(sentence),
+                        .suggestions = {}});
 }
 
 void addDefect(Findings& findings, const vqs::RegistryDefect& defect) {

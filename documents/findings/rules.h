@@ -11,6 +11,9 @@ namespace documents {
 
 enum class Severity : std::uint8_t { kError, kWarning };
 
+/// "error" or "warning".
+constexpr std::string_view nameOf(Severity severity) { return severity == Severity::kError ? "error" : "warning"; }
+
 /// Everything that can be said about a document. The numbers are those of the codes and never change.
 enum class Rule : std::uint16_t {
   // Not JSON with comments.

@@ -31,11 +31,20 @@ documents::PolicySet policiesOf(const Session& session, const Store& store, bool
   return set;
 }
 
+AnyPolicies ofInput(Input input, documents::ReadResult read) {
+  return {.name = input.name,
+          .shortName = input.name,
+          .input = std::move(input),
+          .read = std::move(read),
+          .isStore = false,
+          .hasVersion = true};
+}
+
 }  // namespace
 
 FindingSource AnyPolicies::source() const {
   return {.name = input.path == "-" ? "<stdin>" : name,
-          .text = read.converted ? std::string_view{*read.converted} : input.text(),
+          .text = read.textOf(input.bytes),
           .hasLines = read.form != Form::kBinary};
 }
 
@@ -51,14 +60,9 @@ std::string AnyPolicies::form() const {
   }
 }
 
-AnyPolicies readAnyForm(Input input, const documents::ReadOptions& options) {
-  auto read = documents::readPolicies(input.bytes, options);
-  return {.name = input.name,
-          .shortName = input.name,
-          .input = std::move(input),
-          .read = std::move(read),
-          .isStore = false,
-          .hasVersion = true};
+AnyPolicies readChecked(Input input, const documents::ReadOptions& options) {
+  auto read = documents::checkPolicies(input.bytes, options);
+  return ofInput(std::move(input), std::move(read));
 }
 
 bool isStoreName(std::string_view path) { return path.starts_with(kStorePrefix); }
@@ -70,7 +74,9 @@ AnyPolicies readAnyPolicies(const Context& context, const std::string& path) {
     withDriver(context, [&](const Session& session) { any = readStorePolicies(session, store); });
     return any;
   }
-  auto any = readAnyForm(readInput(path), {.structureVersion = 2, .allowUnknown = true});
+  auto input = readInput(path);
+  auto read = documents::readPolicies(input.bytes, {.structureVersion = 2, .allowUnknown = true});
+  auto any = ofInput(std::move(input), std::move(read));
   if (any.read.policies) return any;
   throw Failure{fmt::format("{} cannot be read: {}", any.name, describe(countFindings(any.read.findings))),
                 ExitCode::kCouldNotRun, renderFindings(any.source(), any.read.findings)};

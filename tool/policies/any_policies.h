@@ -37,8 +37,8 @@ struct AnyPolicies {
   [[nodiscard]] std::string form() const;
 };
 
-/// What a document, a policy binary or registry text says, with all findings. Throws a Failure when it cannot be read.
-AnyPolicies readAnyForm(Input input, const documents::ReadOptions& options);
+/// What a document, a policy binary or registry text says, with all that the catalogues have to say about it.
+AnyPolicies readChecked(Input input, const documents::ReadOptions& options);
 
 /// True for "store:asm": the policies of a store, which need the driver.
 bool isStoreName(std::string_view path);

@@ -2,7 +2,6 @@
 #include "tool/policies/checked_policies.h"
 
 #include <algorithm>
-#include <iterator>
 #include <span>
 
 #include "tool/policies/correction.h"
@@ -20,19 +19,6 @@ bool canBeCorrected(const AnyPolicies& any) {
 }
 
 }  // namespace
-
-AnyPolicies readChecked(Input input, const documents::ReadOptions& options) {
-  auto any = readAnyForm(std::move(input), options);
-  if (any.read.form == Form::kDocument || !any.read.policies) return any;
-  auto ofWords = documents::readDocument(documents::printDocument(*any.read.policies), options).findings;
-  // The document is nowhere: places in it would say nothing, nor would changes of it.
-  for (auto& finding : ofWords) {
-    finding.span = {};
-    finding.suggestions.clear();
-  }
-  std::ranges::move(ofWords, std::back_inserter(any.read.findings));
-  return any;
-}
 
 std::vector<std::string> correct(std::vector<AnyPolicies>& checked, const documents::ReadOptions& options) {
   if (std::ranges::any_of(checked, [](const auto& any) { return any.input.isStandardInput(); }))

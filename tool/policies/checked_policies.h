@@ -8,11 +8,6 @@
 
 namespace tool {
 
-/// What a document, a policy binary or registry text says, with all that the catalogues have to say about it: policies
-/// that are not written in words are looked at as the document that they would be, and their findings' places are
-/// paths.
-AnyPolicies readChecked(Input input, const documents::ReadOptions& options);
-
 /// Makes the certain corrections in the documents' files, each written in one step, and checks them again. The names of
 /// those that have changed. Throws a UsageError for standard input.
 std::vector<std::string> correct(std::vector<AnyPolicies>& checked, const documents::ReadOptions& options);

@@ -174,32 +174,6 @@ Json sideAsJson(const AnyPolicies& side) {
           {"policies", side.policies().policies.size()}};
 }
 
-const char* changeOf(FieldDifference::Kind kind) {
-  switch (kind) {
-    case FieldDifference::Kind::kAdded:
-      return "added";
-    case FieldDifference::Kind::kRemoved:
-      return "removed";
-    case FieldDifference::Kind::kMoved:
-      return "moved";
-    default:
-      return "changed";
-  }
-}
-
-const char* changeOf(PolicyDifference::Kind kind) {
-  switch (kind) {
-    case PolicyDifference::Kind::kOnlyInFirst:
-      return "onlyInFirst";
-    case PolicyDifference::Kind::kOnlyInSecond:
-      return "onlyInSecond";
-    case PolicyDifference::Kind::kRenamed:
-      return "renamed";
-    default:
-      return "changed";
-  }
-}
-
 Json fieldAsJson(const FieldDifference& field) {
   const bool isInFirst = field.kind != FieldDifference::Kind::kAdded;
   const bool isInSecond = field.kind != FieldDifference::Kind::kRemoved;

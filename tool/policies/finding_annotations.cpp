@@ -42,7 +42,7 @@ std::string renderAnnotations(const FindingSource& source, const documents::Find
   for (const auto& finding : findings) {
     const bool isPlaced = lines && hasPlace(source, finding);
     const std::string path = isPlaced || finding.path.empty() ? "" : finding.path + ": ";
-    text += fmt::format("::{} file={}{},title={}::{}\n", severityOf(finding), asProperty(source.name),
+    text += fmt::format("::{} file={}{},title={}::{}\n", nameOf(finding.severity), asProperty(source.name),
                         isPlaced ? placeAsProperties(*lines, finding.span) : "", codeOf(finding.rule),
                         asMessage(printable(path + finding.sentence)));
   }

@@ -38,7 +38,7 @@ Json suggestionAsJson(const Lines& lines, const documents::Suggestion& suggestio
 Json findingAsJson(const FindingSource& source, const Lines& lines, const documents::Finding& finding) {
   Json object = {{"code", codeOf(finding.rule)},
                  {"title", documents::rowOf(finding.rule).title},
-                 {"severity", severityOf(finding)},
+                 {"severity", nameOf(finding.severity)},
                  {"message", finding.sentence},
                  {"path", finding.path}};
   if (hasPlace(source, finding) || !source.hasLines) addPlace(object, lines, finding.span);

@@ -37,7 +37,7 @@ std::string excerptOf(const LineTable& lines, std::string_view text, const docum
 }
 
 std::string renderFinding(const FindingSource& source, const std::optional<LineTable>& lines, const Finding& finding) {
-  std::string text = fmt::format("{}: {} {}: {}\n", placeOf(source, lines, finding), severityOf(finding),
+  std::string text = fmt::format("{}: {} {}: {}\n", placeOf(source, lines, finding), nameOf(finding.severity),
                                  codeOf(finding.rule), printable(finding.sentence));
   if (lines && hasPlace(source, finding)) text += excerptOf(*lines, source.text, finding.span);
   for (const auto& suggestion : finding.suggestions)
@@ -46,8 +46,6 @@ std::string renderFinding(const FindingSource& source, const std::optional<LineT
 }
 
 }  // namespace
-
-const char* severityOf(const Finding& finding) { return finding.severity == Severity::kError ? "error" : "warning"; }
 
 FindingCount countFindings(const documents::Findings& findings) {
   const auto errors = static_cast<std::size_t>(std::ranges::count(findings, Severity::kError, &Finding::severity));

@@ -9,9 +9,6 @@
 
 namespace tool {
 
-/// "error" or "warning".
-const char* severityOf(const documents::Finding& finding);
-
 /// How many there are of each severity.
 struct FindingCount {
   std::size_t errors = 0;

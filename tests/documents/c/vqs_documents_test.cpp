@@ -115,6 +115,36 @@ TEST(DocumentsInC, compile_takes_what_no_catalogue_knows_when_told_so) {
   EXPECT_EQ(findingsOf(result)[0]["severity"], "warning");
 }
 
+TEST(DocumentsInC, what_is_not_in_words_is_checked_against_the_catalogue_too) {
+  auto taken = options();
+  taken.allowUnknown = 1;
+  const auto binary = outputOf(compile(
+      R"({ "policies": [ { "id": 1, "name": "a", "when": [ { "#77": { "op": 2, "value": 0 } } ] } ] })", taken));
+  ASSERT_FALSE(binary.empty());
+  const Result checked{vqsDocumentsCheck(binary.data(), binary.size(), nullptr)};
+  EXPECT_EQ(vqsDocumentsStatus(checked.get()), VQS_DOCUMENTS_ERRORS);
+  const auto findings = findingsOf(checked);
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0]["code"], "P0021");
+  EXPECT_EQ(findings[0]["path"], "policies[0].when[0]");
+  const auto compiled = compile(binary);
+  EXPECT_EQ(vqsDocumentsStatus(compiled.get()), VQS_DOCUMENTS_ERRORS);
+  EXPECT_EQ(vqsDocumentsOutputSize(compiled.get()), 0U);
+}
+
+TEST(DocumentsInC, places_in_registry_text_of_utf_16_are_in_its_lines) {
+  std::string wide;
+  for (const char character : std::string_view{"Windows Registry Editor Version 5.00\r\n\r\nwhat is this\r\n"})
+    wide.append({character, '\0'});
+  const Result result{vqsDocumentsCheck(wide.data(), wide.size(), nullptr)};
+  EXPECT_EQ(vqsDocumentsStatus(result.get()), VQS_DOCUMENTS_ERRORS);
+  const auto findings = findingsOf(result);
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0]["code"], "P0064");
+  EXPECT_EQ(findings[0]["line"], 3);
+  EXPECT_EQ(findings[0]["column"], 1);
+}
+
 TEST(DocumentsInC, format_keeps_comments) {
   constexpr std::string_view kText = "{\"policies\":[] // none yet\n}";
   const Result result{vqsDocumentsFormat(kText.data(), kText.size())};
